@@ -1,0 +1,140 @@
+#include "framework/FileNames.h"
+
+#include "framework/Components.h"
+#include "framework/FileInterfaces.h"
+#include "framework/HostStrings.h"
+
+#include <algorithm>
+#include <cwctype>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr std::wstring_view kUp = L"..\\";
+
+std::wstring_view View(const CREFString& text) {
+    return {text.m_String, static_cast<size_t>(std::max(text.m_Length, 0))};
+}
+
+bool IsSeparator(wchar_t character) {
+    return character == L'\\' || character == L'/';
+}
+
+wchar_t Lower(wchar_t character) {
+    return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(character)));
+}
+
+/// One reference to `string` itself, for a name that is handed back unchanged.
+IString* Share(IString* string) {
+    return SmartPtr(string).Detach();
+}
+
+IString* CreateText(const std::wstring& text) {
+    return ISCreate(tagREFString{static_cast<int32_t>(text.size()), text.data()});
+}
+
+int32_t ReadWorkspacePath(const wchar_t* key, IString** path) {
+    wchar_t buffer[REGISTRY_TEXT_CAPACITY] = {};
+    int32_t status = E_FAIL;
+    if (const auto registry = CreateHostObject<IRegistryEx>("Registry")) {
+        status = registry->ReadString(L"Workspace", key, buffer);
+    }
+    const auto* end = std::find(buffer, std::end(buffer), L'\0');
+    *path = ISCreate(tagREFString{static_cast<int32_t>(end - buffer), buffer});
+    return status;
+}
+
+/// How far from its start `path` agrees with `base`, and so may share folders with it: the last
+/// position to look at for a separator, or 0.
+size_t SharedLength(std::wstring_view base, std::wstring_view path) {
+    const size_t length = std::min(base.size(), path.size());
+    size_t same = 0;
+    while (same < length && Lower(base[same]) == Lower(path[same])) {
+        ++same;
+    }
+    return same == length ? length : std::max<size_t>(same, 1) - 1;
+}
+
+/// The installation folder without its last `levels` folders; all of it when it has too few.
+std::wstring_view GoUp(std::wstring_view folder, size_t levels) {
+    constexpr size_t kShortestPrefix = 3;
+    size_t found = 0;
+    for (size_t i = folder.size(); levels > 0 && i-- > 1;) {
+        if (folder[i] == L'/' && ++found == levels) {
+            return i >= kShortestPrefix ? folder.substr(0, i) : folder;
+        }
+    }
+    return folder;
+}
+
+} // namespace
+
+int32_t FILENAMEGetInstallPath(IString** path) {
+    return ReadWorkspacePath(L"InstallPath", path);
+}
+
+int32_t FILENAMEGetCommonPath(IString** path) {
+    return ReadWorkspacePath(L"CommonPath", path);
+}
+
+int32_t FILENAMECreateRelative(IString* base, IString* path, IString** result) {
+    const CREFString baseReference(base);
+    const CREFString pathReference(path);
+    const std::wstring_view baseText = View(baseReference);
+    const std::wstring_view pathText = View(pathReference);
+
+    const size_t shared = SharedLength(baseText, pathText);
+    size_t separators = 0;
+    size_t last = 0;
+    for (size_t i = 1; i <= shared && i < pathText.size(); ++i) {
+        if (IsSeparator(pathText[i])) {
+            ++separators;
+            last = i;
+        }
+    }
+    if (separators < 2) {
+        *result = Share(path);
+        return S_OK;
+    }
+    auto ups = static_cast<size_t>(last < baseText.size() ? 1 : 0);
+    for (size_t i = last + 1; i < baseText.size(); ++i) {
+        ups += IsSeparator(baseText[i]) ? 1 : 0;
+    }
+    std::wstring relative;
+    while (ups-- > 0) {
+        relative += kUp;
+    }
+    *result = CreateText(relative.append(pathText.substr(last + 1)));
+    return S_OK;
+}
+
+int32_t FILENAMECreateAbsolute(IString* path, IString** result) {
+    *result = nullptr;
+    SmartPtr<IString> install;
+    FILENAMEGetInstallPath(install.Receive());
+    const CREFString installReference(install.Get());
+    const CREFString reference(path);
+    const std::wstring_view text = View(reference);
+
+    size_t ups = 0;
+    while (text.substr(std::min(kUp.size() * ups, text.size()), kUp.size()) == kUp) {
+        ++ups;
+    }
+    const bool empty = text.empty();
+    const bool absolute = !empty && (text.front() == L'/' || text.find(L':') != text.npos);
+    const bool plain = ups == 0 && (text.size() < kUp.size() || text[1] == L'/');
+    if (!empty) {
+        const size_t kept = absolute || plain ? 0 : kUp.size() * ups;
+        auto* characters = const_cast<wchar_t*>(text.data()); // GetString hands them out writable
+        std::replace(characters + kept, characters + text.size(), L'\\', L'/');
+    }
+    if (empty || absolute || plain) {
+        *result = Share(path);
+        return S_OK;
+    }
+    std::wstring name(GoUp(View(installReference), ups));
+    name.append(L"/").append(text.substr(kUp.size() * ups));
+    *result = CreateText(name);
+    return S_OK;
+}

@@ -1,0 +1,94 @@
+#include "framework/HostStrings.h"
+
+#include "framework/Components.h"
+#include "framework/Format.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned int kNumberCapacity = 256;
+
+/// Makes objects of a component of the module "Collections" through a component description, which
+/// is made once and kept.
+void* CreateDescribed(
+    SmartPtr<IComponentString>& description, const wchar_t* component, const IID& iid) {
+    if (!description) {
+        const CreatorFunction creator =
+            MODULECreateFunction(CREFString(L"CollectionsEx"), CREFString(L"ComponentString"));
+        if (!creator) {
+            return nullptr;
+        }
+        IID descriptionIID = IID_IComponentString;
+        creator(nullptr, &descriptionIID, description.ReceiveAny());
+        if (!description) {
+            return nullptr;
+        }
+        description->SetPart(COMPONENTPART_MODULE, CREFString(L"Collections"));
+        description->SetPart(COMPONENTPART_NAME, CREFString(component));
+    }
+    void* object = nullptr;
+    description->CreateInstance(iid, &object);
+    return object;
+}
+
+template <class Value>
+ICreatableString* CreateFormatted(const wchar_t* format, Value value) {
+    wchar_t text[kNumberCapacity];
+    _swprintf(text, kNumberCapacity, format, value);
+    return ISCreate(text);
+}
+
+} // namespace
+
+ICreatableString* CREFString::CreateString() {
+    static SmartPtr<IComponentString> gStringComponent;
+    return static_cast<ICreatableString*>(
+        CreateDescribed(gStringComponent, L"CreatableString", IID_ICreatableString));
+}
+
+IVariant* CREFString::CreateVariant() {
+    static SmartPtr<IComponentString> gVariantComponent;
+    return static_cast<IVariant*>(CreateDescribed(gVariantComponent, L"Variant", IID_IVariant));
+}
+
+ICreatableString* ISCreate(const wchar_t* text) {
+    return ISCreate(CREFString(text));
+}
+
+ICreatableString* ISCreate(const tagREFString& text) {
+    auto created = Adopt(CREFString::CreateString());
+    if (created) {
+        created->SetString(text);
+    }
+    return created.Detach();
+}
+
+ICreatableString* ISCreate(int32_t value) {
+    return CreateFormatted(L"%i", value);
+}
+
+ICreatableString* ISCreate(double value) {
+    return CreateFormatted(L"%f", value);
+}
+
+ICreatableString* ISCreateHex(int32_t value) {
+    constexpr int32_t kFirstUnpadded = 0x1000000;
+    return CreateFormatted(value < kFirstUnpadded ? L"#%06X" : L"#%X", value);
+}
+
+ICreatableString* ISCreateName(const char* name) {
+    auto created = Adopt(CREFString::CreateString());
+    const char* end = name + std::strlen(name);
+    while (created && name < end) {
+        wchar_t character = 0;
+        const int used = std::mbtowc(&character, name, static_cast<size_t>(end - name));
+        if (used <= 0) {
+            break;
+        }
+        created->AppendString({1, &character});
+        name += used;
+    }
+    return created.Detach();
+}
