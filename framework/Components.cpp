@@ -1,5 +1,6 @@
 #include "framework/Components.h"
 
+#include "framework/Guarded.h"
 #include "framework/HostStrings.h"
 
 #include <algorithm>
@@ -43,7 +44,10 @@ IComponentCollection* GLOBALComponents() {
 }
 
 CreatorFunction MODULECreateFunction(tagREFString module, tagREFString component) {
-    const std::string path = ModulePath(module);
+    std::string path;
+    if (Guarded([&] { return path = ModulePath(module), S_OK; }) < 0) {
+        return nullptr;
+    }
     void* library = dlopen(path.c_str(), RTLD_NOW);
     if (!library) {
         std::printf("Module not available %s, error %s\n", path.c_str(), dlerror());

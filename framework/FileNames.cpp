@@ -2,6 +2,7 @@
 
 #include "framework/Components.h"
 #include "framework/FileInterfaces.h"
+#include "framework/Guarded.h"
 #include "framework/HostStrings.h"
 
 #include <algorithm>
@@ -68,17 +69,7 @@ std::wstring_view GoUp(std::wstring_view folder, size_t levels) {
     return folder;
 }
 
-} // namespace
-
-int32_t FILENAMEGetInstallPath(IString** path) {
-    return ReadWorkspacePath(L"InstallPath", path);
-}
-
-int32_t FILENAMEGetCommonPath(IString** path) {
-    return ReadWorkspacePath(L"CommonPath", path);
-}
-
-int32_t FILENAMECreateRelative(IString* base, IString* path, IString** result) {
+IString* CreateRelative(IString* base, IString* path) {
     const CREFString baseReference(base);
     const CREFString pathReference(path);
     const std::wstring_view baseText = View(baseReference);
@@ -94,8 +85,7 @@ int32_t FILENAMECreateRelative(IString* base, IString* path, IString** result) {
         }
     }
     if (separators < 2) {
-        *result = Share(path);
-        return S_OK;
+        return Share(path);
     }
     auto ups = static_cast<size_t>(last < baseText.size() ? 1 : 0);
     for (size_t i = last + 1; i < baseText.size(); ++i) {
@@ -105,12 +95,10 @@ int32_t FILENAMECreateRelative(IString* base, IString* path, IString** result) {
     while (ups-- > 0) {
         relative += kUp;
     }
-    *result = CreateText(relative.append(pathText.substr(last + 1)));
-    return S_OK;
+    return CreateText(relative.append(pathText.substr(last + 1)));
 }
 
-int32_t FILENAMECreateAbsolute(IString* path, IString** result) {
-    *result = nullptr;
+IString* CreateAbsolute(IString* path) {
     SmartPtr<IString> install;
     FILENAMEGetInstallPath(install.Receive());
     const CREFString installReference(install.Get());
@@ -130,11 +118,37 @@ int32_t FILENAMECreateAbsolute(IString* path, IString** result) {
         std::replace(characters + kept, characters + text.size(), L'\\', L'/');
     }
     if (empty || absolute || plain) {
-        *result = Share(path);
-        return S_OK;
+        return Share(path);
     }
     std::wstring name(GoUp(View(installReference), ups));
     name.append(L"/").append(text.substr(kUp.size() * ups));
-    *result = CreateText(name);
-    return S_OK;
+    return CreateText(name);
+}
+
+/// Hands out the name that `create` makes; null when memory runs out.
+template <class Create>
+int32_t HandOut(IString** result, Create&& create) {
+    *result = nullptr;
+    return Guarded([&] {
+        *result = create();
+        return S_OK;
+    });
+}
+
+} // namespace
+
+int32_t FILENAMEGetInstallPath(IString** path) {
+    return ReadWorkspacePath(L"InstallPath", path);
+}
+
+int32_t FILENAMEGetCommonPath(IString** path) {
+    return ReadWorkspacePath(L"CommonPath", path);
+}
+
+int32_t FILENAMECreateRelative(IString* base, IString* path, IString** result) {
+    return HandOut(result, [&] { return CreateRelative(base, path); });
+}
+
+int32_t FILENAMECreateAbsolute(IString* path, IString** result) {
+    return HandOut(result, [&] { return CreateAbsolute(path); });
 }

@@ -30,6 +30,9 @@ void* CreateDescribed(
     }
     void* object = nullptr;
     description->CreateInstance(iid, &object);
+    if (!object) {
+        description.Reset(); // it may have been filled while memory was short: made anew next time
+    }
     return object;
 }
 

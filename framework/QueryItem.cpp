@@ -23,5 +23,9 @@ int32_t QueryItemObject(IUnknown* item, const IID& iid, void** result) {
         moniker = Query<ICollectionMoniker>(stoodFor.Get());
     }
     *result = nullptr; // a failed query may have left something else
-    return moniker ? moniker->BindToObject(iid, result) : E_NOINTERFACE;
+    const int32_t status = moniker ? moniker->BindToObject(iid, result) : E_NOINTERFACE;
+    if (status < 0) {
+        *result = nullptr;
+    }
+    return status;
 }

@@ -34,6 +34,16 @@ void Clear(CREFString* out) {
     }
 }
 
+template <class Same>
+bool IsEqualBy(tagREFString first, tagREFString second, Same same) {
+    if (first.m_Length != second.m_Length) {
+        return false;
+    }
+    return first.m_Length <= 0 ||
+        (first.m_String && second.m_String &&
+            std::equal(first.m_String, first.m_String + first.m_Length, second.m_String, same));
+}
+
 } // namespace
 
 CREFString::CREFString(const wchar_t* text)
@@ -155,12 +165,12 @@ int32_t CREFString::Split(
     return S_OK;
 }
 
-bool EqualIgnoringCase(tagREFString first, tagREFString second) {
-    const auto same = [](wchar_t a, wchar_t b) {
+bool IsEqual(tagREFString first, tagREFString second) {
+    return IsEqualBy(first, second, [](wchar_t a, wchar_t b) { return a == b; });
+}
+
+bool IsEqualIgnoringCase(tagREFString first, tagREFString second) {
+    return IsEqualBy(first, second, [](wchar_t a, wchar_t b) {
         return std::towlower(static_cast<wint_t>(a)) == std::towlower(static_cast<wint_t>(b));
-    };
-    return first.m_Length == second.m_Length &&
-        (first.m_Length <= 0 || (first.m_String && second.m_String)) &&
-        (first.m_Length <= 0 ||
-            std::equal(first.m_String, first.m_String + first.m_Length, second.m_String, same));
+    });
 }

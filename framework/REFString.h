@@ -58,5 +58,7 @@ private:
     int32_t TakeRight(CREFString* out, wchar_t delimiter, bool remove, bool dropDelimiter);
 };
 
-/// Whether two references hold the same characters, without regard to case.
-bool EqualIgnoringCase(tagREFString first, tagREFString second);
+/// Whether two references hold the same characters.
+bool IsEqual(tagREFString first, tagREFString second);
+/// The same without regard to case.
+bool IsEqualIgnoringCase(tagREFString first, tagREFString second);

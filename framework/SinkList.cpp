@@ -71,11 +71,12 @@ SmartPtr<IUnknown> SinkList::Take(ObjectBase& owner, int32_t index) const {
 
 bool SinkList::TakeInterface(
     ObjectBase& owner, int32_t index, const IID& iid, void** answer) const {
+    SmartPtr<IUnknown> sink; // released outside the lock
     const ObjectGuard guard(owner);
     if (index >= m_AdviseCount) {
         return false;
     }
-    const SmartPtr<IUnknown> sink = m_AdviseList[index]->m_Sink;
+    sink = m_AdviseList[index]->m_Sink;
     *answer = QueryObject(sink.Get(), iid);
     return true;
 }

@@ -1,0 +1,45 @@
+#include "uitree/Geometry.h"
+#include "uitree/UITreeImpl.h"
+
+// Hit testing and touch.
+
+int32_t CUITree::HitTest(int32_t x, int32_t y, CANVASRect* rect, IUnknown** node) {
+    if (!node) {
+        return E_POINTER;
+    }
+    return Perform([&] {
+        const CANVASRect area = RectOf(rect);
+        View view;
+        if (!TakeView(view) || !Contains(area, x, y)) {
+            return E_FAIL;
+        }
+        LayOut(area, view.rows);
+        NodeAddress hit;
+        int32_t row = 0;
+        GetElementPos(Saturate(int64_t{x} - area.left), Saturate(int64_t{y} - area.top), &row);
+        get_VisibleIndex(view.collection.Get(), row, &hit.index, hit.collection.Receive());
+        auto found =
+            hit.collection ? ItemOf(*hit.collection.Get(), hit.index) : SmartPtr<IUnknown>();
+        if (!found) {
+            return E_FAIL;
+        }
+        *node = found.Detach();
+        return S_OK;
+    });
+}
+
+int32_t CUITree::Touch(double /*x*/, double /*y*/, CANVASRect* /*rect*/, double phase, double,
+    double, double, double, double, double panY, double, double) {
+    return Perform([&] {
+        const int32_t position = ScrollPos();
+        if (phase == 0.0) {
+            m_TouchStartPos = position;
+        }
+        if (phase < 0.0 || m_ElementHeight <= 0) {
+            return S_OK;
+        }
+        Scroll(Truncate(m_TouchStartPos - panY / m_ElementHeight));
+        Refresh(0);
+        return S_OK;
+    });
+}

@@ -1,0 +1,152 @@
+#include "uitree/Geometry.h"
+#include "uitree/UITreeImpl.h"
+
+#include <algorithm>
+
+// The bound collection, and the way between row numbers and nodes.
+
+namespace {
+
+/// Parameters of "UIDefault".
+constexpr int32_t kDefaultRowHeight = 3;
+constexpr int32_t kDefaultTextSize = 10;
+
+constexpr int32_t kRootFlags = NODE_VISIBLE | 1;
+constexpr int32_t kSmallestIndent = 10; ///< pixels
+
+void Store(int32_t* out, int32_t value) {
+    if (out) {
+        *out = value;
+    }
+}
+
+} // namespace
+
+int32_t CUITree::get_VisibleIndex(
+    ISuperCollection* collection, int32_t row, int32_t* index, ISuperCollection** owner) {
+    if (!collection || !owner || row < 0) {
+        return E_INVALIDARG;
+    }
+    TreeWalk walk(collection);
+    if (!walk.SeekRow(row)) {
+        Store(index, walk.Seen());
+        return E_INVALIDARG;
+    }
+    Store(index, walk.Index());
+    *owner = SmartPtr(walk.Collection()).Detach();
+    return S_OK;
+}
+
+int32_t CUITree::CountRows(ISuperCollection* collection) {
+    int32_t count = 0;
+    SmartPtr<ISuperCollection> owner;
+    get_VisibleIndex(collection, kNoRow, &count, owner.Receive());
+    return count;
+}
+
+void CUITree::GetElementPos(int32_t /*x*/, int32_t y, int32_t* row) const {
+    *row = Saturate(int64_t{y / m_ElementHeight} + ScrollPos());
+}
+
+int32_t CUITree::get_Collection(IUnknown** collection) {
+    if (!collection) {
+        return E_POINTER;
+    }
+    *collection = SmartPtr(m_Collection).Detach();
+    return *collection ? S_OK : E_INVALIDARG;
+}
+
+int32_t CUITree::put_Collection(IUnknown* collection) {
+    return Perform([&] {
+        const auto bound = Query<ISuperCollection>(collection);
+        if (m_RenderStyle) {
+            m_RenderStyle->SetStyleValueC(-1);
+            m_RenderStyle->SetStyleValueA(0);
+            m_RenderStyle->SetStyleValueB(1);
+            m_RenderStyle->SetStyleValuePair(-1, 0);
+        }
+        if (m_UseDefaultStyle != 0) {
+            ApplyDefaultSizes();
+        }
+        if (!bound) {
+            return E_INVALIDARG;
+        }
+        const ObjectGuard guard(*this);
+        if (m_OwnsCollection && m_Collection) {
+            m_Collection->RemoveAll();
+        }
+        m_Collection = bound;
+        m_OwnsCollection = false;
+        for (int32_t i = CountOf(*bound.Get()) - 1; i >= 0; --i) {
+            bound->SetItemFlags(i, kRootFlags);
+        }
+        Scroll(0);
+        return S_OK;
+    });
+}
+
+void CUITree::ApplyDefaultSizes() {
+    const auto defaults = CreateHostObject<IUIPropInterrogate>("UIDefault");
+    if (!defaults) {
+        return;
+    }
+    defaults->Inquire(kDefaultRowHeight, &m_ElementHeight);
+    int32_t textSize = 0;
+    defaults->Inquire(kDefaultTextSize, &textSize);
+    m_ElementHeight = std::max(m_ElementHeight, textSize);
+    if (m_RenderStyle) {
+        m_RenderStyle->SetStyleSize(textSize);
+    }
+}
+
+int32_t CUITree::get_Node(int32_t, int32_t row, int32_t, IUnknown** node) {
+    if (!node) {
+        return E_POINTER;
+    }
+    *node = nullptr;
+    return Perform([&] {
+        NodeAddress found;
+        const int32_t status =
+            get_VisibleIndex(m_Collection.Get(), row, &found.index, found.collection.Receive());
+        return status < 0 ? E_INVALIDARG : found.collection->GetItem(found.index, node);
+    });
+}
+
+int32_t CUITree::put_Node(int32_t, int32_t row, int32_t, IUnknown* node) {
+    return Perform([&] {
+        NodeAddress place{.collection = {}, .index = row < 0 ? kNoRow : row};
+        const int32_t resolved = get_VisibleIndex(
+            m_Collection.Get(), place.index, &place.index, place.collection.Receive());
+        if (resolved < 0) {
+            place.collection = m_Collection;
+        }
+        if (!place.collection) {
+            return resolved;
+        }
+        const int32_t status = place.collection->InsertItem(place.index, 0, node, 0, 0);
+        place.collection->SetItemFlags(place.index, kRootFlags);
+        return status;
+    });
+}
+
+int32_t CUITree::GetContainerSize(int32_t* columns, int32_t* rows, int32_t* layers) {
+    Store(columns, 1);
+    Store(layers, 1);
+    return Perform([&] {
+        SmartPtr<ISuperCollection> owner;
+        get_VisibleIndex(m_Collection.Get(), kNoRow, rows, owner.Receive());
+        return S_OK;
+    });
+}
+
+int32_t CUITree::SetElementSize(int32_t /*width*/, int32_t height) {
+    m_ElementHeight = height;
+    m_IndentWidth = std::max(height, kSmallestIndent);
+    return S_OK;
+}
+
+int32_t CUITree::GetElementSize(int32_t* width, int32_t* height) {
+    Store(height, m_ElementHeight);
+    Store(width, 0);
+    return S_OK;
+}

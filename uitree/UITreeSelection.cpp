@@ -1,0 +1,89 @@
+#include "uitree/Geometry.h"
+#include "uitree/UITreeImpl.h"
+
+// The selected node, and the announcement of changes.
+
+int32_t CUITree::SelectNode(int32_t row, int32_t flags) {
+    return Perform([&] {
+        const int64_t offset = (flags & SELECT_ABSOLUTE) != 0 ? 0 : ScrollPos();
+        NodeAddress target{.collection = {}, .index = -1};
+        get_VisibleIndex(
+            m_Collection.Get(), Saturate(row - offset), &target.index, target.collection.Receive());
+        if ((flags & SELECT_SCROLL) != 0) {
+            Scroll(row);
+        }
+        SmartPtr<IUnknown> node;
+        if ((flags & SELECT_UNMARKED) == 0 && target.collection) {
+            UnmarkSelected();
+            node = ItemOf(*target.collection.Get(), target.index);
+            const int32_t marked = FlagsOf(*target.collection.Get(), target.index) | NODE_SELECTED;
+            target.collection->SetItemFlags(target.index, marked);
+        }
+        if ((flags & SELECT_CURRENT) != 0) {
+            SetSelection(target);
+            Fire_NodeSelect(Self(), NODESELECT_CLICK, target.index, NODEACTION_NONE, node.Get());
+        }
+        return S_OK;
+    });
+}
+
+int32_t CUITree::GetSelected(int32_t index, int32_t kind, IUnknown** result) {
+    if (!result) {
+        return E_POINTER;
+    }
+    *result = nullptr;
+    return Perform([&] {
+        SmartPtr<ISuperCollection> collection = m_SelectedCollection;
+        const int32_t wanted = index == -1 ? m_SelectedIndex : index;
+        if (!collection) {
+            return E_FAIL;
+        }
+        switch (kind) {
+        case SELECTED_NODE:
+            return collection->GetItem(wanted, result);
+        case SELECTED_DATA:
+            return collection->GetItemData(wanted, result);
+        case SELECTED_COLLECTION:
+            *result = collection.Detach();
+            return m_SelectedIndex;
+        default:
+            return E_FAIL;
+        }
+    });
+}
+
+int32_t CUITree::Refresh() {
+    return Perform([&] {
+        FIRE_UIItemChanged(Self(), 0);
+        return S_OK;
+    });
+}
+
+int32_t CUITree::Refresh(int32_t) {
+    return Refresh();
+}
+
+/// Whatever changed inside the tree's data, listeners hear that the control itself changed.
+int32_t CUITree::UIItemChanged(IUnknown* /*item*/, int32_t /*flags*/) {
+    return Refresh();
+}
+
+void CUITree::SetSelection(const NodeAddress& node) {
+    m_SelectedIndex = node.index;
+    m_SelectedCollection = node.collection;
+}
+
+void CUITree::UnmarkSelected() {
+    if (const SmartPtr<ISuperCollection> collection = m_SelectedCollection) {
+        Unmark(collection.Get(), m_SelectedIndex);
+    }
+}
+
+/// Takes an item's selected bit, with all above it; an item that cannot be read is left alone.
+void CUITree::Unmark(ISuperCollection* collection, int32_t index) {
+    constexpr int32_t kKept = NODE_LEVEL_MASK | NODE_VISIBLE | NODE_EXPANDED;
+    int32_t flags = 0;
+    if (collection->GetItemFlags(index, &flags) >= 0) {
+        collection->SetItemFlags(index, flags & kKept);
+    }
+}
