@@ -1,13 +1,5 @@
 #include "framework/SmartPtr.h"
 
-void* QueryObject(IUnknown* object, const IID& iid) {
-    void* answer = nullptr;
-    if (!object || object->QueryInterface(iid, &answer) < 0) {
-        return nullptr;
-    }
-    return answer;
-}
-
 bool IsSameObject(IUnknown* first, IUnknown* second) {
     if (!first || !second) {
         return first == second;

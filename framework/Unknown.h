@@ -24,4 +24,7 @@ bool IsSameObject(IUnknown* first, IUnknown* second);
 
 /// The interface `iid` of `object` with one reference for the caller; null when `object` is null
 /// or lacks it.
-[[nodiscard]] void* QueryObject(IUnknown* object, const IID& iid);
+[[nodiscard]] inline void* QueryObject(IUnknown* object, const IID& iid) {
+    void* answer = nullptr;
+    return object && object->QueryInterface(iid, &answer) >= 0 ? answer : nullptr;
+}

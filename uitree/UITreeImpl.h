@@ -180,7 +180,7 @@ private:
 
     // Selection.
     void SetSelection(const NodeAddress& node);
-    void FlipAndSelect(const NodeAddress& node);
+    void FlipAndSelect(const NodeAddress& row);
     void UnmarkSelected();
     static void Unmark(ISuperCollection* collection, int32_t index);
 
@@ -197,7 +197,7 @@ private:
     int32_t DoubleClick(const PointerEvent& event);
     int32_t Click(const PointerEvent& event);
     bool IsToggleZone(const PointerEvent& event, int32_t level) const;
-    int32_t Toggle(const NodeAddress& node, ISuperCollection& children, int32_t flags);
+    int32_t Toggle(const NodeAddress& row, ISuperCollection& children, int32_t flags);
     int32_t SecondaryPress(const PointerEvent& event);
 
     CResourceLock m_Lock;

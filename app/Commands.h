@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+// The commands of treehost. Each prints its result on standard output and throws when it fails.
+
+/// A wrong argument that only shows once the input is there.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct ShotOptions {
+    std::string m_Path;             ///< of a folder or an outline, or "-"
+    std::string m_Out = "tree.png"; ///< relative to where the command was called
+    std::string m_Size = "480x640"; ///< in pixels
+    int32_t m_Scroll = 0;           ///< the first row shown
+    std::vector<int32_t> m_Open;    ///< rows to open, one after the other
+    int32_t m_Depth = 0;            ///< levels to open
+};
+
+/// Draws the tree to a PNG file and prints the file's name.
+void RunShot(const ShotOptions& options);
+
+struct RowsOptions {
+    std::string m_Path;
+    int32_t m_Depth = 0;
+};
+
+/// Prints the visible rows.
+void RunRows(const RowsOptions& options);
+
+/// Prints the control's interfaces and parameters, for people or as JSON.
+void RunInfo(bool asJson);

@@ -1,0 +1,31 @@
+// The smallest host: binds a tree to the control and draws it into sample.png.
+
+#include "framework/DrawingInterfaces.h"
+#include "framework/TreeInterfaces.h"
+#include "host/Host.h"
+#include "host/Module.h"
+#include "host/OutlineSource.h"
+
+#include <cairo.h>
+#include <sstream>
+
+int main() {
+    Host host(".");                                  // the folder with the modules
+    Module module("./UITree.so", host.Components()); // loads it and hands the components over
+    auto tree = module.Create<IUITree>(L"UITree");   // the one reference is ours
+    std::istringstream text("Fruit\n  Apple\n  Pear\nBread\n");
+    auto data = ReadOutline(text); // any ISuperCollection will do
+    tree->put_Collection(data.Get());
+    tree->MakeNodeVisible(data.Get(), 0);
+
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 200, 100);
+    UbuntuCanvas canvas{cairo_create(surface)};
+    cairo_set_source_rgb(canvas.m_Context, 1, 1, 1);
+    cairo_paint(canvas.m_Context);
+    CANVASRect rect{0, 0, 200, 100};
+    Query<IRenderableObject>(tree.Get())->Render(&canvas, &rect, nullptr, 0);
+    cairo_destroy(canvas.m_Context);
+    const bool written = cairo_surface_write_to_png(surface, "sample.png") == CAIRO_STATUS_SUCCESS;
+    cairo_surface_destroy(surface);
+    return written ? 0 : 1;
+}
