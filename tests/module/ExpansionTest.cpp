@@ -46,21 +46,6 @@ TEST_F(ExpansionTest, LazyNodeIsFilledOnceBeforeItIsShown) {
     }
 }
 
-TEST_F(ExpansionTest, CompactNodesClosesDownToTheRootItems) {
-    Bind("A\n a1\n  x\n   deep\n a2\nB");
-    Open("A");
-    Open("a1");
-    SetFlags("B", 0x7F01);
-    SetFlags("deep", 0x7604);
-    EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
-    EXPECT_EQ(Rows(), "A B");
-    EXPECT_EQ(Flags("A"), 0x101);
-    EXPECT_EQ(Flags("a1"), 2);
-    EXPECT_EQ(Flags("x"), 3);
-    EXPECT_EQ(Flags("B"), 0x101);
-    EXPECT_EQ(Flags("deep"), 0x7604) << "what was hidden keeps its flags";
-}
-
 TEST_F(ExpansionTest, CompactNodesLooksBelowHiddenRootItems) {
     Bind("A\n a1");
     Open("A");

@@ -1,4 +1,3 @@
-#include "tests/support/Listener.h"
 #include "tests/support/TreeTest.h"
 
 #include "framework/Support.h"
@@ -19,7 +18,6 @@ protected:
         m_Properties.Reset();
         TreeTest::TearDown();
     }
-
     /// The same answer through both interfaces.
     int32_t Inquire(int32_t id, int32_t* value) const {
         int32_t other = -77;
@@ -125,10 +123,9 @@ TEST_F(PropertiesTest, IconsAreObjectsThatCanBeTakenReplacedAndReset) {
         EXPECT_EQ(m_Properties->ControlEx(id, nullptr), S_OK);
         EXPECT_EQ(m_Properties->InquireEx(id, same.Receive()), 0x17);
         EXPECT_FALSE(same);
-        const auto listener = Listener::Make();
-        As<IEventSource>()->Advise(listener->Identity(), 1);
+        Listen();
         EXPECT_EQ(m_Tree->Control(172, 0), S_OK);
-        EXPECT_EQ(listener->TakeNames(), "UIItemChanged");
+        EXPECT_EQ(m_Listener->TakeNames(), "UIItemChanged");
         As<IEventSource>()->Advise(nullptr, 0);
         m_Properties->InquireEx(id, same.Receive());
         EXPECT_TRUE(same);

@@ -13,7 +13,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// What the fakes below were asked to do, in order.
+/// What the helpers of the control were asked to do, in order.
 using Log = std::vector<std::string>;
 
 std::string Text(const CANVASRect& rect) {
@@ -21,15 +21,48 @@ std::string Text(const CANVASRect& rect) {
            std::to_string(rect.width) + "," + std::to_string(rect.height);
 }
 
-class Picture final : public HostObject<Picture, IRenderableObject, IFileArchive> {
-public:
-    static constexpr const char* kKind = "Picture";
-    Picture(Log& log, std::string name) : m_Log(log), m_Name(std::move(name)) {}
+bool IsClipped(cairo_t* context) {
+    double left = 0, top = 0, right = 0, bottom = 0;
+    cairo_clip_extents(context, &left, &top, &right, &bottom);
+    return right < 200;
+}
 
-    int32_t Render(UbuntuCanvas*, CANVASRect* rect, IUnknown* context, int32_t param) override {
+/// Any helper of the control: writes down what it is asked, and answers failure where the control
+/// must not care.
+class Helper final : public HostObject<Helper, IUIScrollBar, IRenderableObject, IFileArchive,
+                         IPMRenderStyle, IPMRenderer> {
+public:
+    static constexpr const char* kKind = "Helper";
+    Helper(Log& log, std::string name) : m_Log(log), m_Name(std::move(name)) {}
+
+    int32_t GetPos(int32_t* pos) override {
+        *pos = m_Pos;
+        return Note("pos", {});
+    }
+    int32_t SetPos(int32_t pos) override {
+        m_Pos = pos;
+        return Note("set", {pos});
+    }
+    int32_t SetRange(int32_t min, int32_t max) override { return Note("range", {min, max}); }
+    int32_t Configure(int32_t what, int32_t value) override {
+        return Note("configure", {what, value});
+    }
+    int32_t Layout(CANVASRect* area, CANVASRect* bar, CANVASRect* client) override {
+        EXPECT_EQ(Text(*bar) + Text(*client), "0,0,0,00,0,0,0");
+        m_Log.push_back("layout " + Text(*area));
+        if (m_Status >= 0) {
+            *bar = {area->left + area->width - 10, area->top, 10, area->height};
+            *client = {area->left, area->top, area->width - 10, area->height};
+        }
+        return m_Status;
+    }
+
+    int32_t Render(
+        UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override {
         EXPECT_EQ(context, nullptr);
-        m_Log.push_back(m_Name + " " + Text(*rect) + " p" + std::to_string(param));
-        return E_FAIL; // of no interest to the control
+        m_Log.push_back(m_Name + " " + Text(*rect) + " p" + std::to_string(param) +
+                        (IsClipped(canvas->m_Context) ? "" : " unclipped"));
+        return E_FAIL;
     }
     int32_t SetFileName(IString* fileName) override {
         const std::string path = ToUtf8(CREFString(fileName));
@@ -39,98 +72,37 @@ public:
     int32_t Populate() override { return S_OK; }
     int32_t GetContentState(int32_t, int32_t*) override { return E_FAIL; }
 
-private:
-    Log& m_Log;
-    std::string m_Name;
-};
-
-class Bar final : public HostObject<Bar, IUIScrollBar, IRenderableObject> {
-public:
-    static constexpr const char* kKind = "Bar";
-    explicit Bar(Log& log) : m_Log(log) {}
-
-    int32_t GetPos(int32_t* pos) override {
-        m_Log.push_back("pos");
-        *pos = m_Pos;
-        return S_OK;
-    }
-    int32_t SetPos(int32_t pos) override {
-        m_Log.push_back("set " + std::to_string(pos));
-        m_Pos = pos;
-        return S_OK;
-    }
-    int32_t SetRange(int32_t min, int32_t max) override {
-        m_Log.push_back("range " + std::to_string(min) + ".." + std::to_string(max));
-        return S_OK;
-    }
-    int32_t Configure(int32_t what, int32_t value) override {
-        m_Log.push_back("configure " + std::to_string(what) + " " + std::to_string(value));
-        return S_OK;
-    }
-    int32_t Layout(CANVASRect* area, CANVASRect* bar, CANVASRect* client) override {
-        EXPECT_EQ(Text(*bar), "0,0,0,0");
-        m_Log.push_back("layout " + Text(*area));
-        if (m_Status >= 0) {
-            *bar = {area->left + area->width - 10, area->top, 10, area->height};
-            *client = {area->left, area->top, area->width - 10, area->height};
-        }
-        return m_Status;
-    }
-    int32_t Render(UbuntuCanvas* canvas, CANVASRect* rect, IUnknown*, int32_t param) override {
-        double left = 0;
-        double top = 0;
-        double right = 0;
-        double bottom = 0;
-        cairo_clip_extents(canvas->m_Context, &left, &top, &right, &bottom);
-        m_Log.push_back("bar " + Text(*rect) + " p" + std::to_string(param) +
-                        (right > 100 ? " unclipped" : " clipped"));
-        return S_OK;
-    }
-
-    Log& m_Log;
-    int32_t m_Pos = 0;
-    int32_t m_Status = 0;
-};
-
-class Style final : public HostObject<Style, IPMRenderStyle> {
-public:
-    static constexpr const char* kKind = "Style";
-    explicit Style(Log& log) : m_Log(log) {}
-
-    int32_t SetStyleValueA(int32_t value) override { return Note("A", value); }
-    int32_t SetStyleValueB(int32_t value) override { return Note("B", value); }
-    int32_t SetStyleSize(int32_t size) override { return Note("size", size); }
+    int32_t SetStyleValueA(int32_t value) override { return Note("A", {value}); }
+    int32_t SetStyleValueB(int32_t value) override { return Note("B", {value}); }
+    int32_t SetStyleSize(int32_t size) override { return Note("size", {size}); }
     int32_t SetStyleValuePair(int32_t first, int32_t second) override {
-        return Note("pair " + std::to_string(first), second);
+        return Note("pair", {first, second});
     }
-    int32_t SetColor(int32_t rgb) override { return Note("color", rgb); }
-    int32_t SetStyleValue(int32_t value) override { return Note("value", value); }
-    int32_t SetStyleValueC(int32_t value) override { return Note("C", value); }
-
-private:
-    int32_t Note(const std::string& what, int32_t value) {
-        m_Log.push_back(what + " " + std::to_string(value));
-        return E_FAIL;
-    }
-
-    Log& m_Log;
-};
-
-class Renderer final : public HostObject<Renderer, IPMRenderer> {
-public:
-    static constexpr const char* kKind = "Renderer";
-    explicit Renderer(Log& log) : m_Log(log) {}
+    int32_t SetColor(int32_t rgb) override { return Note("color", {rgb}); }
+    int32_t SetStyleValue(int32_t value) override { return Note("value", {value}); }
+    int32_t SetStyleValueC(int32_t value) override { return Note("C", {value}); }
 
     int32_t DrawText(IPMRenderStyle*, tagREFString text, UbuntuCanvas*, CANVASRect* rect,
         int32_t first, int32_t second) override {
-        EXPECT_EQ(first, 0);
-        EXPECT_EQ(second, 0);
+        EXPECT_EQ(first + second, 0);
         m_Log.push_back("'" + ToUtf8(text) + "' " + Text(*rect));
         return E_FAIL;
     }
 
+    int32_t m_Pos = 0;
+    int32_t m_Status = 0; ///< of Layout
+
 private:
+    int32_t Note(std::string what, std::initializer_list<int32_t> values) {
+        for (const int32_t value : values) {
+            what += " " + std::to_string(value);
+        }
+        m_Log.push_back(what);
+        return E_FAIL;
+    }
+
     Log& m_Log;
+    std::string m_Name;
 };
 
 /// A node that has a label and stands for nothing.
@@ -166,18 +138,14 @@ class RenderingTest : public TreeTest {
 protected:
     RenderingTest() {
         m_Host->Register(L"UIScrollBar", [this](const IID& iid, void** object) {
-            m_Bar = Bar::Make(m_Log);
+            m_Bar = Helper::Make(m_Log, "bar");
             return m_Bar->QueryInterface(iid, object);
         });
-        m_Host->Register(L"CIFFileEx", [this](const IID& iid, void** object) {
-            return Picture::Make(m_Log, "")->QueryInterface(iid, object);
-        });
-        m_Host->Register(L"PMRenderStyle", [this](const IID& iid, void** object) {
-            return Style::Make(m_Log)->QueryInterface(iid, object);
-        });
-        m_Host->Register(L"PMRenderer", [this](const IID& iid, void** object) {
-            return Renderer::Make(m_Log)->QueryInterface(iid, object);
-        });
+        for (const wchar_t* name : {L"CIFFileEx", L"PMRenderStyle", L"PMRenderer"}) {
+            m_Host->Register(name, [this](const IID& iid, void** object) {
+                return Helper::Make(m_Log, "")->QueryInterface(iid, object);
+            });
+        }
     }
 
     void SetUp() override {
@@ -210,18 +178,9 @@ protected:
         }
         return labels;
     }
-    bool IsClipped() const {
-        double left = 0;
-        double top = 0;
-        double right = 0;
-        double bottom = 0;
-        cairo_clip_extents(m_Canvas.m_Context, &left, &top, &right, &bottom);
-        return right < 200 || bottom < 200;
-    }
-
     Log m_Log;
     Log m_Constructed;
-    SmartPtr<Bar> m_Bar;
+    SmartPtr<Helper> m_Bar;
     cairo_surface_t* m_Surface = nullptr;
     UbuntuCanvas m_Canvas = {};
     int32_t m_Status = 0;
@@ -243,16 +202,16 @@ TEST_F(RenderingTest, BindingSetsTheStyleUpAgainAndScrollsToTheTop) {
 TEST_F(RenderingTest, PassCallsItsHelpersInOrderAndLeavesNoClip) {
     Bind("A");
     EXPECT_THAT(Render({5, 7, 110, 100}),
-        ElementsAre("range 0..0", "layout 5,7,110,100", "pos", "value 0", "color 4934475",
+        ElementsAre("range 0 0", "layout 5,7,110,100", "pos", "value 0", "color 4934475",
             "'A' 35,7,100,15", "bar 105,7,10,100 p5 unclipped"));
     EXPECT_EQ(m_Status, S_OK);
-    EXPECT_FALSE(IsClipped());
+    EXPECT_FALSE(IsClipped(m_Canvas.m_Context));
 }
 
 TEST_F(RenderingTest, OpenRowDrawsItsIconThenItsRowsThenItself) {
     const auto root = SuperCollection::Make();
     const auto open = SuperCollection::Make();
-    const auto picture = Picture::Make(m_Log, "image");
+    const auto picture = Helper::Make(m_Log, "image");
     open->Append("leaf", picture->Identity());
     open->SetItemFlags(0, NODE_SELECTED | NODE_VISIBLE | 2);
     root->Append("open", open->Identity());
@@ -322,12 +281,12 @@ TEST_F(RenderingTest, NothingIsDrawnWithoutRows) {
 TEST_F(RenderingTest, LayoutDecidesWhatIsShown) {
     Bind("A");
     m_Bar->m_Status = 1;
-    EXPECT_THAT(Render(), ElementsAre("range 0..0", "layout 0,0,110,100", "pos", "value 0",
+    EXPECT_THAT(Render(), ElementsAre("range 0 0", "layout 0,0,110,100", "pos", "value 0",
                               "color 4934475", "'A' 30,0,100,15"));
     m_Bar->m_Status = E_FAIL;
-    EXPECT_THAT(Render(), ElementsAre("range 0..0", "layout 0,0,110,100", "pos"));
+    EXPECT_THAT(Render(), ElementsAre("range 0 0", "layout 0,0,110,100", "pos"));
     EXPECT_EQ(m_Status, S_OK);
-    EXPECT_FALSE(IsClipped());
+    EXPECT_FALSE(IsClipped(m_Canvas.m_Context));
 }
 
 TEST_F(RenderingTest, LabelsComeFromTheNodeThenTheCollectionThenAWord) {

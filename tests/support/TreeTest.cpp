@@ -44,10 +44,16 @@ void TreeTest::TearDown() {
     }
     m_Tree.Reset();
     m_Root.Reset();
+    m_Listener.Reset();
     m_Module.reset();
     m_Host.reset();
     EXPECT_EQ(dlopen("./UITree.so", RTLD_NOW | RTLD_NOLOAD), nullptr) << "still loaded";
     EXPECT_EQ(LiveObjects(), m_LiveBefore) << "host objects leaked";
+}
+
+void TreeTest::Listen() {
+    m_Listener = Listener::Make();
+    As<IEventSource>()->Advise(m_Listener->Identity(), 1);
 }
 
 SmartPtr<ISuperCollection> TreeTest::Outline(const std::string& outline) {

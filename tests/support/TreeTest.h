@@ -5,6 +5,7 @@
 #include "host/Host.h"
 #include "host/Module.h"
 #include "host/SuperCollection.h"
+#include "tests/support/Listener.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,9 @@ protected:
     void SetUp() override;
     /// Lets go of the control and checks that nothing is left.
     void TearDown() override;
+
+    /// Connects a listener, m_Listener, to the control.
+    void Listen();
 
     template <class T>
     SmartPtr<T> As() const {
@@ -64,6 +68,7 @@ protected:
     std::optional<Module> m_Module;
     SmartPtr<IUITree> m_Tree;
     SmartPtr<ISuperCollection> m_Root;
+    SmartPtr<Listener> m_Listener;
 
 private:
     std::map<std::string, int32_t> m_LiveBefore;
