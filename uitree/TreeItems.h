@@ -3,6 +3,8 @@
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
 
+#include <algorithm>
+
 // What the control asks of the items and flag words of the host's collections.
 
 /// The sub-collection that makes an item expandable, looked for through the item's wrappers; empty
@@ -18,7 +20,7 @@ inline int32_t FlagsOf(ISuperCollection& collection, int32_t index) {
 inline int32_t CountOf(ISuperCollection& collection) {
     int32_t count = 0;
     collection.GetCount(&count);
-    return count;
+    return std::max(count, 0);
 }
 
 inline SmartPtr<IUnknown> ItemOf(ISuperCollection& collection, int32_t index) {

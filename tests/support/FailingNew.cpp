@@ -1,4 +1,4 @@
-#include "tests/framework/FailingNew.h"
+#include "tests/support/FailingNew.h"
 
 #include <cstdlib>
 #include <new>
