@@ -100,7 +100,7 @@ void CountRows(benchmark::State& state) {
     double control = 0;
     double bare = 0;
     int32_t rows = 0;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         control += SecondsOf([&] { bench.m_Tree->GetContainerSize(nullptr, &rows, nullptr); });
         bare += SecondsOf([&] { benchmark::DoNotOptimize(CountBare(bench.m_Root.Get())); });
     }
@@ -120,7 +120,7 @@ void RenderLastRow(benchmark::State& state) {
     bench.m_Tree->Control(115, rows - 1);
     double control = 0;
     double bare = 0;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         control += SecondsOf([&] { renderable->Render(nullptr, &rect, nullptr, 0); });
         bare += 2 * SecondsOf([&] { benchmark::DoNotOptimize(CountBare(bench.m_Root.Get())); });
     }

@@ -33,8 +33,8 @@ int32_t SetGlobalComponents(IComponentCollection* collection) {
 
 IComponentCollection* GLOBALComponents() {
     if (!gGlobalComponentCollection) {
-        const CreatorFunction creator =
-            MODULECreateFunction(CREFString(L"CollectionsEx"), CREFString(L"GlobalComponentCollection"));
+        const CreatorFunction creator = MODULECreateFunction(
+            CREFString(L"CollectionsEx"), CREFString(L"GlobalComponentCollection"));
         if (creator) {
             IID iid = IID_IComponentCollection;
             creator(nullptr, &iid, gGlobalComponentCollection.ReceiveAny());

@@ -24,15 +24,14 @@ void FireNodeSelect(ObjectBase& owner, const SinkList& sinks, IUnknown* containe
 
 void FireNodeDrag(ObjectBase& owner, const SinkList& sinks, IUnknown* context, int32_t state,
     int32_t x, int32_t y, IUnknown* node) {
-    ForEachContainerSink(owner, sinks, [&](_IUIContainerEvents& events) {
-        events.NodeDrag(context, state, x, y, node);
-    });
+    ForEachContainerSink(owner, sinks,
+        [&](_IUIContainerEvents& events) { events.NodeDrag(context, state, x, y, node); });
 }
 
 void FireItemChanged(ObjectBase& owner, const SinkList& sinks, IUnknown* item, int32_t flags) {
     SmartPtr<_IUIRefreshEvent> events;
-    for (int32_t i = 0;
-         sinks.TakeInterface(owner, i, IID__IUIRefreshEvent, events.ReceiveAny()); ++i) {
+    for (int32_t i = 0; sinks.TakeInterface(owner, i, IID__IUIRefreshEvent, events.ReceiveAny());
+         ++i) {
         if (events) {
             events->UIItemChanged(item, flags);
         }

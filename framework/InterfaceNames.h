@@ -1,7 +1,7 @@
 #pragma once
 
-// Every interface name of the framework, in the order in which the identifiers are derived. This one
-// list makes the forward declarations, the identifier globals and their initialisation.
+// Every interface name of the framework, in the order in which the identifiers are derived. This
+// one list makes the forward declarations, the identifier globals and their initialisation.
 // clang-format off
 #define FRAMEWORK_INTERFACE_NAMES(X) \
     X(IBindableObject) \

@@ -1,6 +1,7 @@
 #include "framework/ParameterTable.h"
 
 #include "framework/HostStrings.h"
+#include "framework/OutParameter.h"
 
 #include <algorithm>
 #include <memory>
@@ -60,12 +61,6 @@ int32_t FlagsOf(const PROPParameter& parameter) {
     return static_cast<int32_t>(parameter.m_Flags);
 }
 
-void Store(int32_t* out, int32_t value) {
-    if (out) {
-        *out = value;
-    }
-}
-
 } // namespace
 
 ParameterTable::~ParameterTable() {
@@ -115,8 +110,7 @@ int32_t ParameterTable::Inquire(int32_t id, int32_t* value) const {
         return E_INVALIDARG;
     }
     if (value) {
-        const bool number =
-            VisitNumber(*parameter, [&](auto field) { *value = ToLong(field); });
+        const bool number = VisitNumber(*parameter, [&](auto field) { *value = ToLong(field); });
         if (!number && parameter->Type() != PROPTYPE_ACTION) {
             return E_FAIL;
         }
@@ -156,8 +150,7 @@ int32_t ParameterTable::Range(int32_t id, int32_t* minimum, int32_t* maximum) co
     int32_t status = S_OK;
     if (id == PROPID_ALL) {
         status = RangeOfNumbers(least, greatest) ? S_OK : E_FAIL;
-    } else if (const auto* parameter = Find(id);
-               parameter && parameter->m_Kind == PROPKIND_RANGE) {
+    } else if (const auto* parameter = Find(id); parameter && parameter->m_Kind == PROPKIND_RANGE) {
         least = parameter->m_Min;
         greatest = parameter->m_Max;
     } else {
@@ -218,6 +211,7 @@ int32_t ParameterTable::ControlEx(ObjectBase& owner, int32_t id, IUnknown* value
     if (!parameter) {
         return E_INVALIDARG;
     }
+    const SmartPtr<IUnknown> alive(&owner); // what is released may hold its last reference
     switch (parameter->Type()) {
     case PROPTYPE_STRING: {
         const ObjectGuard guard(owner);

@@ -31,8 +31,8 @@ struct PROPParameter {
     void* m_Value;    ///< the object's field, which outlives the record
     uint16_t m_Kind;
     union {
-        int32_t m_Min;             ///< PROPKIND_RANGE
-        IUnknown* m_Enumeration;   ///< PROPKIND_ENUMERATION; one reference, the record's
+        int32_t m_Min;           ///< PROPKIND_RANGE
+        IUnknown* m_Enumeration; ///< PROPKIND_ENUMERATION; one reference, the record's
     };
     int32_t m_Max;
 

@@ -51,14 +51,13 @@ public:
 protected:
     /// Registers a field, which must outlive the object's interfaces. The number is not tested for
     /// duplicates; the first record of a number is the one that answers.
-    int32_t AddParameter(int32_t id, uint32_t flags, void* field, int32_t minimum = 0,
-        int32_t maximum = 0) {
-        return ParameterTable::Add(static_cast<int32_t>(N),
-            {.m_ID = id,
-                .m_Flags = flags,
-                .m_Value = field,
-                .m_Kind = PROPKIND_RANGE,
-                .m_Min = minimum,
-                .m_Max = maximum});
+    int32_t AddParameter(
+        int32_t id, uint32_t flags, void* field, int32_t minimum = 0, int32_t maximum = 0) {
+        return ParameterTable::Add(static_cast<int32_t>(N), {.m_ID = id,
+                                                                .m_Flags = flags,
+                                                                .m_Value = field,
+                                                                .m_Kind = PROPKIND_RANGE,
+                                                                .m_Min = minimum,
+                                                                .m_Max = maximum});
     }
 };

@@ -40,8 +40,8 @@ bool IsEqualBy(tagREFString first, tagREFString second, Same same) {
         return false;
     }
     return first.m_Length <= 0 ||
-        (first.m_String && second.m_String &&
-            std::equal(first.m_String, first.m_String + first.m_Length, second.m_String, same));
+           (first.m_String && second.m_String &&
+               std::equal(first.m_String, first.m_String + first.m_Length, second.m_String, same));
 }
 
 } // namespace
@@ -110,8 +110,8 @@ int32_t CREFString::GetReverseLine(
     return S_OK;
 }
 
-int32_t CREFString::GetLineRight(CREFString* out, wchar_t delimiter, bool remove,
-    bool dropDelimiter, bool wholeIfMissing) {
+int32_t CREFString::GetLineRight(
+    CREFString* out, wchar_t delimiter, bool remove, bool dropDelimiter, bool wholeIfMissing) {
     if (m_Length <= 0) {
         return E_FAIL;
     }
@@ -129,8 +129,7 @@ int32_t CREFString::Crop(CREFString* out, wchar_t delimiter, bool remove, bool d
     return TakeRight(out, delimiter, remove, dropDelimiter);
 }
 
-int32_t CREFString::TakeRight(
-    CREFString* out, wchar_t delimiter, bool remove, bool dropDelimiter) {
+int32_t CREFString::TakeRight(CREFString* out, wchar_t delimiter, bool remove, bool dropDelimiter) {
     const int32_t position = FindLast(*this, delimiter);
     if (position < 0) {
         Clear(out);
@@ -149,12 +148,11 @@ int32_t CREFString::Split(
     const auto matches = [&](wchar_t character) {
         const bool control = static_cast<uint32_t>(character) < L' ';
         return (controlsDelimit != 0 && control) ||
-            CREFString(tagREFString{1, &character}).ContainsChar(delimiters) >= 0;
+               CREFString(tagREFString{1, &character}).ContainsChar(delimiters) >= 0;
     };
     const int32_t length = std::max(m_Length, 0);
     const wchar_t* end = m_String + length;
-    const wchar_t* found =
-        delimiters.m_Length > 0 ? std::find_if(m_String, end, matches) : end;
+    const wchar_t* found = delimiters.m_Length > 0 ? std::find_if(m_String, end, matches) : end;
     const auto position = static_cast<int32_t>(found - m_String);
     Refer(first, m_String, position);
     if (found == end) {

@@ -55,8 +55,8 @@ int32_t NumberEnd(const Scanner& text, int32_t start) {
     return exponent && sign && text.Is(end + 2, IsDigit) ? text.SkipDigits(end + 2) : end;
 }
 
-/// Where a word ends whose opening quotation mark is the first character: at its closing mark, or at
-/// the end of the text.
+/// Where a word ends whose opening quotation mark is the first character: at its closing mark, or
+/// at the end of the text.
 int32_t QuotedEnd(const Scanner& text, int32_t length) {
     if (length == 1 || text.Is(1, L'"')) {
         return 1;

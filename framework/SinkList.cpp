@@ -6,6 +6,7 @@
 #include <memory>
 
 int32_t SinkList::Advise(ObjectBase& owner, IUnknown* sink, int32_t flags, const IID& iid) {
+    const SmartPtr<IUnknown> alive(&owner); // a sink that goes may hold its last reference
     if (flags == ADVISE_DISCONNECT) {
         return ClearAdvise(owner, sink);
     }
@@ -81,8 +82,8 @@ bool SinkList::TakeInterface(
     return true;
 }
 
-/// Compares identities, which calls the sinks; each is held meanwhile, and a match counts only while
-/// its record still stands there.
+/// Compares identities, which calls the sinks; each is held meanwhile, and a match counts only
+/// while its record still stands there.
 int32_t SinkList::Find(IUnknown* sink) const {
     for (int32_t i = 0; i < m_AdviseCount; ++i) {
         const SmartPtr<IUnknown> connected = m_AdviseList[i]->m_Sink;

@@ -16,7 +16,11 @@ public:
     SinkList() = default;
     SinkList(const SinkList&) = delete;
     SinkList& operator=(const SinkList&) = delete;
-    ~SinkList() { Free(); }
+    ~SinkList() {
+        while (m_AdviseList) { // a sink may connect another one while it dies
+            Free();
+        }
+    }
 
     /// Connects, replaces or disconnects a sink, which must offer `iid`: see IEventSource.
     int32_t Advise(ObjectBase& owner, IUnknown* sink, int32_t flags, const IID& iid);

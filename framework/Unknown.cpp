@@ -7,5 +7,5 @@ bool IsSameObject(IUnknown* first, IUnknown* second) {
     // Only the addresses matter, so each answer is released at once.
     const void* firstIdentity = Query<IUnknown>(first).Get();
     const void* secondIdentity = Query<IUnknown>(second).Get();
-    return firstIdentity == secondIdentity;
+    return firstIdentity ? firstIdentity == secondIdentity : first == second;
 }

@@ -2,7 +2,8 @@
 
 #include "framework/Identifiers.h"
 
-/// The root of every interface. Interfaces are tables of operations: no data, no virtual destructor.
+/// The root of every interface. Interfaces are tables of operations: no data, no virtual
+/// destructor.
 ///
 /// Counting: an object is born with count 1; a pointer handed out carries one reference for the
 /// receiver; a pointer passed in is borrowed, and whoever keeps it adds a reference of its own.

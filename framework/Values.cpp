@@ -32,9 +32,8 @@ int DigitValue(wchar_t character, int radix) {
     }
     const bool narrow = character > 0 && character <= 0xFF;
     const int folded = narrow ? std::toupper(static_cast<int>(character)) : 0;
-    return folded >= 'A' && folded <= 'F' && radix > 10 && radix <= kHexadecimal
-        ? folded - 'A' + 10
-        : -1;
+    return folded >= 'A' && folded <= 'F' && radix > 10 && radix <= kHexadecimal ? folded - 'A' + 10
+                                                                                 : -1;
 }
 
 uint32_t ParseDigits(const CREFString& text, int radix) {
@@ -88,8 +87,7 @@ int _IS2Integer(CREFString text, int radix) {
 
 int _IS2Color(CREFString text, int radix) {
     const auto value = static_cast<uint32_t>(_IS2Integer(text, radix));
-    return static_cast<int>(
-        ((value >> 16) & 0xFF) | ((value & 0xFF) << 16) | (value & 0xFF00));
+    return static_cast<int>(((value >> 16) & 0xFF) | ((value & 0xFF) << 16) | (value & 0xFF00));
 }
 
 double _IS2Double(CREFString text) {

@@ -2,6 +2,8 @@
 
 #include "framework/Support.h"
 
+#include <limits>
+
 namespace {
 
 constexpr int32_t kSelectedColor = 0xFF0000;
@@ -76,7 +78,8 @@ void RowPainter::Push(SmartPtr<ISuperCollection> collection, int32_t start, int3
 /// Reads the current item; false when the collection has no more.
 bool RowPainter::Load(Level& level) const {
     SmartPtr<IUnknown> item;
-    if (level.collection->GetItem(level.index, item.Receive()) < 0) {
+    if (level.index == std::numeric_limits<int32_t>::max() ||
+        level.collection->GetItem(level.index, item.Receive()) < 0) {
         return false;
     }
     level.row.flags = FlagsOf(*level.collection.Get(), level.index);

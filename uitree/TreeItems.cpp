@@ -35,7 +35,7 @@ SmartPtr<ISuperCollection> IsCollection(IUnknown* item) {
 }
 
 int32_t ShowChildren(ISuperCollection& children, int32_t parentFlags, bool show) {
-    const int32_t level = (parentFlags + 1) & NODE_LEVEL_MASK;
+    const int32_t level = ((parentFlags & NODE_LEVEL_MASK) + 1) & NODE_LEVEL_MASK;
     const int32_t count = CountOf(children);
     for (int32_t i = 0; i < count; ++i) {
         const int32_t kept = FlagsOf(children, i) & NODE_EXPANDED;

@@ -1,5 +1,6 @@
 #include "uitree/TreeWalk.h"
 
+#include <limits>
 #include <utility>
 
 TreeWalk::TreeWalk(ISuperCollection* root) {
@@ -22,7 +23,7 @@ bool TreeWalk::Next() {
 }
 
 bool TreeWalk::SeekRow(int32_t row) {
-    while (Next()) {
+    while (m_Seen < std::numeric_limits<int32_t>::max() && Next()) {
         if ((Flags() & NODE_VISIBLE) == 0) {
             continue;
         }

@@ -104,10 +104,7 @@ int32_t CUITree::Insert(IUnknown* reference, IUnknown* node, InsertAtConstants /
 int32_t CUITree::Clear() {
     return Perform([&] {
         m_SelectedCollection.Reset();
-        if (m_OwnsCollection && m_Collection) {
-            const SmartPtr<ISuperCollection> own = m_Collection;
-            own->RemoveAll();
-        }
+        EmptyOwnCollection();
         return S_OK;
     });
 }

@@ -48,9 +48,10 @@ struct PaintSettings;
 /// the host's collection keeps for it.
 ///
 /// Runs on the thread that delivers input and calls Render. The object lock guards the bound
-/// collection, the sink list and the replacement of object parameters only, and listeners are
-/// called outside it. A host object or listener that is called may do anything, including dropping
-/// the last reference to the control, which lives until the operation returns.
+/// collection while it is replaced or closed, the sink list, and the replacement of object
+/// parameters; listeners are called outside it. A host object or listener that is called may do
+/// anything, including dropping the last reference to the control, which lives until the operation
+/// returns.
 ///
 /// The order of the bases, of the operations and of the fields is part of the binary contract.
 class CUITree final : public CObject<CUITree>,
@@ -114,7 +115,7 @@ public:
     int32_t GetPages(int32_t page, INamedCollection** pages, IUnknown** reserved) override;
     /// Draws the items of `collection` from `start` on, with what is open below them, as the rows
     /// from `*rowCounter` on, while fewer than `maxRows` are drawn; advances the counter. E_FAIL
-    /// when `maxRows` was reached or nothing could be drawn.
+    /// when `maxRows` was reached or nothing could be drawn; S_OK for a counter beyond it.
     virtual int32_t RenderChildNodes(ISuperCollection* collection, int32_t start,
         int32_t* rowCounter, int32_t maxRows, UbuntuCanvas* canvas, CANVASRect& client);
     /// Hides and closes what is visible in `collection` and below.
@@ -165,6 +166,9 @@ private:
     static int32_t CountRows(ISuperCollection* collection);
     /// The row under a height in pixels below the control's top edge.
     void GetElementPos(int32_t x, int32_t y, int32_t* row) const;
+    /// The node at that height and its address; empty when there is none.
+    SmartPtr<IUnknown> NodeAt(ISuperCollection* collection, int32_t y, NodeAddress& address) const;
+    void EmptyOwnCollection();
     void ApplyDefaultSizes();
     static void Compact(ISuperCollection* collection, bool keepRootRows);
 
@@ -188,7 +192,6 @@ private:
     int32_t HandlePointer(PointerEvent& event);
     void Wheel(const PointerEvent& event);
     int32_t OfferToScrollBar(const PointerEvent& event, CANVASRect bar);
-    bool FindNode(PointerEvent& event, ISuperCollection* collection) const;
     void ReportDrag(const PointerEvent& event);
     int32_t PrimaryPress(const PointerEvent& event);
     void ForgetSelection();
@@ -213,7 +216,7 @@ private:
     timeval m_LastClickTime;
     SmartPtr<IUnknown> m_OpenIcon;
     SmartPtr<IUnknown> m_ClosedIcon;
-    int32_t m_SelectedIndex = -1; ///< in m_SelectedCollection; -1 for none
+    int32_t m_SelectedIndex = -1; ///< has a meaning in m_SelectedCollection only
     SmartPtr<ISuperCollection> m_SelectedCollection;
     int32_t m_SelectOnPress = 1;
     int32_t m_ClearAllOnSelect = 1;
@@ -232,7 +235,9 @@ private:
     int32_t m_ChildToggleOnIconOnly = 1;
     int32_t m_ResetIcons = 0; ///< storage of the action parameter; never written
     int32_t m_TouchStartPos = 0;
+    int32_t m_ChangeDepth = 0; ///< changes that are being passed on
 
+    static constexpr int32_t kDeepestChange = 4;
     static constexpr int32_t kNoClick = -2;       ///< there is no click to pair with
     static constexpr int32_t kNoRow = 0x0FFFFFFF; ///< never reached, so looking for it counts rows
 };

@@ -15,11 +15,7 @@ int32_t CUITree::HitTest(int32_t x, int32_t y, CANVASRect* rect, IUnknown** node
         }
         LayOut(area, view.rows);
         NodeAddress hit;
-        int32_t row = 0;
-        GetElementPos(Saturate(int64_t{x} - area.left), Saturate(int64_t{y} - area.top), &row);
-        get_VisibleIndex(view.collection.Get(), row, &hit.index, hit.collection.Receive());
-        auto found =
-            hit.collection ? ItemOf(*hit.collection.Get(), hit.index) : SmartPtr<IUnknown>();
+        auto found = NodeAt(view.collection.Get(), Saturate(int64_t{y} - area.top), hit);
         if (!found) {
             return E_FAIL;
         }

@@ -1,6 +1,8 @@
 #include "uitree/Geometry.h"
 #include "uitree/UITreeImpl.h"
 
+#include "framework/OutParameter.h"
+
 #include <algorithm>
 
 // The bound collection, and the way between row numbers and nodes.
@@ -13,12 +15,6 @@ constexpr int32_t kDefaultTextSize = 10;
 
 constexpr int32_t kRootFlags = NODE_VISIBLE | 1;
 constexpr int32_t kSmallestIndent = 10; ///< pixels
-
-void Store(int32_t* out, int32_t value) {
-    if (out) {
-        *out = value;
-    }
-}
 
 } // namespace
 
@@ -44,8 +40,19 @@ int32_t CUITree::CountRows(ISuperCollection* collection) {
     return count;
 }
 
+/// Without a row height, which a host object may just have taken away, there is no row.
 void CUITree::GetElementPos(int32_t /*x*/, int32_t y, int32_t* row) const {
-    *row = Saturate(int64_t{y / m_ElementHeight} + ScrollPos());
+    const int64_t position = ScrollPos();
+    *row = m_ElementHeight > 0 ? Saturate(y / m_ElementHeight + position) : -1;
+}
+
+SmartPtr<IUnknown> CUITree::NodeAt(
+    ISuperCollection* collection, int32_t y, NodeAddress& address) const {
+    int32_t row = 0;
+    GetElementPos(0, y, &row);
+    get_VisibleIndex(collection, row, &address.index, address.collection.Receive());
+    return address.collection ? ItemOf(*address.collection.Get(), address.index)
+                              : SmartPtr<IUnknown>();
 }
 
 int32_t CUITree::get_Collection(IUnknown** collection) {
@@ -72,9 +79,7 @@ int32_t CUITree::put_Collection(IUnknown* collection) {
             return E_INVALIDARG;
         }
         const ObjectGuard guard(*this);
-        if (m_OwnsCollection && m_Collection) {
-            m_Collection->RemoveAll();
-        }
+        EmptyOwnCollection();
         m_Collection = bound;
         m_OwnsCollection = false;
         for (int32_t i = CountOf(*bound.Get()) - 1; i >= 0; --i) {
@@ -83,6 +88,14 @@ int32_t CUITree::put_Collection(IUnknown* collection) {
         Scroll(0);
         return S_OK;
     });
+}
+
+/// A collection of the host's is never emptied.
+void CUITree::EmptyOwnCollection() {
+    const SmartPtr<ISuperCollection> own = m_Collection;
+    if (m_OwnsCollection && own) {
+        own->RemoveAll();
+    }
 }
 
 void CUITree::ApplyDefaultSizes() {

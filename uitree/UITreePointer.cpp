@@ -82,7 +82,8 @@ int32_t CUITree::HandlePointer(PointerEvent& event) {
         }
         return S_OK;
     }
-    if (!FindNode(event, view.collection.Get())) {
+    event.node = NodeAt(view.collection.Get(), Truncate(event.y - event.rect.top), event.row);
+    if (!event.node) {
         return S_FALSE;
     }
     ReportDrag(event);
@@ -119,19 +120,6 @@ int32_t CUITree::OfferToScrollBar(const PointerEvent& event, CANVASRect bar) {
     return input ? input->Pointer(
                        event.state, event.action, event.keys, event.x, event.y, &bar, event.context)
                  : E_FAIL;
-}
-
-bool CUITree::FindNode(PointerEvent& event, ISuperCollection* collection) const {
-    if (m_ElementHeight <= 0) {
-        return false; // a listener or the scroll bar may have changed it
-    }
-    int32_t row = 0;
-    GetElementPos(Truncate(event.x - event.rect.left), Truncate(event.y - event.rect.top), &row);
-    get_VisibleIndex(collection, row, &event.row.index, event.row.collection.Receive());
-    if (event.row.collection) {
-        event.node = ItemOf(*event.row.collection.Get(), event.row.index);
-    }
-    return static_cast<bool>(event.node);
 }
 
 /// Informs about every move with the button held; nothing is moved and nothing latched.

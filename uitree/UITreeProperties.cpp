@@ -1,5 +1,6 @@
 #include "uitree/UITreeImpl.h"
 
+#include "framework/OutParameter.h"
 #include "framework/Support.h"
 
 // The control's parameters, its settings page, and the way to its stored settings.
@@ -43,9 +44,7 @@ int32_t CUITree::RegisterParameters() {
 
 int32_t CUITree::Inquire(int32_t id, int32_t* value) {
     const auto answerSwitch = [value](int32_t field) {
-        if (value) {
-            *value = field;
-        }
+        Store(value, field);
         return field == 0 ? S_FALSE : S_OK;
     };
     switch (id) {
@@ -54,12 +53,13 @@ int32_t CUITree::Inquire(int32_t id, int32_t* value) {
     case PROP_CLEARALLONSELECT:
         return answerSwitch(m_ClearAllOnSelect);
     case PROP_SCROLLPOS:
-        if (m_ScrollBar) {
-            m_ScrollBar->GetPos(value);
-        } else if (value) {
-            *value = 0;
-        }
-        return kScrollPosFlags;
+        Store(value, 0);
+        return Perform([&] {
+            if (m_ScrollBar) {
+                m_ScrollBar->GetPos(value);
+            }
+            return kScrollPosFlags;
+        });
     default:
         return IUIPropInterrogateImpl::Inquire(id, value);
     }
@@ -71,7 +71,7 @@ int32_t CUITree::Control(int32_t id, int32_t value) {
     case PROP_RESERVED116:
         return S_OK;
     case PROP_SCROLLPOS:
-        return m_ScrollBar ? m_ScrollBar->SetPos(value) : E_FAIL;
+        return Perform([&] { return m_ScrollBar ? m_ScrollBar->SetPos(value) : E_FAIL; });
     case PROP_OPTIONS:
         m_Options = value;
         return S_OK;
@@ -112,11 +112,15 @@ int32_t CUITree::GetPages(int32_t /*page*/, INamedCollection** pages, IUnknown**
 }
 
 int32_t CUITree::Save(IDataStream* stream, int32_t flags) {
-    const auto folder = Query<IFolderStream>(stream);
-    return folder ? UIPropInterrogate_SaveFolderStream(nullptr, folder.Get(), flags) : S_OK;
+    return Perform([&] {
+        const auto folder = Query<IFolderStream>(stream);
+        return folder ? UIPropInterrogate_SaveFolderStream(nullptr, folder.Get(), flags) : S_OK;
+    });
 }
 
 int32_t CUITree::Load(IDataStream* stream, int32_t flags) {
-    const auto folder = Query<IFolderStream>(stream);
-    return folder ? UIPropInterrogate_LoadFolderStream(folder.Get(), flags) : S_OK;
+    return Perform([&] {
+        const auto folder = Query<IFolderStream>(stream);
+        return folder ? UIPropInterrogate_LoadFolderStream(folder.Get(), flags) : S_OK;
+    });
 }

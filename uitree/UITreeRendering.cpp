@@ -47,13 +47,12 @@ bool CUITree::TakeView(View& view) {
 CUITree::Layout CUITree::LayOut(const CANVASRect& rect, int32_t rows) {
     Layout layout;
     CANVASRect area = rect;
-    const SmartPtr<IUIScrollBar> bar = m_ScrollBar;
-    if (!bar) {
+    if (!m_ScrollBar) {
         layout.client = area;
         return layout;
     }
-    bar->SetRange(0, rows - 1);
-    layout.status = bar->Layout(&area, &layout.bar, &layout.client);
+    m_ScrollBar->SetRange(0, rows - 1);
+    layout.status = m_ScrollBar->Layout(&area, &layout.bar, &layout.client);
     return layout;
 }
 
@@ -116,6 +115,9 @@ void CUITree::DrawRows(
 
 int32_t CUITree::RenderChildNodes(ISuperCollection* collection, int32_t start, int32_t* rowCounter,
     int32_t maxRows, UbuntuCanvas* canvas, CANVASRect& client) {
+    if (!rowCounter) {
+        return E_POINTER;
+    }
     return Perform([&] {
         TreePath path;
         if (collection) {

@@ -5,7 +5,8 @@
 
 int32_t CUITree::SelectNode(int32_t row, int32_t flags) {
     return Perform([&] {
-        const int64_t offset = (flags & SELECT_ABSOLUTE) != 0 ? 0 : ScrollPos();
+        const int64_t position = ScrollPos();
+        const int64_t offset = (flags & SELECT_ABSOLUTE) != 0 ? 0 : position;
         NodeAddress target{.collection = {}, .index = -1};
         get_VisibleIndex(
             m_Collection.Get(), Saturate(row - offset), &target.index, target.collection.Receive());
@@ -64,8 +65,16 @@ int32_t CUITree::Refresh(int32_t) {
 }
 
 /// Whatever changed inside the tree's data, listeners hear that the control itself changed.
+/// Controls that listen to each other, or to themselves, come to rest after a few rounds.
 int32_t CUITree::UIItemChanged(IUnknown* /*item*/, int32_t /*flags*/) {
-    return Refresh();
+    return Perform([&] {
+        if (m_ChangeDepth < kDeepestChange) {
+            ++m_ChangeDepth;
+            Refresh();
+            --m_ChangeDepth;
+        }
+        return S_OK;
+    });
 }
 
 void CUITree::SetSelection(const NodeAddress& node) {

@@ -3,6 +3,8 @@
 
 #include "framework/Support.h"
 
+#include <memory>
+
 // The control as an object: its interfaces, its parent, its listeners.
 
 namespace {
@@ -126,4 +128,36 @@ TEST_F(ObjectTest, ListenerMayReleaseTheControlInTheMiddleOfAnEvent) {
     EXPECT_EQ(listener->TakeNames(), "NodeSelect");
     EXPECT_EQ(listener->AddRef(), 2) << "the control is gone, and its reference with it";
     listener->Release();
+}
+
+TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
+    const auto makeMortal = [&] {
+        const std::shared_ptr<void> last(this, [&](void*) { m_Tree.Reset(); });
+        auto listener = Listener::Make();
+        listener->m_Reaction = [last](const Listener::Event&) {};
+        return listener;
+    };
+    auto* source = As<IEventSource>().Get();
+    source->Advise(makeMortal()->Identity(), 1);
+    SmartPtr<IUnknown> sink;
+    source->GetAdviseItem(0, sink.Receive(), nullptr);
+    IUnknown* connected = sink.Get();
+    sink.Reset();
+    EXPECT_EQ(source->Advise(connected, 0, IID__IUIRefreshEvent), S_OK);
+    EXPECT_FALSE(m_Tree);
+
+    SetUp();
+    auto* properties = As<IUIPropInterrogateEx>().Get();
+    properties->ControlEx(170, makeMortal()->Identity());
+    EXPECT_EQ(properties->ControlEx(170, nullptr), S_OK);
+    EXPECT_FALSE(m_Tree);
+}
+
+TEST_F(ObjectTest, ControlThatListensToItselfComesToRest) {
+    const auto source = As<IEventSource>();
+    EXPECT_EQ(source->Advise(m_Tree.Get(), 1), S_OK);
+    Listen();
+    As<IUIRefreshableObject>()->Refresh(0);
+    EXPECT_FALSE(m_Listener->TakeNames().empty());
+    source->Advise(nullptr, 0);
 }

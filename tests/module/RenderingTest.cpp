@@ -50,6 +50,9 @@ public:
     int32_t Layout(CANVASRect* area, CANVASRect* bar, CANVASRect* client) override {
         EXPECT_EQ(Text(*bar) + Text(*client), "0,0,0,00,0,0,0");
         m_Log.push_back("layout " + Text(*area));
+        if (m_Act) {
+            m_Act();
+        }
         if (m_Status >= 0) {
             *bar = {area->left + area->width - 10, area->top, 10, area->height};
             *client = {area->left, area->top, area->width - 10, area->height};
@@ -90,7 +93,8 @@ public:
     }
 
     int32_t m_Pos = 0;
-    int32_t m_Status = 0; ///< of Layout
+    int32_t m_Status = 0;        ///< of Layout
+    std::function<void()> m_Act; ///< what else Layout does
 
 private:
     int32_t Note(std::string what, std::initializer_list<int32_t> values) {
@@ -335,4 +339,23 @@ TEST_F(RenderingTest, ItemThatDrawsItselfMayChangeTheControlMeanwhile) {
     m_Tree->put_Collection(m_Root.Get());
     EXPECT_EQ(DrawnLabels(), "a");
     m_Tree->Clear();
+}
+
+TEST_F(RenderingTest, ScrollBarMayTakeTheRowHeightWhileItIsAsked) {
+    Bind("A\n a1");
+    SetFlags("A", INT32_MAX);
+    m_Bar->m_Act = [&] { m_Tree->Control(4, 0); };
+    CANVASRect rect = {0, 0, 110, 100};
+    SmartPtr<IUnknown> node;
+    const auto ask = [&](const auto& operation) {
+        m_Tree->Control(4, 15);
+        return operation();
+    };
+    EXPECT_EQ(ask([&] { return m_Tree->HitTest(5, 5, &rect, node.Receive()); }), E_FAIL);
+    const auto input = As<IUIMouseInput>();
+    EXPECT_EQ(ask([&] { return input->Pointer(1, 2, 0, 5, 5, &rect, nullptr); }), S_FALSE);
+    EXPECT_EQ(ask([&] { return (Render(), m_Status); }), S_OK);
+    m_Bar->m_Act = nullptr;
+    EXPECT_EQ(ask([&] { return input->Pointer(1, 2, 0, 5, 5, &rect, nullptr); }), S_OK)
+        << "any flag word is a flag word";
 }
