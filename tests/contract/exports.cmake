@@ -1,0 +1,21 @@
+# Fails when MODULE shows the loader anything but the names in EXPECTED, or a symbol that would keep it
+# from ever being unloaded.
+execute_process(COMMAND ${NM} -D --defined-only ${MODULE} OUTPUT_VARIABLE symbols
+                COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "[^\n]+" lines "${symbols}")
+set(found)
+foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^[0-9a-f]* ?(.) (.*)$" "\\1;\\2" parts "${line}")
+    list(GET parts 0 type)
+    list(GET parts 1 name)
+    if(type STREQUAL "u")
+        message(FATAL_ERROR "unique symbol: ${name}")
+    endif()
+    list(APPEND found ${name})
+endforeach()
+list(SORT found)
+file(STRINGS ${EXPECTED} expected)
+list(SORT expected)
+if(NOT found STREQUAL expected)
+    message(FATAL_ERROR "exported: ${found}\nexpected: ${expected}")
+endif()
