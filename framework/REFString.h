@@ -57,6 +57,8 @@ private:
     int32_t TakeRight(CREFString* out, wchar_t delimiter, bool remove, bool dropDelimiter);
 };
 
+static_assert(sizeof(CREFString) == 3 * sizeof(void*), "the table pointer, then the two words");
+
 /// Whether two references hold the same characters.
 bool IsEqual(tagREFString first, tagREFString second);
 /// The same without regard to case.

@@ -8,6 +8,8 @@ struct AdviseItem {
     int32_t m_Flags;
 };
 
+static_assert(sizeof(void*) != 4 || sizeof(AdviseItem) == 8);
+
 /// The listeners of an object, in the order of their connection. The object's lock guards the list;
 /// sinks are asked for interfaces under it, and their event methods are called outside it. A sink
 /// may call back at any time and change the list.

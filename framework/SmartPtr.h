@@ -76,6 +76,8 @@ private:
     T* m_Pointer = nullptr;
 };
 
+static_assert(sizeof(SmartPtr<IUnknown>) == sizeof(void*));
+
 /// Takes over a reference that a function returned: `auto icon = Adopt(ICONCreate(name));`
 template <class T>
 SmartPtr<T> Adopt(T* pointer) {

@@ -4,6 +4,16 @@
 
 // The control as an object: its interfaces, its life, its parent and its listeners.
 
+// What each base adds to the object: its table pointer and its fields, in that order.
+static_assert(sizeof(CObject<CUITree>) == 2 * sizeof(void*));
+static_assert(sizeof(IObjectInfoImpl<CUITree>) == sizeof(void*));
+static_assert(sizeof(IUIPropInterrogateImpl<CUITree, IUIPropInterrogateEx, 10L>) ==
+              2 * sizeof(void*) + 2 * sizeof(int32_t));
+static_assert(
+    sizeof(IEventSourceImpl<CUITree, &IID_IUnknown>) == 2 * sizeof(void*) + 2 * sizeof(int32_t));
+static_assert(std::is_empty_v<_FIREUIContainerEvents<CUITree>>);
+static_assert(std::is_empty_v<_FIREUIRefreshEvents<CUITree>>);
+
 CUITree::CUITree() {
     gettimeofday(&m_LastClickTime, nullptr);
 }

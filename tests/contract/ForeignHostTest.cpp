@@ -77,6 +77,24 @@ TEST(ForeignHost, LoadsTheModuleUsesTheControlAndUnloadsIt) {
     Tree* tree = nullptr;
     ASSERT_EQ(creator(nullptr, &identifier, reinterpret_cast<void**>(&tree)), 0);
 
+    // Every base's part of the object stands where a host that steps through it expects it.
+    constexpr size_t kWord = sizeof(void*);
+    constexpr size_t kTable = 2 * kWord + 8; ///< a table pointer, an array and its two counts
+    const std::pair<const char*, size_t> parts[] = {{"IObjectInfo", 2 * kWord},
+        {"IDataPersist", 3 * kWord}, {"IParent", 4 * kWord}, {"IRenderableObject", 5 * kWord},
+        {"IUITree", 6 * kWord}, {"IUINodeContainer", 6 * kWord}, {"IUIMouseInput", 7 * kWord},
+        {"IUIPropertyPageSpecify", 8 * kWord}, {"IUIPropInterrogate", 9 * kWord},
+        {"IUIPropInterrogateEx", 9 * kWord}, {"IUIRefreshableObject", 9 * kWord + kTable},
+        {"IUITouchInput", 10 * kWord + kTable}, {"IEventSource", 11 * kWord + kTable},
+        {"_IUIRefreshEvent", 11 * kWord + 2 * kTable}};
+    const auto* start = reinterpret_cast<const char*>(tree) - 6 * kWord;
+    for (const auto& [name, offset] : parts) {
+        auto* part = Ask<Object>(tree, name);
+        EXPECT_EQ(reinterpret_cast<const char*>(part) - start, static_cast<ptrdiff_t>(offset))
+            << name;
+        part->Drop();
+    }
+
     Leaves leaf[3];
     Leaves leaves(leaf);
     EXPECT_EQ(tree->Bind(&leaves), 0);
