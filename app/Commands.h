@@ -24,6 +24,25 @@ struct ShotOptions {
 /// Draws the tree to a PNG file and prints the file's name.
 void RunShot(const ShotOptions& options);
 
+struct ReplayOptions {
+    std::string m_Path;
+    std::string m_Script;      ///< a file, or "-"
+    std::string m_Shots = "."; ///< the folder of the pictures
+    std::string m_Size = "480x640";
+};
+
+/// Plays a script of input and prints what the control returns and reports.
+void RunReplay(const ReplayOptions& options);
+
+struct WindowOptions {
+    std::string m_Path;
+    std::string m_Size = "480x640";
+    bool m_Record = false; ///< print what replay prints
+};
+
+/// Shows the tree in a window until that is closed.
+void RunWindow(const WindowOptions& options);
+
 struct RowsOptions {
     std::string m_Path;
     int32_t m_Depth = 0;

@@ -1,6 +1,7 @@
 // treehost: loads the tree control like any host and shows a folder or an outline with it.
 
 #include "app/Commands.h"
+#include "app/Script.h"
 #include "host/Module.h"
 #include "host/Source.h"
 
@@ -36,6 +37,26 @@ void AddShot(CLI::App& app, ShotOptions& options) {
     command->callback([&options] { RunShot(options); });
 }
 
+void AddRun(CLI::App& app, WindowOptions& options) {
+    CLI::App* command = app.add_subcommand("run", "Show the tree in a window");
+    command->add_option("PATH", options.m_Path, kPathHelp)->required();
+    command->add_option("--size", options.m_Size, "WIDTHxHEIGHT in pixels")->capture_default_str();
+    command->add_flag("--record", options.m_Record, "Print what replay prints of a script");
+    command->callback([&options] { RunWindow(options); });
+}
+
+void AddReplay(CLI::App& app, ReplayOptions& options) {
+    CLI::App* command = app.add_subcommand("replay", "Play a script of input and print the events");
+    command->add_option("PATH", options.m_Path, kPathHelp)->required();
+    command->add_option("SCRIPT", options.m_Script, "A script, or - for standard input")
+        ->required();
+    command->add_option("--shots", options.m_Shots, "The folder for the pictures of shot")
+        ->capture_default_str();
+    command->add_option("--size", options.m_Size, "WIDTHxHEIGHT in pixels")->capture_default_str();
+    command->footer(ScriptHelp());
+    command->callback([&options] { RunReplay(options); });
+}
+
 void AddRows(CLI::App& app, RowsOptions& options) {
     CLI::App* command = app.add_subcommand("rows", "Print the visible rows");
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
@@ -53,9 +74,13 @@ int ParseAndRun(int count, char** arguments) {
     CLI::App app("Shows a tree with the tree control.", "treehost");
     app.require_subcommand(1);
     ShotOptions shot;
+    WindowOptions window;
+    ReplayOptions replay;
     RowsOptions rows;
     bool asJson = false;
+    AddRun(app, window);
     AddShot(app, shot);
+    AddReplay(app, replay);
     AddRows(app, rows);
     AddInfo(app, asJson);
     try {

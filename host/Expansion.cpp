@@ -36,13 +36,14 @@ void FillLazily(IUnknown* item) {
     }
 }
 
-/// Makes the items below a node rows of the tree.
-void ShowChildren(ISuperCollection* collection, int32_t index, ISuperCollection* children) {
+/// Gives the items below a node their level and makes them rows of the tree, or no rows any more.
+void SetChildren(
+    ISuperCollection* collection, int32_t index, ISuperCollection* children, bool isVisible) {
     int32_t flags = 0;
     collection->GetItemFlags(index, &flags);
-    const int32_t level = (flags + 1) & NODE_LEVEL_MASK;
+    const int32_t common = ((flags + 1) & NODE_LEVEL_MASK) | (isVisible ? NODE_VISIBLE : 0);
     for (int32_t i = 0; children->GetItemFlags(i, &flags) >= 0; ++i) {
-        children->SetItemFlags(i, (flags & NODE_EXPANDED) | NODE_VISIBLE | level);
+        children->SetItemFlags(i, (flags & NODE_EXPANDED) | common);
     }
 }
 
@@ -71,7 +72,7 @@ Collections OpenLevel(const Collections& level, Identities& seen) {
         for (int32_t i = 0; i < CountOf(collection.Get()); ++i) {
             auto children = OpenNode(collection.Get(), i);
             if (children && seen.insert(IdentityOf(children.Get())).second) {
-                ShowChildren(collection.Get(), i, children.Get());
+                SetChildren(collection.Get(), i, children.Get(), true);
                 next.push_back(std::move(children));
             }
         }
@@ -154,12 +155,27 @@ OpenResult OpenRow(ISuperCollection* root, int32_t row) {
         }
         const auto children = OpenNode(collection, index);
         if (children) {
-            ShowChildren(collection, index, children.Get());
+            SetChildren(collection, index, children.Get(), true);
         }
         result = children ? OpenResult::kDone : OpenResult::kNothingBelow;
         return false;
     });
     return result;
+}
+
+bool ToggleNode(ISuperCollection* collection, int32_t index) {
+    int32_t flags = 0;
+    collection->GetItemFlags(index, &flags);
+    const bool opens = (flags & NODE_EXPANDED) == 0;
+    const auto children = opens ? OpenNode(collection, index) : CollectionBelow(collection, index);
+    if (!children) {
+        return false;
+    }
+    if (!opens) {
+        collection->SetItemFlags(index, flags & ~NODE_EXPANDED);
+    }
+    SetChildren(collection, index, children.Get(), opens);
+    return true;
 }
 
 void VisitRows(ISuperCollection* root, const RowVisitor& visitor) {

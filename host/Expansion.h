@@ -22,6 +22,10 @@ enum class OpenResult {
 /// Opens the node in a row, which is counted from 0 over the visible rows.
 OpenResult OpenRow(ISuperCollection* root, int32_t row);
 
+/// Opens a closed node and closes an open one. What is open below it stays so and is shown again
+/// with it. False for a leaf.
+bool ToggleNode(ISuperCollection* collection, int32_t index);
+
 /// Called for each visible row with the collection that holds it (borrowed), its index there and
 /// its flags; answers whether to go on.
 using RowVisitor = std::function<bool(ISuperCollection* collection, int32_t index, int32_t flags)>;

@@ -11,10 +11,6 @@ constexpr int32_t kThumbMargin = 4;     // pixels left and right of the thumb
 constexpr int32_t kTrackColor = 0xF2F2F2;
 constexpr int32_t kThumbColor = 0xBDBDBD;
 
-int64_t RowsIn(int32_t height) {
-    return height / kDefaultRowHeight;
-}
-
 void FillRect(cairo_t* context, const CANVASRect& rect, int32_t color) {
     SetSourceColor(context, color);
     cairo_rectangle(context, rect.left, rect.top, rect.width, rect.height);
@@ -81,13 +77,6 @@ int32_t ScrollBar::Render(
     return S_OK;
 }
 
-int32_t ScrollBar::Pointer(int32_t /*state*/, int32_t /*action*/, int32_t /*keys*/, double /*x*/,
-    double /*y*/, CANVASRect* /*rect*/, IUnknown* /*context*/) {
-    return E_FAIL;
-}
-
-/// The thumb shows which part of the rows is in view: its height is their share of the track, and
-/// it reaches the track's end at the last position.
 CANVASRect ScrollBar::ThumbRect(const CANVASRect& track) const {
     const int64_t proportional = track.height * RowsIn(track.height) / RowCount();
     const int64_t smallest = std::min<int64_t>(kMinThumbHeight, track.height);

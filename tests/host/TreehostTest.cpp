@@ -1,44 +1,11 @@
-#include "tests/host/HostTest.h"
+#include "tests/host/Treehost.h"
 
 #include <cairo/cairo.h>
-#include <cstdio>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 namespace {
 
-struct Outcome {
-    int m_Status;
-    std::string m_Output; ///< standard output
-    std::string m_Errors; ///< standard error
-};
-
-std::string Content(const std::filesystem::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// Runs the command as a process of its own from a folder that is not the program's.
-class TreehostTest : public testing::Test {
-protected:
-    /// `shell` is what follows the program's name; `input` goes to standard input.
-    Outcome Run(const std::string& shell, const std::string& input = "") {
-        return RunProgram(BuildFolder() / "treehost", shell, input);
-    }
-    Outcome RunProgram(
-        const std::filesystem::path& program, const std::string& shell, const std::string& input) {
-        std::ofstream(Path("input")) << input;
-        const std::string line = "cd '" + m_Folder.Path().string() + "' && '" + program.string() +
-                                 "' < input 2> errors > output " + shell;
-        const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content(Path("output")),
-            Content(Path("errors"))};
-    }
-    std::filesystem::path Path(const char* name) const { return m_Folder.Path() / name; }
-
-    TemporaryFolder m_Folder;
-};
+class TreehostTest : public TreehostRun {};
 
 constexpr const char* kOutline = "A\n  a1\n  a2\nB\n  b\n    bb\n";
 

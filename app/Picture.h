@@ -1,0 +1,21 @@
+#pragma once
+
+#include "framework/TreeInterfaces.h"
+#include "host/Cairo.h"
+
+#include <string>
+
+/// In pixels.
+struct Size {
+    int32_t m_Width = 0;
+    int32_t m_Height = 0;
+};
+
+/// Reads WIDTHxHEIGHT. Throws UsageError.
+Size ParseSize(const std::string& text);
+
+/// The control drawn on white.
+SurfacePtr DrawPicture(IUITree* tree, Size size);
+
+/// Writes a PNG file; `name` is what the caller called it.
+void WritePicture(cairo_surface_t* picture, const std::string& file, const std::string& name);

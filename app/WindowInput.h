@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/Finger.h"
+#include "app/Picture.h"
+#include "app/Wheel.h"
+
+union SDL_Event;
+
+/// Makes input for the control of the window system's events.
+class WindowInput {
+public:
+    /// `size` is the window's. Empty for events that are no input.
+    std::vector<Input> Translate(const SDL_Event& event, Size size);
+
+private:
+    std::vector<Input> TranslateWheel(const SDL_Event& event);
+    std::vector<Input> TranslateFinger(const SDL_Event& event, Size size);
+
+    Wheel m_Wheel;
+    Finger m_Finger;
+};
