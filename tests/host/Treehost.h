@@ -1,8 +1,8 @@
 #pragma once
 
+#include "host/Cairo.h"
 #include "tests/host/HostTest.h"
 
-#include <cstdio>
 #include <fstream>
 #include <sys/wait.h>
 
@@ -17,23 +17,31 @@ inline std::string Content(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Runs the command as a process of its own from a folder that is not the program's.
+/// The width and height of a picture, as "120x90".
+inline std::string SizeOf(const std::filesystem::path& path) {
+    const SurfacePtr picture(cairo_image_surface_create_from_png(path.c_str()));
+    return std::to_string(cairo_image_surface_get_width(picture.get())) + 'x' +
+           std::to_string(cairo_image_surface_get_height(picture.get()));
+}
+
+/// The program as a shell starts it, on another machine through its emulator.
+inline std::string Treehost(const std::filesystem::path& folder = BuildFolder()) {
+    return EMULATOR " '" + (folder / "treehost").string() + "' ";
+}
+
+/// Runs the program as a process of its own from a folder that is not its own.
 class TreehostRun : public testing::Test {
 protected:
-    /// `shell` is what follows the program's name; `input` goes to standard input.
-    Outcome Run(const std::string& shell, const std::string& input = "") {
-        return RunProgram(BuildFolder() / "treehost", shell, input);
-    }
-    Outcome RunProgram(
-        const std::filesystem::path& program, const std::string& shell, const std::string& input) {
-        std::ofstream(Path("input")) << input;
-        const std::string line = "cd '" + m_Folder.Path().string() + "' && '" + program.string() +
-                                 "' < input 2> errors > output " + shell;
+    /// `arguments` is what follows the program's name; `input` goes to standard input.
+    Outcome Run(const std::string& arguments, const std::string& input = "",
+        const std::string& program = Treehost()) {
+        std::ofstream(m_Folder / "input") << input;
+        const std::string line = "cd '" + (m_Folder / "").string() + "' && " + program +
+                                 "< input 2> errors > output " + arguments;
         const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content(Path("output")),
-            Content(Path("errors"))};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content(m_Folder / "output"),
+            Content(m_Folder / "errors")};
     }
-    std::filesystem::path Path(const char* name) const { return m_Folder.Path() / name; }
 
     TemporaryFolder m_Folder;
 };

@@ -1,7 +1,7 @@
 #include "tests/support/LazyItems.h"
 #include "tests/support/TreeTest.h"
 
-// Opening, closing, finding and inserting nodes by operation.
+// Opening, closing, inserting and selecting nodes by operation.
 
 namespace {
 
@@ -9,36 +9,22 @@ using ExpansionTest = TreeTest;
 
 } // namespace
 
-TEST_F(ExpansionTest, MakeNodeVisibleOpensTheNodeAndShowsItsSiblings) {
-    Bind("A\n a1\n  x\n a2\nB\n b1");
+TEST_F(ExpansionTest, MakeNodeVisibleClearsWhatIsNoStateOfAShownNode) {
+    Bind("A\n a1\nB");
     SetFlags("a1", NODE_EXPANDED | NODE_SELECTED | 0x55);
     SetFlags("B", 0x7701);
+    SetFlags("A", NODE_LEVEL_MASK);
     EXPECT_EQ(m_Tree->MakeNodeVisible(m_Root.Get(), 0), S_OK);
-    EXPECT_EQ(Rows(), "A a1 a2 B");
-    EXPECT_EQ(Flags("A"), 0x301);
-    EXPECT_EQ(Flags("a1"), 0x302) << "a child keeps nothing but its own open state";
-    EXPECT_EQ(Flags("a2"), 0x102);
+    EXPECT_EQ(Flags("a1"), 0x300) << "a child keeps its open state only; below level 255 is 0";
     EXPECT_EQ(Flags("B"), 0x101) << "a sibling keeps nothing but its level";
-    EXPECT_EQ(m_Tree->MakeNodeVisible(Item("A").Get(), 1), S_OK);
-    EXPECT_EQ(Flags("a2"), 0x302);
-    EXPECT_EQ(Flags("a1"), 0x102);
-}
-
-TEST_F(ExpansionTest, MakeNodeVisibleAnswersForWhatItCannotOpen) {
-    Bind("A\n a1\nB");
     EXPECT_EQ(m_Tree->MakeNodeVisible(nullptr, 0), E_FAIL);
-    EXPECT_EQ(m_Tree->MakeNodeVisible(Item("B").Get(), 0), E_FAIL);
-    for (const int32_t index : {-1, 2, 0x7FFFFFFF}) {
-        EXPECT_EQ(m_Tree->MakeNodeVisible(m_Root.Get(), index), S_OK);
-    }
-    EXPECT_EQ(Rows(), "A B");
+    EXPECT_EQ(m_Tree->MakeNodeVisible(Item("B").Get(), 0), E_FAIL) << "a leaf";
+    EXPECT_EQ(m_Tree->MakeNodeVisible(m_Root.Get(), INT32_MAX), S_OK);
 }
 
 TEST_F(ExpansionTest, LazyNodeIsFilledOnceBeforeItIsShown) {
     const auto lazy = LazyFolder::Make();
-    const auto root = SuperCollection::Make();
-    root->Append("lazy", lazy->Identity());
-    BindCollection(Query<ISuperCollection>(root->Identity()));
+    BindItems({{"lazy", lazy->Identity()}});
     for (int i = 0; i < 2; ++i) {
         m_Tree->MakeNodeVisible(m_Root.Get(), 0);
         EXPECT_EQ(Rows(), "lazy filled");
@@ -57,30 +43,33 @@ TEST_F(ExpansionTest, CompactNodesLooksBelowHiddenRootItems) {
 
 TEST_F(ExpansionTest, InsertUsesTheReferencesIndexAsTheRow) {
     Bind("A\n a1\n a2\nB\nC");
-    const auto item = SuperCollection::Make();
-    const auto rootIndexOf = [&](IUnknown* sought) {
-        SmartPtr<IUnknown> found;
-        int32_t index = 0;
-        while (m_Root->GetItem(index, found.Receive()) >= 0 && !(found == sought)) {
-            ++index;
-        }
-        return index;
-    };
-    EXPECT_EQ(m_Tree->Insert(Item("B").Get(), item->Identity(), {}, {}, {}), S_OK);
-    EXPECT_EQ(rootIndexOf(item->Identity()), 1) << "in place of B";
-    const auto other = SuperCollection::Make();
-    EXPECT_EQ(m_Tree->Insert(Item("a2").Get(), other->Identity(), {}, {}, {}), S_OK);
-    EXPECT_EQ(rootIndexOf(other->Identity()), 1) << "a2 has index 1 where it lives";
-    const auto last = SuperCollection::Make();
-    EXPECT_EQ(m_Tree->Insert(last->Identity(), last->Identity(), {}, {}, {}), S_OK);
-    EXPECT_EQ(rootIndexOf(last->Identity()), 5) << "not in the tree: appended";
+    const auto stranger = SuperCollection::Make();
+    const std::pair<SmartPtr<IUnknown>, int> cases[] = {
+        {Item("B"), 1}, {Item("a2"), 1}, {SmartPtr(stranger->Identity()), 5}};
+    for (const auto& [reference, index] : cases) {
+        const auto item = SuperCollection::Make();
+        EXPECT_EQ(m_Tree->Insert(reference.Get(), item->Identity(), {}, {}, {}), S_OK);
+        EXPECT_TRUE((Place{m_Root, index}.Item() == item->Identity()));
+    }
 }
 
-TEST_F(ExpansionTest, ClearDropsTheSelectionAndKeepsForeignData) {
-    Bind("A\nB");
+TEST_F(ExpansionTest, GetSelectedAnswersNodeDataAndCollectionUntilTheTreeIsCleared) {
+    const auto root = SuperCollection::Make();
+    const auto data = SuperCollection::Make();
+    root->Append("A", root->Identity());
+    root->Append({"B", SmartPtr(root->Identity()), SmartPtr(data->Identity())});
+    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
     m_Tree->SelectNode(1, SELECT_ABSOLUTE | SELECT_CURRENT);
+    SmartPtr<IUnknown> answer;
+    EXPECT_EQ(m_Tree->GetSelected(1, SELECTED_DATA, answer.Receive()), S_OK);
+    EXPECT_TRUE(answer == data->Identity());
+    for (const auto& [kind, status] : {std::pair{SELECTED_NODE, S_OK}, {SELECTED_COLLECTION, 1}}) {
+        EXPECT_EQ(m_Tree->GetSelected(0, kind, answer.Receive()), status);
+        EXPECT_TRUE(answer == root->Identity());
+    }
+    EXPECT_EQ(m_Tree->GetSelected(-1, 3, answer.Receive()), E_FAIL);
+    EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, nullptr), E_POINTER);
     EXPECT_EQ(m_Tree->Clear(), S_OK);
-    SmartPtr<IUnknown> selected;
-    EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, selected.Receive()), E_FAIL);
-    EXPECT_EQ(Rows(), "A B");
+    EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, answer.Receive()), E_FAIL);
+    root->RemoveAll();
 }

@@ -1,8 +1,6 @@
 #include "tests/support/FailingNew.h"
 #include "tests/support/TreeTest.h"
 
-#include <functional>
-
 // Full memory, and hosts that do not keep their promises.
 
 namespace {
@@ -13,7 +11,6 @@ using RobustnessTest = TreeTest;
 class Liar final : public HostObject<Liar, SuperCollectionBase, IUINode, ICollectionMoniker> {
 public:
     static constexpr const char* kKind = "Liar";
-
     int32_t GetCount(int32_t* count) override {
         *count = m_Count;
         return E_FAIL;
@@ -29,7 +26,7 @@ public:
     int32_t get_Name(IString** name) override { return Nothing(name); }
     int32_t BindToObject(const IID&, void** object) override { return Nothing(object); }
 
-    int32_t m_Count = 100;
+    int m_Count = 100;
 
 private:
     template <class T>
@@ -49,93 +46,81 @@ TEST_F(RobustnessTest, FullMemoryFailsAnOperationAndLeavesTheControlUsable) {
     CANVASRect rect = {0, 0, 100, 200};
     SmartPtr<IUnknown> out;
     const auto pages = [&] { return reinterpret_cast<INamedCollection**>(out.Receive()); };
-    const auto pointer = As<IUIMouseInput>();
-    const auto renderable = As<IRenderableObject>();
     const auto source = As<IEventSource>();
-    const auto specify = As<IUIPropertyPageSpecify>();
-    IUITree* tree = m_Tree.Get();
-    const std::function<int32_t()> operations[] = {
-        [&] { return tree->get_Node(0, 2, 0, out.Receive()); },
-        [&] { return tree->GetContainerSize(nullptr, nullptr, nullptr); },
-        [&] { return tree->HitTest(5, 5, &rect, out.Receive()); },
-        [&] { return tree->CompactNodes(); },
-        [&] { return tree->MakeNodeVisible(m_Root.Get(), 0); },
-        [&] { return tree->SelectNode(1, SELECT_ABSOLUTE | SELECT_CURRENT); },
-        [&] { return tree->put_Collection(m_Root.Get()); },
-        [&] { return tree->Control(172, 0); },
-        [&] { return renderable->Render(nullptr, &rect, nullptr, 0); },
-        [&] { return pointer->Pointer(1, 3, 0, 5, 5, &rect, nullptr); },
-        [&] { return pointer->Pointer(1, 2, 1, 5, 5, &rect, nullptr); },
+    const std::function<int()> operations[] = {
+        [&] { return m_Tree->get_Node(0, 2, 0, out.Receive()); },
+        [&] { return m_Tree->GetContainerSize(nullptr, nullptr, nullptr); },
+        [&] { return m_Tree->HitTest(5, 5, &rect, out.Receive()); },
+        [&] { return m_Tree->CompactNodes(); },
+        [&] { return m_Tree->MakeNodeVisible(m_Root.Get(), 0); },
+        [&] { return m_Tree->SelectNode(1, SELECT_ABSOLUTE | SELECT_CURRENT); },
+        [&] { return m_Tree->put_Collection(m_Root.Get()); },
+        [&] { return m_Tree->Control(172, 0); },
+        [&] { return Draw(rect); },
+        [&] { return Pointer(1, 3, 0, 5, 5); },
+        [&] { return Pointer(1, 2, 1, 5, 5); },
         [&] { return source->Advise(listener->Identity(), 1); },
-        [&] { return specify->GetPages(0, pages(), nullptr); },
-        [&] { return tree->put_Node(0, 1, 0, item.Get()); },
+        [&] { return As<IUIPropertyPageSpecify>()->GetPages(0, pages(), nullptr); },
+        [&] { return m_Tree->put_Node(0, 1, 0, item.Get()); },
     };
     for (const auto& operation : operations) {
         SCOPED_TRACE(&operation - operations);
-        for (size_t allowed = 0; allowed < 40; ++allowed) {
-            int32_t status = 0;
+        for (size_t allowed = 0; allowed <= 40; ++allowed) {
+            int status = 0;
             {
-                const FailingNew failing(allowed);
+                const FailingNew failing(allowed < 40 ? allowed : SIZE_MAX);
                 status = operation();
             }
-            EXPECT_TRUE(status >= 0 || status == E_FAIL);
+            EXPECT_TRUE(status >= 0 || (status == E_FAIL && allowed < 40));
             source->Advise(nullptr, 0);
         }
-        EXPECT_GE(operation(), 0);
-        source->Advise(nullptr, 0);
     }
 }
 
 TEST_F(RobustnessTest, CreationThatRunsOutOfMemoryLeavesNothing) {
     const CreatorFunction creator = m_Module->FindCreator(L"UITree");
     IID iid = IID_IUITree;
-    bool failed = false;
-    bool created = false;
-    for (size_t allowed = 0; !created && allowed < 500; ++allowed) {
+    size_t allowed = 0;
+    for (bool created = false; !created && allowed < 500; ++allowed) {
         void* object = &iid;
-        int32_t status = 0;
         {
             const FailingNew failing(allowed);
-            status = creator(nullptr, &iid, &object);
+            created = creator(nullptr, &iid, &object) >= 0;
         }
-        EXPECT_EQ(status < 0, object == nullptr);
-        created = status >= 0;
-        failed = failed || !created;
+        EXPECT_EQ(created, object != nullptr);
         Adopt(static_cast<IUITree*>(object)).Reset();
     }
-    EXPECT_TRUE(failed && created);
+    EXPECT_TRUE(allowed > 1 && allowed < 500);
 }
 
 TEST_F(RobustnessTest, MemoryDoesNotGrowWithTheRows) {
-    const auto allocations = [&](int32_t rows) {
+    const auto allocations = [&](int branches) {
         std::string outline;
-        for (int32_t i = 0; i < rows; ++i) {
-            outline += i % 2 == 0 ? "branch\n" : " leaf\n";
+        for (int i = 0; i < branches; ++i) {
+            outline += "branch\n leaf\n";
         }
         Bind(outline);
         for (size_t allowed = 0;; ++allowed) {
             const FailingNew failing(allowed);
-            int32_t counted = 0;
-            if (m_Tree->GetContainerSize(nullptr, &counted, nullptr) >= 0 &&
-                m_Tree->SelectNode(counted - 1, SELECT_ABSOLUTE) >= 0) {
+            if (m_Tree->GetContainerSize(nullptr, nullptr, nullptr) >= 0 &&
+                m_Tree->SelectNode(branches - 1, SELECT_ABSOLUTE) >= 0) {
                 return allowed;
             }
         }
     };
-    EXPECT_EQ(allocations(20'000), allocations(20));
+    EXPECT_EQ(allocations(10'000), allocations(10));
 }
 
 TEST_F(RobustnessTest, CollectionThatAnswersNothingHarmsNobody) {
     const auto liar = Liar::Make();
-    const auto root = Query<ISuperCollection>(liar->Identity());
-    CANVASRect rect = {0, 0, 100, 200};
-    for (const int32_t count : {100, -1, INT32_MIN}) {
+    const SmartPtr<ISuperCollection> root(liar.Get());
+    for (const int count : {100, -1, INT32_MIN}) {
         liar->m_Count = count;
-        EXPECT_EQ(m_Tree->put_Collection(root.Get()), S_OK);
-        As<IRenderableObject>()->Render(nullptr, &rect, nullptr, 0);
+        BindCollection(root);
+        Draw({0, 0, 100, 200});
         m_Tree->SelectNode(3, SELECT_ABSOLUTE | SELECT_CURRENT | SELECT_SCROLL);
-        for (const int32_t action : {3, 2, 0}) {
-            As<IUIMouseInput>()->Pointer(1, action, 0, 5, 5, &rect, nullptr);
+        for (const int action : {3, 2, 0}) {
+            Pointer(1, action, 0, 5, 5);
         }
         m_Tree->MakeNodeVisible(root.Get(), 5);
         m_Tree->Insert(root.Get(), nullptr, {}, {}, {});

@@ -5,9 +5,7 @@
 namespace {
 
 constexpr int64_t kMicroseconds = 1'000'000;
-constexpr int64_t kStart = 1'700'000'000;
-
-int64_t gNow = kStart * kMicroseconds;
+int64_t gNow = 1'700'000'000 * kMicroseconds;
 
 } // namespace
 

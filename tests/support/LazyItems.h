@@ -21,17 +21,3 @@ public:
 
     int32_t m_Filled = 0;
 };
-
-/// A leaf that gathers file names when asked to.
-class LazyNames final : public HostObject<LazyNames, IFileNameCollection> {
-public:
-    static constexpr const char* kKind = "LazyNames";
-
-    int32_t Populate() override { return ++m_Filled; }
-    int32_t GetContentState(int32_t selector, int32_t* value) override {
-        *value = selector == CONTENTSTATE_FILENAMES ? m_Filled : -1;
-        return E_FAIL; // of no interest
-    }
-
-    int32_t m_Filled = 0;
-};

@@ -13,34 +13,23 @@ public:
     static constexpr const char* kKind = "Listener";
 
     struct Event {
-        std::string name;
-        IUnknown* source; ///< container, context or item; not held, it may be the control
-        int32_t state = 0;
-        int32_t first = 0;  ///< index or x
-        int32_t second = 0; ///< action or y
+        /// The event and its numbers: "NodeSelect <state> <index> <action>",
+        /// "NodeDrag <state> <x> <y>" or "UIItemChanged <flags>".
+        std::string text;
+        IUnknown* source = nullptr; ///< container, context or item; not held, it may be the control
         SmartPtr<IUnknown> node = {};
     };
 
     int32_t NodeSelect(IUnknown* container, int32_t state, int32_t index, int32_t action,
         IUnknown* node) override {
-        return Note({"NodeSelect", container, state, index, action, SmartPtr(node)});
+        return Note("NodeSelect", {state, index, action}, container, node);
     }
     int32_t NodeDrag(
         IUnknown* context, int32_t state, int32_t x, int32_t y, IUnknown* node) override {
-        return Note({"NodeDrag", context, state, x, y, SmartPtr(node)});
+        return Note("NodeDrag", {state, x, y}, context, node);
     }
     int32_t UIItemChanged(IUnknown* item, int32_t flags) override {
-        return Note({"UIItemChanged", item, flags});
-    }
-
-    /// The events so far by name, in order, separated by blanks; forgets them.
-    std::string TakeNames() {
-        std::string names;
-        for (const Event& event : m_Events) {
-            names += (names.empty() ? "" : " ") + event.name;
-        }
-        m_Events.clear();
-        return names;
+        return Note("UIItemChanged", {flags}, item, nullptr);
     }
 
     std::vector<Event> m_Events;
@@ -48,11 +37,14 @@ public:
     std::function<void(const Event&)> m_Reaction;
 
 private:
-    int32_t Note(Event event) {
-        m_Events.push_back(std::move(event));
-        if (m_Reaction) {
-            const auto reaction = m_Reaction;
-            const Event noted = m_Events.back();
+    int32_t Note(
+        std::string text, std::initializer_list<int> numbers, IUnknown* source, IUnknown* node) {
+        for (const int number : numbers) {
+            text += " " + std::to_string(number);
+        }
+        const Event noted{text, source, SmartPtr(node)};
+        m_Events.push_back(noted);
+        if (const auto reaction = m_Reaction) {
             reaction(noted);
         }
         return E_FAIL; // ignored by whoever fires

@@ -15,54 +15,64 @@
 
 /// The real module in the reference host, with a control of its own for every test. At the end the
 /// control has to be gone, the module unloaded, and every host object given back.
-///
-/// Trees are written as outlines, whose labels spell their position:
-///
-///     Bind("A\n a1\n a2\nB");
-///     Open("A");
-///     EXPECT_EQ(Rows(), "A a1 a2 B");
+/// Trees are written as outlines: Bind("A\n a1\n a2\nB").
 class TreeTest : public ::testing::Test {
 protected:
     TreeTest();
-
     /// Creates the control; a test that registers components of its own does so before.
-    void SetUp() override;
+    void SetUp() override { m_Tree = m_Module->Create<IUITree>(L"UITree"); }
     /// Lets go of the control and checks that nothing is left.
     void TearDown() override;
 
     /// Connects a listener, m_Listener, to the control.
     void Listen();
-
     template <class T>
     SmartPtr<T> As() const {
         return Query<T>(m_Tree.Get());
     }
 
     /// Makes a collection of an indented outline and binds it.
-    void Bind(const std::string& outline);
+    void Bind(const std::string& outline) { BindCollection(Outline(outline)); }
     void BindCollection(const SmartPtr<ISuperCollection>& collection);
+    /// Binds a new collection of these items.
+    SmartPtr<SuperCollection> BindItems(
+        std::initializer_list<std::pair<const char*, IUnknown*>> items);
     static SmartPtr<ISuperCollection> Outline(const std::string& outline);
 
-    /// Where the node with this label is kept; the first one in display order. Looks through the
-    /// data, not through the control.
+    /// Where a node is kept. Looks into the data, not through the control.
     struct Place {
         SmartPtr<ISuperCollection> collection;
-        int32_t index = -1;
+        int index = -1;
+
+        std::string Label() const;
+        SmartPtr<IUnknown> Item() const;
+        int Flags() const;
+        /// The first node with this label from here on, in display order.
+        Place Find(const std::string& label) const;
+        void SetFlags(int flags) const { collection->SetItemFlags(index, flags); }
     };
-    Place Find(const std::string& label) const;
-    SmartPtr<IUnknown> Item(const std::string& label) const;
-    int32_t Flags(const std::string& label) const;
-    void SetFlags(const std::string& label, int32_t flags);
-    /// Opens a node by its flag words, as a host does.
+    Place Find(const std::string& label) const { return Place{m_Root, 0}.Find(label); }
+    SmartPtr<IUnknown> Item(const std::string& label) const { return Find(label).Item(); }
+    int Flags(const std::string& label) const { return Find(label).Flags(); }
+    void SetFlags(const std::string& label, int flags) const { Find(label).SetFlags(flags); }
+    /// Opens a closed node by its flag words, as a host does.
     void Open(const std::string& label);
+
+    int32_t Draw(CANVASRect rect) const {
+        return As<IRenderableObject>()->Render(nullptr, &rect, nullptr, 0);
+    }
+    int32_t Pointer(int state, int action, int keys, double x, double y,
+        CANVASRect rect = {0, 0, 100, 100}, IUnknown* context = nullptr) const;
 
     /// The labels of the rows as the control resolves them one by one.
     std::string Rows() const;
-    /// The label of one row, or "" when it does not resolve.
-    std::string RowLabel(int32_t row) const;
-    int32_t RowCount() const;
+    int RowCount() const;
     /// The label of the selected node as GetSelected answers it, or "".
     std::string SelectedLabel() const;
+    /// The value of a parameter of the control.
+    int Value(int id) const;
+    /// How many references an object has.
+    static int References(IUnknown* object);
 
     std::optional<Host> m_Host;
     std::optional<Module> m_Module;
@@ -73,6 +83,3 @@ protected:
 private:
     std::map<std::string, int32_t> m_LiveBefore;
 };
-
-/// The name that a collection keeps for an item, as UTF-8.
-std::string LabelOf(ISuperCollection& collection, int32_t index);
