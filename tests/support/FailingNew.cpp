@@ -1,14 +1,28 @@
 #include "tests/support/FailingNew.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
-// The forms for arrays lead here by themselves.
+namespace {
+
+thread_local size_t gAllowed = SIZE_MAX; // so many are never used up
+
+} // namespace
+
+FailingNew::FailingNew(size_t allowed) {
+    gAllowed = allowed;
+}
+
+FailingNew::~FailingNew() {
+    gAllowed = SIZE_MAX;
+}
+
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
-    if (FailingNew::s_Allowed == 0) {
+    if (gAllowed == 0) {
         return nullptr;
     }
-    --FailingNew::s_Allowed;
+    --gAllowed;
     return std::malloc(size == 0 ? 1 : size);
 }
 void* operator new(size_t size) {
@@ -22,4 +36,18 @@ void operator delete(void* memory) noexcept {
 }
 void operator delete(void* memory, size_t) noexcept {
     std::free(memory);
+}
+
+// Elsewhere the forms for arrays lead to these by themselves, but not under the sanitizers.
+void* operator new[](size_t size, const std::nothrow_t&) noexcept {
+    return operator new(size, std::nothrow);
+}
+void* operator new[](size_t size) {
+    return operator new(size);
+}
+void operator delete[](void* memory) noexcept {
+    operator delete(memory);
+}
+void operator delete[](void* memory, size_t) noexcept {
+    operator delete(memory);
 }
