@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::wstring_view kUp = L"..\\";
 
-std::wstring_view View(const CREFString& text) {
-    return {text.m_String, static_cast<size_t>(std::max(text.m_Length, 0))};
-}
-
 bool IsSeparator(wchar_t character) {
     return character == L'\\' || character == L'/';
 }
@@ -72,8 +68,8 @@ std::wstring_view GoUp(std::wstring_view folder, size_t levels) {
 IString* CreateRelative(IString* base, IString* path) {
     const CREFString baseReference(base);
     const CREFString pathReference(path);
-    const std::wstring_view baseText = View(baseReference);
-    const std::wstring_view pathText = View(pathReference);
+    const std::wstring_view baseText = ViewOf(baseReference);
+    const std::wstring_view pathText = ViewOf(pathReference);
 
     const size_t shared = SharedLength(baseText, pathText);
     size_t separators = 0;
@@ -103,7 +99,7 @@ IString* CreateAbsolute(IString* path) {
     FILENAMEGetInstallPath(install.Receive());
     const CREFString installReference(install.Get());
     const CREFString reference(path);
-    const std::wstring_view text = View(reference);
+    const std::wstring_view text = ViewOf(reference);
 
     size_t ups = 0;
     while (text.substr(std::min(kUp.size() * ups, text.size()), kUp.size()) == kUp) {
@@ -120,7 +116,7 @@ IString* CreateAbsolute(IString* path) {
     if (empty || absolute || plain) {
         return Share(path);
     }
-    std::wstring name(GoUp(View(installReference), ups));
+    std::wstring name(GoUp(ViewOf(installReference), ups));
     name.append(L"/").append(text.substr(kUp.size() * ups));
     return CreateText(name);
 }

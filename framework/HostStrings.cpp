@@ -3,6 +3,8 @@
 #include "framework/Components.h"
 #include "framework/Format.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 
@@ -73,7 +75,15 @@ ICreatableString* ISCreate(int32_t value) {
 }
 
 ICreatableString* ISCreate(double value) {
-    return CreateFormatted(L"%f", value);
+    // Not through the C library's formats: their decimal point is the locale's.
+    constexpr int kDecimals = 6;
+    char digits[kNumberCapacity - 1];
+    const auto [end, error] = std::to_chars(
+        std::begin(digits), std::end(digits), value, std::chars_format::fixed, kDecimals);
+    const char* fits = error == std::errc() ? end : digits;
+    wchar_t text[kNumberCapacity] = {};
+    std::copy(static_cast<const char*>(digits), fits, text);
+    return ISCreate(text);
 }
 
 ICreatableString* ISCreateHex(int32_t value) {

@@ -93,11 +93,15 @@ int32_t ParameterTable::Add(int32_t growth, const PROPParameter& parameter) {
     return S_OK;
 }
 
-PROPParameter* ParameterTable::Find(int32_t id) const {
-    PROPParameter** const end = m_ParamList + m_ParamCount;
-    PROPParameter** const found = std::find_if(
-        m_ParamList, end, [id](const PROPParameter* parameter) { return parameter->m_ID == id; });
-    return found == end ? nullptr : *found;
+std::span<const PROPParameter* const> ParameterTable::Records() const {
+    return {m_ParamList, static_cast<size_t>(m_ParamCount)};
+}
+
+const PROPParameter* ParameterTable::Find(int32_t id) const {
+    const auto records = Records();
+    const auto found = std::find_if(records.begin(), records.end(),
+        [id](const PROPParameter* parameter) { return parameter->m_ID == id; });
+    return found == records.end() ? nullptr : *found;
 }
 
 int32_t ParameterTable::Inquire(int32_t id, int32_t* value) const {
@@ -134,11 +138,11 @@ bool ParameterTable::RangeOfNumbers(int32_t& minimum, int32_t& maximum) const {
     const auto byNumber = [](const PROPParameter* first, const PROPParameter* second) {
         return first->m_ID < second->m_ID;
     };
-    const auto [least, greatest] =
-        std::minmax_element(m_ParamList, m_ParamList + m_ParamCount, byNumber);
-    if (m_ParamCount == 0) {
+    const auto records = Records();
+    if (records.empty()) {
         return false;
     }
+    const auto [least, greatest] = std::minmax_element(records.begin(), records.end(), byNumber);
     minimum = (*least)->m_ID;
     maximum = (*greatest)->m_ID;
     return true;

@@ -2,8 +2,11 @@
 
 #include "framework/Object.h"
 
+#include <span>
+
 /// Value types: the low four bits of a parameter's flags word.
 constexpr uint32_t PROPTYPE_MASK = 0xF;
+constexpr uint32_t PROPTYPE_NONE = 0;   ///< a number to those who store it; not to be read
 constexpr uint32_t PROPTYPE_BYTE = 1;   ///< unsigned 8-bit
 constexpr uint32_t PROPTYPE_SHORT = 2;  ///< signed 16-bit
 constexpr uint32_t PROPTYPE_LONG = 3;   ///< 32-bit
@@ -37,6 +40,8 @@ struct PROPParameter {
     int32_t m_Max;
 
     uint32_t Type() const { return m_Flags & PROPTYPE_MASK; }
+    bool IsFileName() const { return (m_Flags & PROPFLAG_FILENAME) != 0; }
+    bool IsTransient() const { return (m_Flags & PROPFLAG_TRANSIENT) != 0; }
 };
 static_assert(offsetof(PROPParameter, m_Value) == 8);
 static_assert(sizeof(void*) != 4 || sizeof(PROPParameter) == 24);
@@ -62,8 +67,12 @@ public:
     /// `owner`'s lock is held while a string or object field is replaced.
     int32_t ControlEx(ObjectBase& owner, int32_t id, IUnknown* value);
 
+    /// The records in the order of their registration.
+    std::span<const PROPParameter* const> Records() const;
+    /// The first record of that number; null when there is none.
+    const PROPParameter* Find(int32_t id) const;
+
 private:
-    PROPParameter* Find(int32_t id) const;
     bool RangeOfNumbers(int32_t& minimum, int32_t& maximum) const;
 
     PROPParameter** m_ParamList = nullptr;

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "framework/ParameterTable.h"
-#include "framework/PropertyInterfaces.h"
-#include "framework/StreamInterfaces.h"
+#include "framework/FolderPersistence.h"
+#include "framework/XMLPersistence.h"
 
 /// Implements numbered parameters for a component class T (derived from ObjectBase), which
 /// registers its fields with AddParameter during its final construction and may override Inquire
@@ -29,23 +28,21 @@ public:
         return ParameterTable::ControlEx(static_cast<T&>(*this), id, value);
     }
 
-    // Persistence. These entries hold their place in the table: settings are not stored yet, and
-    // each answers S_OK without touching the stream.
+    // Stored settings. Each answers S_OK in every case; the last argument is not used.
     virtual int32_t UIPropInterrogate_SaveFolderStream(
-        INamedCollection* /*strings*/, IFolderStream* /*stream*/, int32_t /*flags*/) {
-        return S_OK;
+        INamedCollection* strings, IFolderStream* stream, int32_t /*flags*/) {
+        return SaveToFolders(*this, this, strings, stream);
     }
-    virtual int32_t UIPropInterrogate_LoadFolderStream(
-        IFolderStream* /*stream*/, int32_t /*flags*/) {
-        return S_OK;
+    virtual int32_t UIPropInterrogate_LoadFolderStream(IFolderStream* stream, int32_t /*flags*/) {
+        return LoadFromFolders(*this, this, stream);
     }
     virtual int32_t UIPropInterrogate_SaveXML(
-        INamedCollection* /*strings*/, IDataStream* /*stream*/, int32_t /*flags*/) {
-        return S_OK;
+        INamedCollection* strings, IDataStream* stream, int32_t /*flags*/) {
+        return SaveToXML(*this, this, strings, stream);
     }
     virtual int32_t UIPropInterrogate_LoadXML(
-        INamedCollection* /*strings*/, IDataStream* /*stream*/, int32_t /*flags*/) {
-        return S_OK;
+        INamedCollection* strings, IDataStream* stream, int32_t /*flags*/) {
+        return LoadFromXML(*this, this, strings, stream);
     }
 
 protected:

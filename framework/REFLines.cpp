@@ -163,6 +163,11 @@ int32_t CREFString::Split(
     return S_OK;
 }
 
+std::wstring_view ViewOf(const tagREFString& text) {
+    const bool isEmpty = text.m_Length <= 0 || !text.m_String;
+    return isEmpty ? std::wstring_view() : std::wstring_view(text.m_String, size_t(text.m_Length));
+}
+
 bool IsEqual(tagREFString first, tagREFString second) {
     return IsEqualBy(first, second, [](wchar_t a, wchar_t b) { return a == b; });
 }

@@ -2,6 +2,8 @@
 
 #include "framework/TextInterfaces.h"
 
+#include <string_view>
+
 /// A string reference with parsing operations. They cut lines, words and tokens off the referenced
 /// text without copying: they move this reference, or make `out` refer into the same characters. No
 /// operation reads a character at or past the length, and a failing one leaves this reference as it
@@ -58,6 +60,9 @@ private:
 };
 
 static_assert(sizeof(CREFString) == 3 * sizeof(void*), "the table pointer, then the two words");
+
+/// The characters of a reference, for as long as they live; a negative length counts as 0.
+std::wstring_view ViewOf(const tagREFString& text);
 
 /// Whether two references hold the same characters.
 bool IsEqual(tagREFString first, tagREFString second);

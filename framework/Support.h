@@ -9,3 +9,4 @@
 #include "framework/NamedCollections.h"
 #include "framework/REFString.h"
 #include "framework/Values.h"
+#include "framework/XMLTag.h"
