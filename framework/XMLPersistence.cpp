@@ -62,6 +62,11 @@ void LoadValue(
     }
 }
 
+bool IsBlank(wchar_t character) {
+    return std::iswspace(static_cast<wint_t>(character)) != 0 ||
+           std::iswcntrl(static_cast<wint_t>(character)) != 0;
+}
+
 /// The text of the first opening tag without the markup around it, trimmed; the text behind it in
 /// `rest`. False when there is none.
 bool FindTag(const CREFString& text, CREFString& tag, CREFString& rest) {
@@ -74,16 +79,12 @@ bool FindTag(const CREFString& text, CREFString& tag, CREFString& rest) {
     if (end == std::wstring_view::npos) {
         return false;
     }
-    const auto isBlank = [](wchar_t character) {
-        const auto wide = static_cast<wint_t>(character);
-        return std::iswspace(wide) != 0 || std::iswcntrl(wide) != 0;
-    };
     const wchar_t* first = whole.data() + start + 1;
     const wchar_t* last = whole.data() + end;
-    while (first < last && isBlank(*first)) {
+    while (first < last && IsBlank(*first)) {
         ++first;
     }
-    while (first < last && isBlank(last[-1])) {
+    while (first < last && IsBlank(last[-1])) {
         --last;
     }
     tag = tagREFString{static_cast<int32_t>(last - first), first};
