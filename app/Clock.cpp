@@ -27,8 +27,8 @@ StandingClock::~StandingClock() {
     gStandsAt = kRunning;
 }
 
-void StandingClock::Advance(int32_t milliseconds) {
-    gStandsAt += int64_t{milliseconds} * 1000;
+void StandingClock::Advance(int64_t microseconds) {
+    gStandsAt += microseconds;
 }
 
 // The C library's own names of the parameters are reserved.

@@ -14,5 +14,5 @@ public:
     StandingClock(const StandingClock&) = delete;
     StandingClock& operator=(const StandingClock&) = delete;
 
-    void Advance(int32_t milliseconds);
+    void Advance(int64_t microseconds);
 };

@@ -56,7 +56,7 @@ private:
     }
 
     void Play(const WaitCommand& command, const std::string& text) {
-        m_Clock.Advance(command.m_Milliseconds);
+        m_Clock.Advance(int64_t{command.m_Milliseconds} * 1000);
         m_Session.Note(text, "");
     }
 

@@ -92,6 +92,9 @@ TEST(ForeignHost, LoadsTheModuleUsesTheControlAndUnloadsIt) {
         auto* part = Ask<Object>(tree, name);
         EXPECT_EQ(reinterpret_cast<const char*>(part) - start, static_cast<ptrdiff_t>(offset))
             << name;
+        auto* whole = Ask<Object>(part, "IUITree");
+        EXPECT_EQ(whole, tree) << name << " leads back";
+        whole->Drop();
         part->Drop();
     }
 

@@ -1,5 +1,4 @@
 #include "tests/framework/FrameworkTest.h"
-#include "tests/support/FailingNew.h"
 
 namespace {
 
@@ -92,19 +91,5 @@ TEST_F(EventSourceTest, SinksMayChangeTheListWhileTheyAreServed) {
                 << leaving << " leaving, joining: " << joining;
             EXPECT_EQ(m_Source->Advise(nullptr, 0), S_OK);
         }
-    }
-}
-
-TEST_F(EventSourceTest, WithoutMemoryTheListStaysAsItWas) {
-    Connect("abcdefgh");
-    const auto next = Sink::Make('i', m_Log); // the list has to grow for it
-    for (const size_t allowed : {0U, 1U, 2U}) {
-        int32_t status = S_OK;
-        {
-            const FailingNew noMemory(allowed);
-            status = m_Source->Advise(next->Identity(), 1);
-        }
-        EXPECT_EQ(status, allowed < 2 ? E_FAIL : S_OK) << allowed;
-        EXPECT_EQ(Fire(), allowed < 2 ? "abcdefgh" : "abcdefghi") << allowed;
     }
 }

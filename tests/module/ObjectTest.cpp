@@ -21,26 +21,6 @@ public:
 
 } // namespace
 
-TEST_F(ObjectTest, EveryInterfaceLeadsToOneIdentityAndBack) {
-    const IID* const answered[] = {&IID_IUnknown, &IID_IObjectInfo, &IID_IDataPersist,
-        &IID_IEventSource, &IID_IParent, &IID_IRenderableObject, &IID_IUINodeContainer,
-        &IID_IUIMouseInput, &IID_IUIPropInterrogate, &IID_IUIPropInterrogateEx,
-        &IID_IUIPropertyPageSpecify, &IID_IUIRefreshableObject, &IID_IUITouchInput, &IID_IUITree,
-        &IID__IUIRefreshEvent};
-    const auto ask = [](IUnknown* object, const IID* iid) {
-        return Adopt(static_cast<IUnknown*>(QueryObject(object, *iid)));
-    };
-    for (const IID* iid : answered) {
-        const auto through = ask(m_Tree.Get(), iid);
-        ASSERT_TRUE(through);
-        for (const IID* other : answered) {
-            EXPECT_EQ(ask(m_Tree.Get(), other).Get(), ask(through.Get(), other).Get());
-        }
-    }
-    EXPECT_EQ(static_cast<void*>(As<IUITree>().Get()), As<IUINodeContainer>().Get());
-    EXPECT_EQ(static_cast<void*>(As<IUIPropInterrogate>().Get()), As<IUIPropInterrogateEx>().Get());
-}
-
 TEST_F(ObjectTest, AdviseTakesASinkOfEitherEventOnce) {
     const auto source = As<IEventSource>();
     const auto both = Listener::Make();
@@ -91,16 +71,17 @@ TEST_F(ObjectTest, ControlGivesEverythingBackWhenItGoesInUse) {
 }
 
 TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
-    const auto makeMortal = [&] {
-        const std::shared_ptr<void> last(this, [&](void*) { m_Tree.Reset(); });
+    const auto makeMortal = [](const std::function<void()>& last) {
+        const std::shared_ptr<void> guard(nullptr, [last](void*) { last(); });
         auto listener = Listener::Make();
-        listener->m_Reaction = [last](const Listener::Event&) {};
+        listener->m_Reaction = [guard](const Listener::Event&) {};
         return listener;
     };
+    const auto releaseTheControl = [&] { m_Tree.Reset(); };
     auto* source = As<IEventSource>().Get();
     IUnknown* connected = nullptr;
     {
-        const auto listener = makeMortal();
+        const auto listener = makeMortal(releaseTheControl);
         connected = listener->Identity();
         source->Advise(connected, 1);
     }
@@ -109,9 +90,14 @@ TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
 
     SetUp();
     auto* properties = As<IUIPropInterrogateEx>().Get();
-    properties->ControlEx(170, makeMortal()->Identity());
+    properties->ControlEx(170, makeMortal(releaseTheControl)->Identity());
     EXPECT_EQ(properties->ControlEx(170, nullptr), S_OK);
     EXPECT_FALSE(m_Tree);
+
+    SetUp();
+    const auto touchTheControl = [dying = m_Tree.Get()] { SmartPtr<IUITree>(dying).Reset(); };
+    As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal(touchTheControl)->Identity());
+    m_Tree.Reset();
 }
 
 TEST_F(ObjectTest, ControlThatListensToItselfComesToRest) {

@@ -1,4 +1,3 @@
-#include "tests/support/Clock.h"
 #include "tests/support/LazyItems.h"
 #include "tests/support/TreeTest.h"
 
@@ -50,24 +49,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(PointerTest, SecondReleaseInTimeAndPlaceIsADoubleClick) {
-    const struct {
-        int after; ///< microseconds
-        double dx, dy;
-        int keys;
-        bool paired;
-    } cases[] = {{499'999, 0, 0, 0, true}, {500'000, 0, 0, 0, false}, {9, 1.9, -1.9, 0, true},
-        {9, 2, 0, 0, false}, {9, 0, -2, 0, false}, {9, 0, 0, 1, false}, {0, 0, 0, 0, true}};
-    Bind("A\nB");
-    for (const auto& one : cases) {
-        AdvanceClock(1'000'000);
-        SendTo(1, 1, 2);
-        AdvanceClock(one.after);
-        EXPECT_EQ(SendTo(1, 1, 2, one.keys, one.dx, one.dy), S_OK);
-        EXPECT_EQ(Last().text, one.paired ? "NodeSelect 2 1 0" : "NodeSelect 1 1 0") << one.after;
-    }
-}
 
 TEST_F(PointerTest, DragReportsContextPlaceAndPressedNode) {
     Bind("A\nB");

@@ -1,4 +1,3 @@
-#include "tests/support/Clock.h"
 #include "tests/support/TreeTest.h"
 
 #include <algorithm>
@@ -336,7 +335,7 @@ protected:
         m_Did = "clock and switches";
         const int64_t elapsed = Below(2) == 0 ? 499'999 + Below(2) : Below(700'000);
         model.now += elapsed;
-        AdvanceClock(elapsed);
+        m_Clock.Advance(elapsed);
         const std::pair<int, int*> switches[] = {{145, &model.selectOnPress},
             {146, &model.clearAll}, {147, &model.rootZone}, {148, &model.childZone}};
         const auto& [id, field] = switches[Below(4)];

@@ -1,4 +1,3 @@
-#include "tests/support/Clock.h"
 #include "tests/support/TreeTest.h"
 
 // What a listener does while it is called must not harm the control: every event, times everything
@@ -28,7 +27,7 @@ protected:
         Bind("A\n a1\n a2\nB\nC");
         Open("A");
         m_Tree->SelectNode(1, SELECT_ABSOLUTE | SELECT_CURRENT);
-        AdvanceClock(10'000'000);
+        m_Clock.Advance(10'000'000);
         Send(1, 2, kLeaf); // a click to pair with
         Listen();
         m_Second = Listener::Make();
@@ -43,7 +42,7 @@ protected:
         trigger();
         first->m_Reaction = nullptr;
         EXPECT_GE(heard, 1) << "the event was not fired";
-        AdvanceClock(10'000'000);
+        m_Clock.Advance(10'000'000);
         if (m_Tree) {
             m_Tree->SetElementSize(0, 10);
             EXPECT_GE(RowCount(), 0);

@@ -22,8 +22,8 @@ bool IsClipped(cairo_t* context) {
 
 /// Any helper of the control, or an item with an image: writes down what it is asked, and answers
 /// failure where the control must not care.
-class Helper final : public HostObject<Helper, IUIScrollBar, IRenderableObject, IFileArchive,
-                         IPMRenderStyle, IPMRenderer> {
+class Helper final : public HostObject<Helper, IUIScrollBar, IUIMouseInput, IRenderableObject,
+                         IFileArchive, IPMRenderStyle, IPMRenderer> {
 public:
     static constexpr const char* kKind = "Helper";
     Helper(std::string& log, std::string name) : m_Log(log), m_Name(std::move(name)) {}
@@ -50,6 +50,12 @@ public:
         const char* clip = IsClipped(canvas->m_Context) ? "" : " unclipped";
         return Note(m_Name + " " + Text(*rect) + " p" + std::to_string(param) + clip, {});
     }
+    int32_t Pointer(int32_t state, int32_t action, int32_t keys, double x, double y,
+        CANVASRect* rect, IUnknown* context) override {
+        Note("pointer " + Text(*rect) + (context ? " in" : " without"),
+            {state, action, keys, int(x * 100), int(y * 100)});
+        return m_Answer;
+    }
     int32_t SetFileName(IString* fileName) override {
         m_Name = ToUtf8(Refer(fileName)).find("Open") < 99 ? "open" : "closed";
         return S_OK;
@@ -70,7 +76,8 @@ public:
     }
 
     int m_Pos = 0;
-    int m_Status = 1; ///< of Layout; 0 has the bar drawn
+    int m_Status = 1;      ///< of Layout; 0 has the bar drawn
+    int m_Answer = E_FAIL; ///< of Pointer
     /// What else it does while it is asked.
     std::function<void()> m_Act = [] {};
 
@@ -282,6 +289,21 @@ TEST_F(RenderingTest, CollectionInsideItselfIsDrawnOnce) {
     root->SetItemFlags(0, NODE_EXPANDED | NODE_VISIBLE | 1);
     EXPECT_EQ(Labels(), "a");
     root->RemoveAll();
+}
+
+TEST_F(RenderingTest, ScrollBarIsOfferedTheRawEventInItsContextBeforeTheRows) {
+    Bind("A");
+    Listen();
+    const std::tuple<int, int, size_t> cases[] = {{E_FAIL, S_OK, 1}, {S_OK, S_OK, 1}, {5, S_OK, 0}};
+    for (const auto& [answer, status, events] : cases) {
+        m_Bar->m_Answer = answer;
+        m_Log.clear();
+        m_Listener->m_Events.clear();
+        EXPECT_EQ(TreeTest::Pointer(1, 3, 1, 0.75, 0.5, {0, 0, 110, 100}, m_Root.Get()), status);
+        EXPECT_EQ(m_Log.substr(0, m_Log.find("pos")),
+            "range 0 0; layout 0,0,110,100; pointer 100,0,10,100 in 1 3 1 75 50; ");
+        EXPECT_EQ(m_Listener->m_Events.size(), events);
+    }
 }
 
 TEST_F(RenderingTest, HugeRectanglesAreSaturated) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Clock.h"
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
 #include "host/Host.h"
@@ -74,6 +75,7 @@ protected:
     /// How many references an object has.
     static int References(IUnknown* object);
 
+    StandingClock m_Clock;
     std::optional<Host> m_Host;
     std::optional<Module> m_Module;
     SmartPtr<IUITree> m_Tree;
