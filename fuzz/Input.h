@@ -25,11 +25,11 @@ public:
     /// The bytes up to the next 0 as characters, in a buffer of exactly their size, so that a read
     /// past the end is caught. The highest bytes stand for characters that are easily got wrong.
     std::vector<wchar_t> Text() {
-        constexpr wchar_t kOdd[] = {0x85, 0xA0, 0x0130, 0x0661, 0x2028, 0xD800, 0xFEFF, 0xFFFF,
-            0x1D7D8, 0x10FFFF, 0x110000, -1, INT32_MIN, INT32_MAX, 0x1E9E, 0x3000};
+        constexpr uint32_t kOdd[] = {0x85, 0xA0, 0x0130, 0x0661, 0x2028, 0xD800, 0xFEFF, 0xFFFF,
+            0x1D7D8, 0x10FFFF, 0x110000, 0xFFFFFFFF, 0x80000000, 0x7FFFFFFF, 0x1E9E, 0x3000};
         std::vector<wchar_t> text;
         while (const uint8_t byte = Byte()) {
-            text.push_back(byte < 0xF0 ? wchar_t{byte} : kOdd[byte - 0xF0]);
+            text.push_back(static_cast<wchar_t>(byte < 0xF0 ? byte : kOdd[byte - 0xF0]));
         }
         return {text.begin(), text.end()};
     }

@@ -1,11 +1,14 @@
 // The readers of numbers, and what the writers of numbers wrote.
 
 #include "framework/HostStrings.h"
+#include "framework/Identifiers.h"
 #include "framework/SmartPtr.h"
 #include "framework/Values.h"
 #include "fuzz/Input.h"
 
 #include <cmath>
+
+[[maybe_unused]] static const bool gIdentifiersReady = (InitializeIdentifiers(), true);
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Input input(data, size);
