@@ -1,4 +1,5 @@
 #include "app/Commands.h"
+#include "app/Panel.h"
 #include "app/Picture.h"
 #include "app/TreeView.h"
 #include "host/Expansion.h"
@@ -36,6 +37,11 @@ void RunShot(const ShotOptions& options) {
     OpenRows(view, options.m_Open);
     view.Control()->Control(kParameterScrollPos, options.m_Scroll);
 
-    WritePicture(DrawPicture(view.Control(), size).get(), file, options.m_Out);
+    std::optional<Panel> panel;
+    if (options.m_Page) {
+        panel.emplace(view.Control());
+    }
+    const auto picture = DrawPicture(view.Control(), size, panel ? &*panel : nullptr);
+    WritePicture(picture.get(), file, options.m_Out);
     std::cout << options.m_Out << '\n';
 }

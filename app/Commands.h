@@ -19,6 +19,7 @@ struct ShotOptions {
     int32_t m_Scroll = 0;           ///< the first row shown
     std::vector<int32_t> m_Open;    ///< rows to open, one after the other
     int32_t m_Depth = 0;            ///< levels to open
+    bool m_Page = false;            ///< with the settings page beside the tree
 };
 
 /// Draws the tree to a PNG file and prints the file's name.
@@ -50,6 +51,14 @@ struct RowsOptions {
 
 /// Prints the visible rows.
 void RunRows(const RowsOptions& options);
+
+struct SettingsOptions {
+    std::vector<std::string> m_Set; ///< NAME=VALUE, each with a display name or a number
+    bool m_List = false;
+};
+
+/// Changes settings of a new control, and prints them when asked to or when none is changed.
+void RunSettings(const SettingsOptions& options);
 
 /// Prints the control's interfaces and parameters, for people or as JSON.
 void RunInfo(bool asJson);

@@ -1,5 +1,7 @@
 #include "app/Input.h"
 
+#include "host/Numbers.h"
+
 namespace {
 
 std::string ActionText(int32_t action) {

@@ -1,6 +1,7 @@
 #include "app/Picture.h"
 
 #include "app/Commands.h"
+#include "app/PanelPicture.h"
 #include "framework/DrawingInterfaces.h"
 #include "framework/SmartPtr.h"
 
@@ -37,16 +38,21 @@ Size ParseSize(const std::string& text) {
     return size;
 }
 
-SurfacePtr DrawPicture(IUITree* tree, Size size) {
+SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel) {
     SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.m_Width, size.m_Height));
     const ContextPtr context(cairo_create(surface.get()));
     cairo_set_source_rgb(context.get(), 1, 1, 1);
     cairo_paint(context.get());
 
     UbuntuCanvas canvas{context.get()};
-    CANVASRect rect{0, 0, size.m_Width, size.m_Height};
+    const int32_t panelWidth = panel ? Panel::WidthIn(size.m_Width) : 0;
+    CANVASRect rect{0, 0, size.m_Width - panelWidth, size.m_Height};
     if (const auto renderable = Query<IRenderableObject>(tree)) {
         renderable->Render(&canvas, &rect, nullptr, 0); // fails for a tree without rows only
+    }
+    if (panel) {
+        panel->Resize(size.m_Height);
+        DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, size.m_Height});
     }
     Check(cairo_status(context.get()), "cannot draw");
     cairo_surface_flush(surface.get());

@@ -2,6 +2,7 @@
 
 #include "app/Commands.h"
 #include "framework/TreeInterfaces.h"
+#include "host/Numbers.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "app/ScriptLine.h"
 
 #include "app/Commands.h"
+#include "host/Numbers.h"
 
 #include <sstream>
 

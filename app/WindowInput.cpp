@@ -30,23 +30,42 @@ std::vector<Input> TranslateMotion(const SDL_MouseMotionEvent& event) {
     return {PointerInput{state, POINTERACTION_MOVE, HeldKeys(), double(event.x), double(event.y)}};
 }
 
-std::vector<Input> TranslateKey(SDL_Keycode code) {
-    constexpr struct {
-        SDL_Keycode m_Code;
-        Key m_Key;
-    } kKeys[] = {{SDLK_UP, Key::kUp}, {SDLK_DOWN, Key::kDown}, {SDLK_PAGEUP, Key::kPageUp},
-        {SDLK_PAGEDOWN, Key::kPageDown}, {SDLK_HOME, Key::kHome}, {SDLK_END, Key::kEnd},
-        {SDLK_RIGHT, Key::kRight}, {SDLK_LEFT, Key::kLeft}, {SDLK_RETURN, Key::kEnter},
-        {SDLK_KP_ENTER, Key::kEnter}};
-    for (const auto& each : kKeys) {
+template <class Meaning>
+struct KeyMeaning {
+    SDL_Keycode m_Code;
+    Meaning m_Meaning;
+};
+
+constexpr KeyMeaning<Key> kTreeKeys[] = {{SDLK_UP, Key::kUp}, {SDLK_DOWN, Key::kDown},
+    {SDLK_PAGEUP, Key::kPageUp}, {SDLK_PAGEDOWN, Key::kPageDown}, {SDLK_HOME, Key::kHome},
+    {SDLK_END, Key::kEnd}, {SDLK_RIGHT, Key::kRight}, {SDLK_LEFT, Key::kLeft},
+    {SDLK_RETURN, Key::kEnter}, {SDLK_KP_ENTER, Key::kEnter}};
+constexpr KeyMeaning<PanelKey> kPanelKeys[] = {{SDLK_UP, PanelKey::kUp},
+    {SDLK_DOWN, PanelKey::kDown}, {SDLK_HOME, PanelKey::kHome}, {SDLK_END, PanelKey::kEnd},
+    {SDLK_BACKSPACE, PanelKey::kBackspace}, {SDLK_RETURN, PanelKey::kEnter},
+    {SDLK_KP_ENTER, PanelKey::kEnter}, {SDLK_F2, PanelKey::kKeep},
+    {SDLK_ESCAPE, PanelKey::kCancel}};
+
+template <class Meaning, size_t N>
+std::optional<Meaning> MeaningOf(SDL_Keycode code, const KeyMeaning<Meaning> (&keys)[N]) {
+    for (const auto& each : keys) {
         if (each.m_Code == code) {
-            return {KeyInput{each.m_Key}};
+            return each.m_Meaning;
         }
     }
     return {};
 }
 
+std::vector<Input> TranslateKey(SDL_Keycode code) {
+    const auto key = MeaningOf(code, kTreeKeys);
+    return key ? std::vector<Input>{KeyInput{*key}} : std::vector<Input>();
+}
+
 } // namespace
+
+std::optional<PanelKey> PanelKeyOf(int32_t code) {
+    return MeaningOf(code, kPanelKeys);
+}
 
 std::vector<Input> WindowInput::Translate(const SDL_Event& event, Size size) {
     switch (event.type) {

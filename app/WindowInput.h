@@ -1,10 +1,14 @@
 #pragma once
 
 #include "app/Finger.h"
+#include "app/Panel.h"
 #include "app/Picture.h"
 #include "app/Wheel.h"
 
 union SDL_Event;
+
+/// What a key, by its code, means to the panel.
+std::optional<PanelKey> PanelKeyOf(int32_t code);
 
 /// Makes input for the control of the window system's events.
 class WindowInput {

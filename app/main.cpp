@@ -34,6 +34,7 @@ void AddShot(CLI::App& app, ShotOptions& options) {
         ->check(CLI::Range(0, INT32_MAX))
         ->allow_extra_args(false);
     command->add_option("--depth", options.m_Depth, kDepthHelp)->check(CLI::Range(0, INT32_MAX));
+    command->add_flag("--page", options.m_Page, "Draw the settings page beside the tree");
     command->callback([&options] { RunShot(options); });
 }
 
@@ -64,6 +65,16 @@ void AddRows(CLI::App& app, RowsOptions& options) {
     command->callback([&options] { RunRows(options); });
 }
 
+void AddSettings(CLI::App& app, SettingsOptions& options) {
+    CLI::App* command = app.add_subcommand("settings", "Change and print a control's settings");
+    command
+        ->add_option("--set", options.m_Set,
+            "NAME=VALUE, where NAME is a setting's name or number; may be repeated")
+        ->allow_extra_args(false);
+    command->add_flag("--list", options.m_List, "Print the settings; without --set it is implied");
+    command->callback([&options] { RunSettings(options); });
+}
+
 void AddInfo(CLI::App& app, bool& asJson) {
     CLI::App* command = app.add_subcommand("info", "Print the control's interfaces and parameters");
     command->add_flag("--json", asJson, "For programs");
@@ -77,11 +88,13 @@ int ParseAndRun(int count, char** arguments) {
     WindowOptions window;
     ReplayOptions replay;
     RowsOptions rows;
+    SettingsOptions settings;
     bool asJson = false;
     AddRun(app, window);
     AddShot(app, shot);
     AddReplay(app, replay);
     AddRows(app, rows);
+    AddSettings(app, settings);
     AddInfo(app, asJson);
     try {
         app.parse(count, arguments);

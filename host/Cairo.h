@@ -30,6 +30,7 @@ private:
 
 /// Sets a colour, 0xRRGGBB, as the source.
 void SetSourceColor(cairo_t* context, int32_t rgb);
+void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb);
 
 /// No coordinate or size in pixels that is drawn reaches this: cairo's coordinates end soon after.
 constexpr int32_t kFarthest = 1 << 21;

@@ -3,9 +3,11 @@
 #include "framework/Components.h"
 #include "host/IconFile.h"
 #include "host/Module.h"
+#include "host/PropertyPage.h"
 #include "host/RegistryFile.h"
 #include "host/RenderStyle.h"
 #include "host/ScrollBar.h"
+#include "host/StringTable.h"
 #include "host/Text.h"
 #include "host/TextRenderer.h"
 #include "host/UIDefault.h"
@@ -54,6 +56,8 @@ Host::Host(const std::filesystem::path& folder) {
     Register(L"UIScrollBar", &CreateInstanceOf<ScrollBar>);
     Register(L"PMRenderStyle", &CreateInstanceOf<RenderStyle>);
     Register(L"PMRenderer", &CreateInstanceOf<TextRenderer>);
+    Register(L"StringTable", &CreateInstanceOf<StringTable>);
+    Register(L"UIPropPages.UIPropInterrogatePropPage", &CreateInstanceOf<PropertyPage>);
 }
 
 Host::~Host() {

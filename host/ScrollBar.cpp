@@ -11,12 +11,6 @@ constexpr int32_t kThumbMargin = 4;     // pixels left and right of the thumb
 constexpr int32_t kTrackColor = 0xF2F2F2;
 constexpr int32_t kThumbColor = 0xBDBDBD;
 
-void FillRect(cairo_t* context, const CANVASRect& rect, int32_t color) {
-    SetSourceColor(context, color);
-    cairo_rectangle(context, rect.left, rect.top, rect.width, rect.height);
-    cairo_fill(context);
-}
-
 } // namespace
 
 int32_t ScrollBar::GetPos(int32_t* pos) {

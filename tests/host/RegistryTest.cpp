@@ -19,9 +19,9 @@ SmartPtr<T> Create(const Host& host, std::wstring_view name) {
 
 TEST_F(RegistryTest, HostMakesEveryComponentThatTheControlAsksFor) {
     const Host host(BuildFolder());
-    for (const wchar_t* name :
-        {L"SuperCollection", L"CreatableString", L"Variant", L"Registry", L"ComponentString",
-            L"CIFFileEx", L"UIDefault", L"UIScrollBar", L"PMRenderStyle", L"PMRenderer"}) {
+    for (const wchar_t* name : {L"SuperCollection", L"CreatableString", L"Variant", L"Registry",
+             L"ComponentString", L"CIFFileEx", L"UIDefault", L"UIScrollBar", L"PMRenderStyle",
+             L"PMRenderer", L"StringTable", L"UIPropPages.UIPropInterrogatePropPage"}) {
         EXPECT_TRUE(Create(host, name)) << ToUtf8(Refer(std::wstring_view(name)));
     }
     EXPECT_FALSE(Create(host, L"Variants"));

@@ -1,6 +1,11 @@
 #include "tests/host/Treehost.h"
 
+#include <gmock/gmock.h>
+
 namespace {
+
+using testing::HasSubstr;
+using testing::Not;
 
 class TreehostTest : public TreehostRun {};
 
@@ -30,6 +35,48 @@ TEST_F(TreehostTest, ShotOpeningScrollingAndEmptinessChangeThePicture) {
     EXPECT_EQ(shot("--scroll 2147483647", kOutline), shot("--scroll 1", kOutline));
     EXPECT_NE(closed, shot("--open 0 --open 3", kOutline));
     EXPECT_EQ(shot("--depth 1", kOutline), shot("--open 0 --open 3", kOutline));
+    EXPECT_NE(closed, shot("--page", kOutline));
+}
+
+TEST_F(TreehostTest, InfoTellsInterfacesAndParametersToPeopleAndPrograms) {
+    const std::string text = Run("info").m_Output;
+    EXPECT_THAT(text, HasSubstr("\n  IUITree\n"));
+    EXPECT_THAT(text, Not(HasSubstr("IVariant")));
+    EXPECT_THAT(text, HasSubstr("\n  100     TextColor              long    0x23     0..0        "
+                                "#4B4B4B\n"));
+    const std::string json = Run("info --json").m_Output;
+    for (const char* part :
+        {"\n    \"IUITree\",", "\"name\": \"TextColor\"", "\"value\": \"#4B4B4B\"",
+            "\"number\": 148,\n      \"name\": \"ChildToggleOnIconOnly\",\n      \"type\": "
+            "\"long\"",
+            "\"flags\": 19,\n      \"min\": 0,\n      \"max\": 1,\n      \"value\": 1\n"}) {
+        EXPECT_THAT(json, HasSubstr(part));
+    }
+}
+
+TEST_F(TreehostTest, SettingsAreListedAndSetByNameOrNumber) {
+    EXPECT_THAT(Run("settings").m_Output, HasSubstr("4     ElementHeight          15\n"));
+    EXPECT_EQ(Run("settings --set 4=30").m_Output, "");
+    const Outcome outcome = Run("settings --set elementheight=30 --list --set 100=0xFF --set 4=31");
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_THAT(outcome.m_Output, HasSubstr("4     ElementHeight          31\n"));
+    EXPECT_THAT(outcome.m_Output, HasSubstr("100   TextColor              #0000FF\n"));
+}
+
+TEST_F(TreehostTest, NamesAndIconsAreReadFromTheFolderThatTheIniFileNames) {
+    for (const char* file : {"treehost", "CollectionsEx.so", "Collections.so", "UITree.so"}) {
+        std::filesystem::copy_file(BuildFolder() / file, m_Folder / file);
+    }
+    const auto list = [&] { return Run("settings", "", Treehost(m_Folder / "")).m_Output; };
+    EXPECT_THAT(list(), HasSubstr("4     4                      15\n"));
+    EXPECT_THAT(list(), HasSubstr("170   170                    not set\n"));
+    std::filesystem::copy(
+        BuildFolder() / "share", m_Folder / "other", std::filesystem::copy_options::recursive);
+    std::ofstream(m_Folder / "other/_strings/UITree.ini") << "[Parameters]\n4=Tall\n170=Open\n";
+    std::ofstream(m_Folder / "treehost.ini")
+        << "[Workspace]\nCommonPath=" << (m_Folder / "other").string() << '\n';
+    EXPECT_THAT(list(), HasSubstr("4     Tall                   15\n"));
+    EXPECT_THAT(list(), HasSubstr("170   Open                   set\n"));
 }
 
 TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
@@ -40,7 +87,10 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
         "shot - --size 99999999999x5", "shot - --scroll 99999999999", "shot - --scroll x",
         "shot - --open 7", "shot - --open -1", "shot - --open 0 --open 1", "shot - --out ''",
         "run nowhere", "replay - -", "replay tree", "replay tree nowhere", "replay nowhere -",
-        "replay tree - --size 5", "replay tree - --shots ''"};
+        "replay tree - --size 5", "replay tree - --shots ''", "settings --set",
+        "settings --set bogus=1", "settings --set ElementHeight", "settings --set =1",
+        "settings --set 4=x", "settings --set 105=2",
+        "settings --list --set TextColor=#123456 --set OpenIcon=x"};
     for (const char* arguments : wrong) {
         const Outcome outcome = Run(arguments, "A\n  leaf\n");
         EXPECT_EQ(outcome.m_Status, 2) << arguments;

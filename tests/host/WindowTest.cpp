@@ -130,3 +130,17 @@ TEST_F(WindowTest, ScrollBarIsDraggedAndTheCloseButtonEndsIt) {
     PressCloseButton(m_Display, m_Id);
     EXPECT_EQ(m_Window->Wait(), 0);
 }
+
+TEST_F(WindowTest, PanelChangesTheTreeBesideItWhichStillAnswersTheMouse) {
+    Expect("11 11", "key F2 type 44", "move 11 11");
+    Do("key Return");
+    ASSERT_TRUE(m_Window->WaitFor("set 4 44 -> 0"));
+    Expect("11 50", "click 1", "node=\"B\"");
+    Do("mousemove --window " + std::to_string(m_Id) + " 150 55 click 1 type '#12345'");
+    Do("key Return key 6 key Return"); // refused, and corrected
+    ASSERT_TRUE(m_Window->WaitFor("set 100 #123456 -> 0"));
+    Expect("50 70", "key Escape", "cancel -> 0");
+    Expect("50 70", "click 1", "node=\"D\"");
+    Do("key F2 key F2 key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
