@@ -64,10 +64,8 @@ ICreatableString* ISCreate(const wchar_t* text) {
 
 ICreatableString* ISCreate(const tagREFString& text) {
     auto created = Adopt(CREFString::CreateString());
-    if (created) {
-        created->SetString(text);
-    }
-    return created.Detach();
+    const bool isFilled = created && created->SetString(text) >= 0;
+    return isFilled ? created.Detach() : nullptr;
 }
 
 ICreatableString* ISCreate(int32_t value) {

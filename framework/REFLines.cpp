@@ -52,7 +52,10 @@ CREFString::CREFString(const wchar_t* text)
 CREFString::CREFString(IString* text) : CREFString() {
     wchar_t* characters = nullptr;
     int32_t length = 0;
-    if (text && text->GetString(&characters, &length) >= 0 && characters) {
+    if (text) {
+        text->GetString(&characters, &length);
+    }
+    if (characters) {
         m_String = characters;
         m_Length = std::max(length, 0);
     }

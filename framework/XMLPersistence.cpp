@@ -39,7 +39,10 @@ void SaveElement(const PROPParameter& parameter, IUIPropInterrogateEx& object,
     default:
         return;
     }
-    stream.WriteElement(name.Get(), 0, text.Get(), 0);
+    if (text ||
+        parameter.Type() == PROPTYPE_STRING) { // a number lacks its text without memory only
+        stream.WriteElement(name.Get(), 0, text.Get(), 0);
+    }
 }
 
 void LoadValue(

@@ -34,15 +34,17 @@ public:
     /// The position after the first match in one pass over the text: a character that ends a match
     /// is compared with the pattern's first one again, those before it are not.
     int32_t EndOfMatch(const CREFString& text) const {
-        int32_t position = 0;
-        int32_t matched = 0;
-        for (const wchar_t character : ViewOf(text)) {
-            ++position;
-            if (character != At(matched)) {
-                matched = 0;
+        const std::wstring_view whole = ViewOf(text);
+        const wchar_t first = m_Pieces[0].front();
+        for (size_t i = whole.find(first); i < whole.size(); i = whole.find(first, i)) {
+            int32_t matched = 1;
+            ++i;
+            while (matched < Length() && i < whole.size() && whole[i] == At(matched)) {
+                ++matched;
+                ++i;
             }
-            if (character == At(matched) && ++matched == Length()) {
-                return position;
+            if (matched == Length()) {
+                return static_cast<int32_t>(i);
             }
         }
         return kNotFound;

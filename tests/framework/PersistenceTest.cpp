@@ -106,14 +106,16 @@ TEST_F(PersistenceTest, FoldersAreFoundByTheirNumberAndTypeAndSkippedWithoutThem
     EXPECT_EQ(Text(m_File.Get()), Install() + L"/icons/x.png");
 
     saved->m_Folders.clear();
-    add(3, 5, "abcdefgh"); // another type
-    add(3, 3, "abc");      // no value of that size
+    add(2, 2 | PROPFLAG_COLOR, {7, 0, 0, 0}); // loads: it is of the type, and comes last
+    add(3, 5, "abcdefgh");                    // another type
+    add(3, 3, "abc");                         // no value of that size
+    add(4, 4, "abc");
     add(3, 3, "abcd", "Id");
     add(6, 6, "text");
     saved->m_Folders[0]->m_Entries.pop_back(); // no text: the empty one
     add(7, 7, "");                             // no object: none
     EXPECT_EQ(m_Settings->UIPropInterrogate_LoadFolderStream(saved.Get(), 0), S_OK);
-    EXPECT_EQ(m_Long, 15);
+    EXPECT_EQ(std::tuple(m_Short, m_Long, m_Float), std::tuple(7, 15, 2.5F));
     EXPECT_TRUE(m_String && Text(m_String.Get()).empty());
     EXPECT_FALSE(m_Object);
 }
@@ -150,7 +152,7 @@ TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
     const std::pair<const wchar_t*, int> cases[] = {{L"<n13>30</N13>", 0}, {L"<n13>30</n13>", 30},
         {L"<N13 unit=px>30</N13>", 7}, {L"<?xml version=1.0?>\n<!-- N13 -->\n<N13>#1F</N13>", 31},
         {L"<N13>abc</N13>", 0}, {L"<N13> 30</N13>", 0}, {L"<Root><N13>30</N13></Root>", 7},
-        {L"<N13>20</N13><N13>25</N13>", 25}, {L"< \x85N13\t>4</N13><N13>5</N13>", 5},
+        {L"<N13>20</N13><N13>25</N13>", 25}, {L"< \x01N13\t>4</N13><N13 a>6</N13>", 6},
         {L"< N13>4", 7}, {L"<N13 \n>4</N13>", 4}, {L"</N13>", 7}, {L"<", 7}, {L"<<>", 7},
         {L"<N13", 7}, {L"<>9</>", 7}, {L"< /N13>1</N13><N13>2</N13>", 2},
         {L"<N2>1</N2><N23>5</N23><N8>5</N8><T13>5</T13>", 7}};
@@ -159,7 +161,7 @@ TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
         LoadXml(text);
         EXPECT_EQ(m_Color, color) << testing::PrintToString(text);
     }
-    EXPECT_EQ(m_Transient, 1);
+    EXPECT_EQ(std::tuple(m_Short, m_Long, m_Transient), std::tuple(-2, 15, 1));
     const auto folder = MemoryFolder::Make(); // no XML
     EXPECT_EQ(m_Settings->UIPropInterrogate_LoadXML(m_Names.Get(), nullptr, 0), S_OK);
     EXPECT_EQ(m_Settings->UIPropInterrogate_SaveXML(
@@ -185,12 +187,12 @@ TEST(XMLTag, HandsOutTheFirstElementAndMovesPastIt) {
         const HeapText held(characters);
         const HeapText heldName(name);
         for (const short advance : {short{0}, short{1}}) {
-            CREFString text = held.Ref(), tag = heldName.Ref(), attributes, content;
+            CREFString text = held.Ref(), tag = heldName.Ref(), attributes(L"kept"), content;
             const bool isFound = XMLGetTAGGED(text, tag, attributes, content, advance) == S_OK;
             SCOPED_TRACE(testing::PrintToString(characters));
             EXPECT_EQ(isFound, restText != nullptr);
             EXPECT_EQ(Text(content), isFound ? contentText : characters);
-            EXPECT_EQ(Text(attributes), isFound ? attributesText : L"");
+            EXPECT_EQ(Text(attributes), isFound ? attributesText : L"kept");
             EXPECT_EQ(Text(text), isFound && advance != 0 ? restText : characters);
         }
     }

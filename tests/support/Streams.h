@@ -5,6 +5,7 @@
 #include "host/HostObject.h"
 #include "host/Text.h"
 
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ public:
 
     int32_t CreateFolder(IString* name, int32_t mode, IFolderStream** folder) override {
         *folder = nullptr;
-        if (mode != 0 || ToUtf8(Refer(name)) == m_Refused) {
+        EXPECT_EQ(mode, 0);
+        if (ToUtf8(Refer(name)) == m_Refused) {
             return E_FAIL;
         }
         m_Folders.push_back(Make());
@@ -31,7 +33,8 @@ public:
     }
     int32_t WriteData(IString* entry, const void* data, int32_t size, int32_t mode) override {
         m_Entries.push_back({ToUtf8(Refer(entry)), {static_cast<const char*>(data), size_t(size)}});
-        return mode;
+        EXPECT_EQ(mode, 0);
+        return S_OK;
     }
     int32_t WriteString(IString* entry, IString* value) override {
         m_Entries.push_back(
@@ -40,7 +43,8 @@ public:
     }
     int32_t WriteObject(IString* entry, IUnknown* object, int32_t mode) override {
         m_Entries.push_back({ToUtf8(Refer(entry)), object ? "object" : "null", SmartPtr(object)});
-        return mode;
+        EXPECT_EQ(mode, 0);
+        return S_OK;
     }
     int32_t ReadData(IString* entry, void* data, int32_t size, int32_t) override {
         const Entry* found = Find(entry);
@@ -113,16 +117,21 @@ public:
 
     explicit MemoryXml(std::wstring text = {}) : m_Text(std::move(text)) {}
 
-    int32_t WriteElement(IString* name, int32_t, IString* value, int32_t) override {
+    int32_t WriteElement(IString* name, int32_t first, IString* value, int32_t last) override {
+        EXPECT_EQ(first | last, 0);
         const std::wstring tag(name ? ViewOf(Refer(name)) : L"(none)");
         m_Text += L"<" + tag + L">" + std::wstring(ViewOf(Refer(value))) + L"</" + tag + L">";
         return S_OK;
     }
     int32_t GetString(wchar_t** text, int32_t* length) override {
-        *text = m_Text.data();
-        *length = static_cast<int32_t>(m_Text.size());
+        m_Read.assign(m_Text.begin(), m_Text.end());
+        *text = m_Read.data();
+        *length = static_cast<int32_t>(m_Read.size());
         return S_OK;
     }
 
     std::wstring m_Text;
+
+private:
+    std::vector<wchar_t> m_Read; ///< of exactly the size, so that a read past the end is caught
 };
