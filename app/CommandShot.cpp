@@ -1,6 +1,7 @@
 #include "app/Commands.h"
 #include "app/Panel.h"
 #include "app/Picture.h"
+#include "app/SettingsFiles.h"
 #include "app/TreeView.h"
 #include "host/Expansion.h"
 
@@ -34,6 +35,9 @@ void RunShot(const ShotOptions& options) {
     const std::string file = std::filesystem::absolute(options.m_Out).string();
 
     const TreeView view(options.m_Path, options.m_Depth);
+    if (!options.m_Document.empty()) {
+        LoadDocument(view.Control(), options.m_Document);
+    }
     OpenRows(view, options.m_Open);
     view.Control()->Control(kParameterScrollPos, options.m_Scroll);
 

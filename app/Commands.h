@@ -20,6 +20,7 @@ struct ShotOptions {
     std::vector<int32_t> m_Open;    ///< rows to open, one after the other
     int32_t m_Depth = 0;            ///< levels to open
     bool m_Page = false;            ///< with the settings page beside the tree
+    std::string m_Document;         ///< the settings to show it with, absolute; "" for none
 };
 
 /// Draws the tree to a PNG file and prints the file's name.
@@ -38,7 +39,8 @@ void RunReplay(const ReplayOptions& options);
 struct WindowOptions {
     std::string m_Path;
     std::string m_Size = "480x640";
-    bool m_Record = false; ///< print what replay prints
+    bool m_Record = false;  ///< print what replay prints
+    std::string m_Document; ///< the settings, loaded if there are any, and saved; as for a shot
 };
 
 /// Shows the tree in a window until that is closed.
@@ -55,9 +57,13 @@ void RunRows(const RowsOptions& options);
 struct SettingsOptions {
     std::vector<std::string> m_Set; ///< NAME=VALUE, each with a display name or a number
     bool m_List = false;
+    std::string m_Document; ///< loaded and saved; absolute, "" for none
+    std::string m_Xml;      ///< the same in XML
 };
 
-/// Changes settings of a new control, and prints them when asked to or when none is changed.
+/// Loads the settings of a new control from the files that are there, changes them, and prints them
+/// when asked to or when none is changed. Changed settings are saved to every file, others to the
+/// files that were not there; one has to be unless something is changed.
 void RunSettings(const SettingsOptions& options);
 
 /// Prints the control's interfaces and parameters, for people or as JSON.

@@ -2,11 +2,13 @@
 
 #include "app/Commands.h"
 #include "app/Script.h"
+#include "host/DocumentError.h"
 #include "host/Module.h"
 #include "host/Source.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 
 namespace {
@@ -19,6 +21,18 @@ constexpr const char* kDepthHelp = "Levels to open";
 int Complain(const std::string& text, ExitStatus status) {
     std::cerr << "treehost: " << text.substr(0, text.find('\n')) << '\n';
     return status;
+}
+
+/// The file is made absolute while the process is still where it was started.
+void AddFile(CLI::App* command, const char* name, std::string& file, const std::string& help) {
+    command->add_option(name, file, help)
+        ->type_name("FILE")
+        ->transform([](const std::string& given) {
+            if (given.empty()) {
+                throw CLI::ValidationError("a file name is missing");
+            }
+            return std::filesystem::absolute(given).string();
+        });
 }
 
 void AddShot(CLI::App& app, ShotOptions& options) {
@@ -35,6 +49,8 @@ void AddShot(CLI::App& app, ShotOptions& options) {
         ->allow_extra_args(false);
     command->add_option("--depth", options.m_Depth, kDepthHelp)->check(CLI::Range(0, INT32_MAX));
     command->add_flag("--page", options.m_Page, "Draw the settings page beside the tree");
+    AddFile(command, "--document", options.m_Document,
+        "The document with the settings to draw it with");
     command->callback([&options] { RunShot(options); });
 }
 
@@ -43,6 +59,8 @@ void AddRun(CLI::App& app, WindowOptions& options) {
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
     command->add_option("--size", options.m_Size, "WIDTHxHEIGHT in pixels")->capture_default_str();
     command->add_flag("--record", options.m_Record, "Print what replay prints of a script");
+    AddFile(command, "--document", options.m_Document,
+        "The document that keeps the settings; saved when the window closes");
     command->callback([&options] { RunWindow(options); });
 }
 
@@ -72,6 +90,9 @@ void AddSettings(CLI::App& app, SettingsOptions& options) {
             "NAME=VALUE, where NAME is a setting's name or number; may be repeated")
         ->allow_extra_args(false);
     command->add_flag("--list", options.m_List, "Print the settings; without --set it is implied");
+    AddFile(command, "--document", options.m_Document,
+        "A document to load the settings from and to save them to");
+    AddFile(command, "--xml", options.m_Xml, "The same as XML; goes over what a document says");
     command->callback([&options] { RunSettings(options); });
 }
 
@@ -116,6 +137,8 @@ int main(int count, char** arguments) {
     } catch (const UsageError& error) {
         return Complain(error.what(), kWrongUsage);
     } catch (const SourceMissing& error) {
+        return Complain(error.what(), kWrongUsage);
+    } catch (const DocumentMissing& error) {
         return Complain(error.what(), kWrongUsage);
     } catch (const ModuleError& error) {
         return Complain(error.what(), kNoModule);

@@ -19,6 +19,30 @@ struct IUIPropInterrogateEx : IUIPropInterrogate {
     virtual int32_t ControlEx(int32_t id, IUnknown* value) = 0;
 };
 
+/// The settings of a component as a whole: what stands in the table of IUIPropInterrogateEx behind
+/// its own operations when the component is built on IUIPropInterrogateImpl. There is no identifier
+/// for it: the pointer that such a component hands out for IID_IUIPropInterrogateEx is one of
+/// these. Any other component's is not.
+///
+/// All answer S_OK. `strings` has the names of the parameters, and is the component's own string
+/// table when null; `flags` is not used.
+struct IUIPropInterrogatePersist : IUIPropInterrogateEx {
+    /// Stores every persistent parameter in a sub-folder, which is named by its number when the
+    /// table has no name for it.
+    virtual int32_t UIPropInterrogate_SaveFolderStream(
+        INamedCollection* strings, IFolderStream* stream, int32_t flags) = 0;
+    /// Sets what the sub-folders hold for parameters of the component; all else stays.
+    virtual int32_t UIPropInterrogate_LoadFolderStream(IFolderStream* stream, int32_t flags) = 0;
+    /// Writes every persistent parameter that is no object as an element named by the table, to a
+    /// stream that answers IXMLStream. Nothing is written without a table.
+    virtual int32_t UIPropInterrogate_SaveXML(
+        INamedCollection* strings, IDataStream* stream, int32_t flags) = 0;
+    /// Sets the parameters whose elements are in the text of a stream that answers IXMLStream, and
+    /// IString for the text. Nothing is read without a table.
+    virtual int32_t UIPropInterrogate_LoadXML(
+        INamedCollection* strings, IDataStream* stream, int32_t flags) = 0;
+};
+
 /// Names the pages of a component's settings dialog.
 struct IUIPropertyPageSpecify : IUnknown {
     /// `pages` receives a new list: the collection's ISuperCollection interface, handed out through

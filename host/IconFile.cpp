@@ -1,6 +1,37 @@
 #include "host/IconFile.h"
 
+#include "framework/FileNames.h"
+#include "host/CreatableString.h"
 #include "host/Text.h"
+
+namespace {
+
+constexpr const wchar_t* kFileNameEntry = L"FileName";
+
+/// The file name to be stored. Few relative names cannot be told from absolute ones; those files
+/// are stored by their absolute names.
+std::string ToStored(const std::string& fileName) {
+    SmartPtr<IString> install, relative, back;
+    FILENAMEGetInstallPath(install.Receive());
+    FILENAMECreateRelative(
+        install.Get(), CreatableString::Make(ToWide(fileName)).Get(), relative.Receive());
+    FILENAMECreateAbsolute(relative.Get(), back.Receive());
+    const bool leadsBack = back && ToUtf8(Refer(back.Get())) == fileName;
+    return leadsBack ? ToUtf8(Refer(relative.Get())) : fileName;
+}
+
+/// The file name that was stored. An absolute one is left as it is, backslashes included.
+std::string FromStored(IString* stored) {
+    std::string name = ToUtf8(Refer(stored));
+    if (name.starts_with('/')) {
+        return name;
+    }
+    SmartPtr<IString> absolute;
+    FILENAMECreateAbsolute(stored, absolute.Receive());
+    return ToUtf8(Refer(absolute.Get()));
+}
+
+} // namespace
 
 int32_t IconFile::Render(
     UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
@@ -43,4 +74,43 @@ int32_t IconFile::GetContentState(int32_t selector, int32_t* value) {
     }
     *value = selector == CONTENTSTATE_ARCHIVE && m_Image ? 1 : 0;
     return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+}
+
+int32_t IconFile::GetName(int32_t /*kind*/, tagREFString* name) {
+    if (!name) {
+        return E_POINTER;
+    }
+    *name = Refer(std::wstring_view(L"CIFFileEx"));
+    return S_OK;
+}
+
+int32_t IconFile::Save(IDataStream* stream, int32_t /*flags*/) {
+    const auto folder = Query<IFolderStream>(stream);
+    if (!folder) {
+        return S_OK;
+    }
+    return Guarded([&] {
+        const auto entry = CreatableString::Make(kFileNameEntry);
+        const auto stored = CreatableString::Make(ToWide(ToStored(m_FileName)));
+        return folder->WriteString(entry.Get(), stored.Get());
+    });
+}
+
+int32_t IconFile::Load(IDataStream* stream, int32_t /*flags*/) {
+    const auto folder = Query<IFolderStream>(stream);
+    if (!folder) {
+        return S_OK;
+    }
+    return Guarded([&] {
+        const auto entry = CreatableString::Make(kFileNameEntry);
+        const auto stored = CreatableString::Make();
+        const int32_t status = folder->ReadString(entry.Get(), stored.Get());
+        if (status < 0) {
+            return status;
+        }
+        m_FileName = FromStored(stored.Get());
+        m_Image.reset();
+        Populate();
+        return S_OK;
+    });
 }

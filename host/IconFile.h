@@ -2,13 +2,17 @@
 
 #include "framework/DrawingInterfaces.h"
 #include "framework/FileInterfaces.h"
+#include "framework/ObjectInfo.h"
+#include "framework/StreamInterfaces.h"
 #include "host/Cairo.h"
 #include "host/HostObject.h"
 
 #include <string>
 
-/// The component "CIFFileEx": an image read from a PNG file, drawn scaled to its rectangle.
-class IconFile final : public HostObject<IconFile, IRenderableObject, IFileArchive> {
+/// The component "CIFFileEx": an image read from a PNG file, drawn scaled to its rectangle. It
+/// saves its file's name, relative to the installation folder where that leads back to the file.
+class IconFile final
+    : public HostObject<IconFile, IRenderableObject, IFileArchive, IObjectInfo, IDataPersist> {
 public:
     static constexpr const char* kKind = "IconFile";
 
@@ -20,6 +24,12 @@ public:
     /// E_FAIL for a file that is missing or damaged; the previous image stays then.
     int32_t Populate() override;
     int32_t GetContentState(int32_t selector, int32_t* value) override;
+
+    int32_t GetName(int32_t, tagREFString* name) override;
+    int32_t Save(IDataStream* stream, int32_t flags) override;
+    /// An icon whose file is missing or damaged is loaded too: it draws nothing, and keeps the
+    /// name.
+    int32_t Load(IDataStream* stream, int32_t flags) override;
 
 private:
     std::string m_FileName;

@@ -90,7 +90,9 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
         "replay tree - --size 5", "replay tree - --shots ''", "settings --set",
         "settings --set bogus=1", "settings --set ElementHeight", "settings --set =1",
         "settings --set 4=x", "settings --set 105=2",
-        "settings --list --set TextColor=#123456 --set OpenIcon=x"};
+        "settings --list --set TextColor=#123456 --set OpenIcon=x", "settings --document nowhere",
+        "settings --xml nowhere --list", "settings --xml ''", "shot - --document nowhere",
+        "shot - --document ''", "run tree --document ''"};
     for (const char* arguments : wrong) {
         const Outcome outcome = Run(arguments, "A\n  leaf\n");
         EXPECT_EQ(outcome.m_Status, 2) << arguments;
@@ -102,8 +104,8 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
 }
 
 TEST_F(TreehostTest, ResultThatCannotBeWrittenIsStatus1) {
-    for (const char* arguments :
-        {"shot - --out no/such/folder.png", "rows - > /dev/full", "rows - >&-", "shot - >&-"}) {
+    for (const char* arguments : {"shot - --out no/such/folder.png", "rows - > /dev/full",
+             "rows - >&-", "shot - >&-", "shot - --document input"}) {
         EXPECT_EQ(Run(arguments, kOutline).m_Status, 1) << arguments;
     }
 }

@@ -1,3 +1,4 @@
+#include "host/Document.h"
 #include "tests/host/Treehost.h"
 
 #include <X11/Xlib.h>
@@ -84,7 +85,8 @@ protected:
         // The system's own libraries keep what they allocate.
         m_Window.emplace("DISPLAY=" + m_Display + " SDL_VIDEODRIVER=x11" +
                          " ASAN_OPTIONS=detect_leaks=0" + Treehost() + "run '" +
-                         (m_Folder / "tree").string() + "' --size 200x88 --record");
+                         (m_Folder / "tree").string() + "' --size 200x88 --record --document '" +
+                         (m_Folder / "settings").string() + "'");
         m_Id = std::stoul('0' + Do("search --sync --onlyvisible --name '^treehost'"));
         Do("windowfocus --sync " + std::to_string(m_Id));
     }
@@ -118,8 +120,10 @@ TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
     Expect("11 11", "click 3", "press 11 11 secondary -> 1");
     Expect("11 11", "key End", "index=5 action=none node=\"F\"");
     Expect("11 11", "mousedown 1 mousemove_relative 29 39", "NodeDrag state=1 x=40 y=50");
+    EXPECT_FALSE(std::filesystem::exists(m_Folder / "settings")) << "saved at the end";
     Do("mouseup 1 key Escape");
     EXPECT_EQ(m_Window->Wait(), 0);
+    EXPECT_NO_THROW(Document::Load(m_Folder / "settings"));
 }
 
 TEST_F(WindowTest, ScrollBarIsDraggedAndTheCloseButtonEndsIt) {

@@ -1,0 +1,85 @@
+#include "host/XmlFile.h"
+
+#include "host/Files.h"
+
+#include <algorithm>
+#include <cwctype>
+
+namespace {
+
+std::wstring_view View(IString* text) {
+    const tagREFString reference = Refer(text);
+    return {reference.m_String, static_cast<size_t>(std::max(reference.m_Length, 0))};
+}
+
+bool IsElementName(std::wstring_view name) {
+    return !name.empty() && std::none_of(name.begin(), name.end(), [](wchar_t character) {
+        return std::wstring_view(L"<>/").find(character) != std::wstring_view::npos ||
+               std::iswspace(static_cast<wint_t>(character)) ||
+               std::iswcntrl(static_cast<wint_t>(character));
+    });
+}
+
+std::string Read(const std::string& file) {
+    std::ifstream stream = OpenFile("load", file);
+    const std::streamoff size = stream.seekg(0, std::ios::end).tellg();
+    if (size > static_cast<std::streamoff>(XMLFILE_LARGEST)) {
+        throw DocumentError("load", file, "it is too large");
+    }
+    std::string bytes(static_cast<size_t>(std::max<std::streamoff>(size, 0)), '\0');
+    if (!stream.seekg(0).read(bytes.data(), size)) {
+        throw DocumentError("load", file, "it cannot be read");
+    }
+    return bytes;
+}
+
+} // namespace
+
+SmartPtr<XmlFile> XmlFile::Load(const std::string& file) {
+    const std::string bytes = Read(file);
+    auto stream = Make();
+    stream->m_Text = ToWide(bytes);
+    if (ToUtf8(Refer(stream->m_Text)) != bytes) {
+        throw DocumentError("load", file, "it is no UTF-8 text");
+    }
+    return stream;
+}
+
+int32_t XmlFile::WriteElement(IString* name, int32_t /*mode*/, IString* value, int32_t /*flags*/) {
+    if (!value) {
+        return E_POINTER;
+    }
+    const int32_t status = Guarded([&] {
+        const std::wstring_view content = View(value);
+        const std::wstring end = L"</" + std::wstring(View(name)) + L">";
+        if (!IsElementName(View(name)) || content.find(end) != std::wstring_view::npos) {
+            return E_INVALIDARG;
+        }
+        std::wstring element = L"<" + std::wstring(View(name)) + L">";
+        m_Text += element.append(content).append(end).append(L"\n");
+        return S_OK;
+    });
+    m_IsIncomplete |= status == E_FAIL;
+    return status;
+}
+
+int32_t XmlFile::GetString(wchar_t** text, int32_t* length) {
+    if (text) {
+        *text = m_Text.data();
+    }
+    if (length) {
+        *length = static_cast<int32_t>(m_Text.size());
+    }
+    return text && length ? S_OK : E_POINTER;
+}
+
+void XmlFile::Commit(const std::string& file) const {
+    if (m_IsIncomplete) {
+        throw DocumentError("save", file, "out of memory");
+    }
+    const std::string bytes = ToUtf8(Refer(m_Text));
+    if (bytes.size() > XMLFILE_LARGEST) {
+        throw DocumentError("save", file, "it would be too large");
+    }
+    ReplaceFile(file, bytes);
+}
