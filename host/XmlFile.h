@@ -20,8 +20,9 @@ public:
     int32_t WriteElement(IString* name, int32_t, IString* value, int32_t) override;
     int32_t GetString(wchar_t** text, int32_t* length) override;
 
-    /// Makes the text the file's content, in one step. Throws DocumentError: the file is as it was.
-    /// That is so too when memory ran out while an element was written.
+    /// Makes the text the file's content, in one step. Throws DocumentError, also when memory ran
+    /// out while an element was written: the file is as it was, unless only the folder could not be
+    /// written through, and the new text may yet be lost with the power.
     void Commit(const std::string& file) const;
 
 private:
