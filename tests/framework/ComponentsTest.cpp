@@ -5,7 +5,7 @@
 
 namespace {
 
-using ComponentsTest = FrameworkTest;
+using ComponentsTest = HostedTest;
 
 bool HasCreator(const wchar_t* module, const wchar_t* component) {
     return MODULECreateFunction(HeapText(module).Ref(), CREFString(component)) != nullptr;

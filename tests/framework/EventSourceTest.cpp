@@ -1,4 +1,6 @@
+#include "host/SuperCollection.h"
 #include "tests/framework/FrameworkTest.h"
+#include "tests/support/Listener.h"
 
 namespace {
 
@@ -9,25 +11,13 @@ struct Source final : Component<Source, IEventSourceImpl<Source, &IID_IUnknown>>
     using _FIREUIRefreshEvents::FIRE_UIItemChanged;
 };
 
-/// Writes its letter into a log for each event.
-struct Sink final : HostObject<Sink, _IUIContainerEvents, _IUIRefreshEvent> {
-    static constexpr const char* kKind = "Sink";
-    Sink(char letter, std::string& log) : m_Letter(letter), m_Log(log) {}
-    int32_t NodeSelect(IUnknown*, int32_t, int32_t, int32_t, IUnknown*) override { return Note(); }
-    int32_t NodeDrag(IUnknown*, int32_t, int32_t, int32_t, IUnknown*) override { return Note(); }
-    int32_t UIItemChanged(IUnknown*, int32_t) override { return Note(); }
-    int32_t Note() { return m_Log += m_Letter, m_OnEvent(), E_FAIL; } // nobody cares
-
-    const char m_Letter;
-    std::string& m_Log;
-    std::function<void()> m_OnEvent = [] {};
-};
-
-struct EventSourceTest : FrameworkTest {
-    /// Connects a sink for each letter, which the list alone holds from then on.
+struct EventSourceTest : HostedTest {
+    /// Connects a sink for each letter, which the list alone holds from then on. It writes the
+    /// letter into a log for each event.
     void Connect(const std::string& letters, int32_t flags = 1) {
         for (const char letter : letters) {
-            const auto sink = Sink::Make(letter, m_Log);
+            const auto sink = Listener::Make();
+            sink->m_Reaction = [this, letter](const Listener::Event&) { m_Log += letter; };
             m_Sinks[letter] = sink.Get();
             EXPECT_EQ(m_Source->Advise(sink->Identity(), flags), S_OK) << letter;
         }
@@ -46,20 +36,20 @@ struct EventSourceTest : FrameworkTest {
     }
 
     std::string m_Log;
-    std::map<char, Sink*> m_Sinks;
+    std::map<char, Listener*> m_Sinks;
     SmartPtr<Source> m_Source = Adopt(new Source);
 };
 
 } // namespace
 
 TEST_F(EventSourceTest, ReplacingSinkTakesThePlaceOfTheEarlierOneUntested) {
-    const auto thing = Thing::Make(); // hears nothing
+    const auto thing = SuperCollection::Make(); // hears nothing
     Connect("a");
     Connect("b", ADVISE_REPLACE);
     Connect("c");
     Connect("d", ADVISE_REPLACE);
     EXPECT_EQ(Fire(), "adc");
-    EXPECT_EQ(m_Source->Advise(thing.Get(), 2, IID__IUIRefreshEvent), S_OK);
+    EXPECT_EQ(m_Source->Advise(thing->Identity(), 2, IID__IUIRefreshEvent), S_OK);
     EXPECT_EQ(Fire() + Fire(true), "acac");
 }
 
@@ -70,7 +60,7 @@ TEST_F(EventSourceTest, GrowingAndShrinkingListHasEachSinkOnceInOrder) {
         EXPECT_EQ(Fire(), letters += letter);
     }
     EXPECT_EQ(m_Source->Advise(static_cast<_IUIRefreshEvent*>(m_Sinks['r']), 6), S_FALSE);
-    EXPECT_EQ(m_Source->Advise(Thing::Make().Get(), 0), E_FAIL);
+    EXPECT_EQ(m_Source->Advise(SuperCollection::Make()->Identity(), 0), E_FAIL);
     Disconnect("atk");
     EXPECT_EQ(Fire(true), "bcdefghijlmnopqrs");
     int32_t flags = 0;
@@ -86,7 +76,11 @@ TEST_F(EventSourceTest, SinksMayChangeTheListWhileTheyAreServed) {
     for (const auto& [leaving, joining, select, refresh] : cases) {
         for (const bool refreshing : {false, true}) {
             Connect("abc");
-            m_Sinks['b']->m_OnEvent = [&] { Disconnect(leaving), Connect(joining); };
+            m_Sinks['b']->m_Reaction = [&](const Listener::Event&) {
+                m_Log += 'b';
+                Disconnect(leaving);
+                Connect(joining);
+            };
             EXPECT_EQ(Fire(refreshing), refreshing ? refresh : select)
                 << leaving << " leaving, joining: " << joining;
             EXPECT_EQ(m_Source->Advise(nullptr, 0), S_OK);

@@ -15,7 +15,7 @@ struct FakeRegistry final : HostObject<FakeRegistry, IRegistryEx> {
     }
 };
 
-struct FileNamesTest : FrameworkTest {
+struct FileNamesTest : HostedTest {
     FileNamesTest() { m_Host->Register(L"Registry", &CreateInstanceOf<FakeRegistry>); }
 };
 

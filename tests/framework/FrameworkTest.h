@@ -3,31 +3,9 @@
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
 #include "framework/Support.h"
-#include "host/Host.h"
-#include "host/HostObject.h"
-#include "host/LiveObjects.h"
+#include "tests/support/HostedTest.h"
 
 #include <functional>
-#include <gtest/gtest.h>
-#include <optional>
-
-/// Runs a host, whose modules stand in the current directory; every object has to be given back.
-struct FrameworkTest : testing::Test {
-    FrameworkTest() {
-        // The descriptions behind strings and variants stay until the program ends.
-        Adopt(CREFString::CreateString()).Reset();
-        Adopt(CREFString::CreateVariant()).Reset();
-        m_Before = LiveObjects();
-        m_Host.emplace(".");
-    }
-    ~FrameworkTest() override {
-        m_Host.reset();
-        EXPECT_EQ(LiveObjects(), m_Before);
-    }
-
-    std::map<std::string, int32_t> m_Before;
-    std::optional<Host> m_Host;
-};
 
 /// A component class of a test's own, with everything that CObject leaves to its classes.
 template <class Self, class... Bases>
@@ -49,11 +27,6 @@ struct Component : CObject<Self>, Bases... {
     void Unlock() override { --m_LockDepth; }
 
     int m_Locks = 0, m_LockDepth = 0;
-};
-
-/// An object that answers nothing but IUnknown.
-struct Thing final : HostObject<Thing, IUnknown> {
-    static constexpr const char* kKind = "Thing";
 };
 
 template <class Source>

@@ -1,12 +1,13 @@
 #include "tests/framework/FrameworkTest.h"
 
+#include <span>
+
 /// The bytes in memory order as hexadecimal digits, without the zeros at the end.
 static std::string Hex(const IID& identifier) {
-    const auto* bytes = reinterpret_cast<const unsigned char*>(&identifier);
     std::string hex;
-    for (size_t i = 0; i < sizeof(IID); ++i) {
-        hex += "0123456789abcdef"[bytes[i] >> 4];
-        hex += "0123456789abcdef"[bytes[i] & 0xF];
+    for (const auto each : std::as_bytes(std::span(&identifier, 1))) {
+        const auto byte = std::to_integer<size_t>(each);
+        hex += {"0123456789abcdef"[byte >> 4], "0123456789abcdef"[byte & 0xF]};
     }
     return hex.erase(hex.find_last_not_of('0') + 1);
 }

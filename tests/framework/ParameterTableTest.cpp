@@ -1,41 +1,11 @@
-#include "tests/framework/FrameworkTest.h"
+#include "tests/framework/SettingsTest.h"
 
 #include <bit>
 
-namespace {
+using ParameterTableTest = SettingsTest;
 
-struct Settings final
-    : Component<Settings, IUIPropInterrogateImpl<Settings, IUIPropInterrogateEx, 10l>> {
-    using IUIPropInterrogateImpl::AddParameter;
-    using ParameterTable::Add;
-};
-
-/// The numbers of the parameters are 100 plus their type.
-constexpr int32_t kByte = 101, kShort = 102, kLong = 103, kFloat = 104, kDouble = 105;
-constexpr int32_t kString = 106, kObject = 107;
-
-struct ParameterTableTest : FrameworkTest {
-    ParameterTableTest() {
-        const std::pair<int32_t, void*> parameters[] = {{7, &m_Object}, {1, &m_Byte}, {2, &m_Short},
-            {PROPFLAG_TRANSIENT | 4, &m_Float}, {5, &m_Double}, {PROPFLAG_FILENAME | 6, &m_String},
-            {3, &m_Long}};
-        for (const auto& [flags, field] : parameters) {
-            const int32_t id = 100 + (flags & 0xF);
-            m_Settings->AddParameter(id, static_cast<uint32_t>(flags), field, -100, id);
-        }
-    }
-
-    uint8_t m_Byte = 0;
-    int16_t m_Short = 0;
-    int32_t m_Long = 0;
-    float m_Float = 0;
-    double m_Double = 0;
-    SmartPtr<IString> m_String;
-    SmartPtr<IUnknown> m_Object;
-    SmartPtr<Settings> m_Settings = Adopt(new Settings);
-};
-
-} // namespace
+constexpr int32_t kByte = 1, kShort = 2, kLong = 3, kFloat = 4, kDouble = 5, kObject = 7;
+constexpr int32_t kFileName = 16;
 
 TEST_F(ParameterTableTest, NumbersTravelThroughTheirFields) {
     const auto tenth = std::bit_cast<int32_t>(0.1F);
@@ -70,29 +40,29 @@ TEST_F(ParameterTableTest, ManyRecordsKeepTheirOrderAndTheFirstOfANumberAnswers)
 }
 
 TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
-    const auto thing = Thing::Make();
+    const auto thing = SuperCollection::Make();
     const auto text = Adopt(ISCreate(L"text"));
     const auto number = Adopt(CREFString::CreateVariant());
     number->SetDouble(-0.1);
     SmartPtr<IUnknown> value;
     for (int turn = 0; turn < 2; ++turn) { // the second time they are held already
-        EXPECT_EQ(m_Settings->ControlEx(kObject, thing.Get()), S_OK);
-        EXPECT_EQ(m_Object.Get(), thing.Get());
-        EXPECT_EQ(m_Settings->ControlEx(kString, text.Get()), S_OK);
-        EXPECT_EQ(m_Settings->InquireEx(kString, value.Receive()), 0x106);
+        EXPECT_EQ(m_Settings->ControlEx(kObject, thing->Identity()), S_OK);
+        EXPECT_EQ(m_Object.Get(), thing->Identity());
+        EXPECT_EQ(m_Settings->ControlEx(kFileName, text.Get()), S_OK);
+        EXPECT_EQ(m_Settings->InquireEx(kFileName, value.Receive()), 0x106);
         EXPECT_TRUE(value == text.Get());
     }
-    EXPECT_EQ(m_Settings->ControlEx(kString, thing.Get()), S_OK) << "no string";
-    EXPECT_FALSE(m_String);
+    EXPECT_EQ(m_Settings->ControlEx(kFileName, thing->Identity()), S_OK) << "no string";
+    EXPECT_FALSE(m_File);
     EXPECT_EQ(std::pair(m_Settings->m_Locks, m_Settings->m_LockDepth), std::pair(5, 0));
     EXPECT_EQ(m_Settings->ControlEx(kDouble, number.Get()), S_OK);
-    EXPECT_EQ(m_Settings->ControlEx(kDouble, thing.Get()), E_FAIL);
+    EXPECT_EQ(m_Settings->ControlEx(kDouble, thing->Identity()), E_FAIL);
     EXPECT_EQ(m_Settings->InquireEx(kDouble, value.Receive()), 5);
     EXPECT_EQ(Query<IVariant>(value.Get())->GetDouble(), -0.1);
     // The table releases the enumeration.
-    PROPParameter parameter = {7, PROPTYPE_LONG, &m_Long, PROPKIND_ENUMERATION, {}, 0};
-    parameter.m_Enumeration = SmartPtr<IUnknown>(thing.Get()).Detach();
+    PROPParameter parameter = {9, PROPTYPE_LONG, &m_Long, PROPKIND_ENUMERATION, {}, 0};
+    parameter.m_Enumeration = SmartPtr(thing->Identity()).Detach();
     EXPECT_EQ(m_Settings->Add(10, parameter), S_OK);
-    EXPECT_EQ(m_Settings->ParameterEnumeration(7, value.Receive()), S_OK);
+    EXPECT_EQ(m_Settings->ParameterEnumeration(9, value.Receive()), S_OK);
     EXPECT_EQ(value.Get(), parameter.m_Enumeration);
 }

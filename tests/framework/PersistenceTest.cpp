@@ -1,11 +1,82 @@
-#include "tests/framework/FrameworkTest.h"
-#include "tests/support/Streams.h"
+#include "host/CreatableString.h"
+#include "host/DocumentFolder.h"
+#include "tests/framework/SettingsTest.h"
 
 namespace {
 
-struct Settings final
-    : Component<Settings, IUIPropInterrogateImpl<Settings, IUIPropInterrogateEx, 10l>> {
-    using IUIPropInterrogateImpl::AddParameter;
+/// A document in memory.
+struct Folders {
+    /// The sub-folders in order with their entries by name: "<folder>: <entry>=<value> ...".
+    std::string Describe() const {
+        std::string text;
+        m_Store->Read([&](const Database& database) {
+            Statement rows(database,
+                "SELECT folder.name || ':' || group_concat(' ' || entry.name || '=' || CASE kind "
+                "WHEN 'data' THEN hex(value) ELSE coalesce(value, 'null') END, '') || char(10) "
+                "FROM folder JOIN entry ON folder.id = entry.folder WHERE position NOT NULL "
+                "GROUP BY position");
+            while (rows.Step()) {
+                text += rows.Bytes(0);
+            }
+            return S_OK;
+        });
+        return text;
+    }
+    /// Adds the folder of a parameter; without a value when that is empty.
+    void Add(
+        int32_t id, uint32_t flags, std::string_view value, const wchar_t* entry = L"ID") const {
+        SmartPtr<IFolderStream> folder;
+        m_Root->CreateFolder(CreatableString::Make(L"any").Get(), 0, folder.Receive());
+        folder->WriteData(CreatableString::Make(entry).Get(), &id, sizeof(id), 0);
+        folder->WriteData(CreatableString::Make(L"Flags").Get(), &flags, sizeof(flags), 0);
+        if (!value.empty()) {
+            folder->WriteData(
+                CreatableString::Make(L"Value").Get(), value.data(), int32_t(value.size()), 0);
+        }
+    }
+
+    std::shared_ptr<DocumentStore> m_Store = std::make_shared<DocumentStore>(OpenInMemory(), true);
+    SmartPtr<DocumentFolder> m_Root = DocumentFolder::Make(m_Store, DOCUMENT_ROOTFOLDER, 2);
+};
+
+/// A stream of XML whose text is what was written, and of folders that hold nothing. It may do
+/// something whenever it is used.
+struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLStream, IString> {
+    static constexpr const char* kKind = "AnyStream";
+
+    explicit AnyStream(std::wstring text = {}) : m_Text(std::move(text)) {}
+
+    int32_t CreateFolder(IString*, int32_t, IFolderStream** folder) override {
+        return OpenFolder(nullptr, 0, folder);
+    }
+    int32_t WriteData(IString*, const void*, int32_t, int32_t) override { return Use(); }
+    int32_t WriteString(IString*, IString*) override { return Use(); }
+    int32_t WriteObject(IString*, IUnknown*, int32_t) override { return Use(); }
+    int32_t ReadData(IString*, void*, int32_t, int32_t) override { return Use(); }
+    int32_t ReadString(IString*, IString*) override { return Use(); }
+    int32_t ReadObject(IString*, IUnknown**, int32_t) override { return Use(); }
+    int32_t OpenFolder(IVariant* key, int32_t, IFolderStream** folder) override {
+        const bool exists = !key || key->GetDouble() == 0;
+        *folder = exists ? SmartPtr<IFolderStream>(this).Detach() : nullptr;
+        return Use();
+    }
+    int32_t WriteElement(IString* name, int32_t first, IString* value, int32_t last) override {
+        EXPECT_EQ(first | last, 0);
+        const std::wstring tag = name ? Text(name) : L"(none)";
+        m_Text += L"<" + tag + L">" + Text(value) + L"</" + tag + L">";
+        return Use();
+    }
+    int32_t GetString(wchar_t** text, int32_t* length) override {
+        m_Read.emplace(m_Text);
+        *text = m_Read->data();
+        *length = static_cast<int32_t>(m_Read->size());
+        return Use();
+    }
+    int32_t Use() { return m_OnUse(), S_OK; }
+
+    std::wstring m_Text;
+    std::optional<HeapText> m_Read;
+    std::function<void()> m_OnUse = [] {};
 };
 
 /// Names for parameters: "T5" asked for by the text "5", "N5" by the number. 7 has none by text, 2
@@ -19,22 +90,14 @@ struct Names final : HostObject<Names, INamedCollection> {
     int32_t GetItem(int32_t index, IUnknown** item) override {
         const auto name = (index < 1000 ? L"N" : L"T") + std::to_wstring(index % 1000);
         *item = index == 2   ? nullptr
-                : index == 3 ? Thing::Make().Detach()
+                : index == 3 ? SmartPtr(SuperCollection::Make()->Identity()).Detach()
                              : static_cast<IUnknown*>(ISCreate(name.c_str()));
         return S_OK;
     }
 };
 
-/// Parameters of every type; the number is the type, or the type and ten times what follows.
-struct PersistenceTest : FrameworkTest {
+struct PersistenceTest : SettingsTest {
     PersistenceTest() {
-        const std::tuple<int32_t, uint32_t, void*> parameters[] = {{7, 7, &m_Object},
-            {1, 1, &m_Byte}, {2, 2, &m_Short}, {13, 0x23, &m_Color}, {3, 3, &m_Long},
-            {23, 3 | PROPFLAG_TRANSIENT, &m_Transient}, {4, 4, &m_Float}, {5, 5, &m_Double},
-            {6, 6, &m_String}, {16, 6 | PROPFLAG_FILENAME, &m_File}, {8, 8, &m_Long}};
-        for (const auto& [id, flags, field] : parameters) {
-            m_Settings->AddParameter(id, flags, field);
-        }
         m_String.Attach(ISCreate(L"<text>"));
         m_File.Attach(ISCreate((Install() + L"/icons/x.png").c_str()));
     }
@@ -43,109 +106,90 @@ struct PersistenceTest : FrameworkTest {
         FILENAMEGetInstallPath(path.Receive());
         return Text(path.Get());
     }
-    void LoadXml(std::wstring text) {
-        const auto xml = MemoryXml::Make(std::move(text));
-        EXPECT_EQ(m_Settings->UIPropInterrogate_LoadXML(
-                      m_Names.Get(), Query<IDataStream>(xml->Identity()).Get(), 0),
-            S_OK);
+    void Forget() {
+        m_Byte = 0, m_Short = 0, m_Long = 0, m_Color = 0, m_Float = 0, m_Double = 0;
+        m_String = nullptr;
+        m_File = nullptr;
+        m_Object = nullptr;
+    }
+    /// The values of the beginning, but for the two that the XML form cannot name.
+    void ExpectValues(int16_t two, int32_t three) const {
+        EXPECT_EQ(std::tuple(m_Byte, m_Short, m_Long, m_Color, m_Transient),
+            std::tuple(0xFE, two, three, 0x123456, 1));
+        EXPECT_EQ(std::pair(m_Float, m_Double), std::pair(2.5F, double{-0.1F}));
+        EXPECT_EQ(Text(m_String.Get()), L"<text>");
+        EXPECT_EQ(Text(m_File.Get()), Install() + L"/icons/x.png");
+    }
+    int32_t SaveFolders(Settings& object, IFolderStream* stream) const {
+        return object.UIPropInterrogate_SaveFolderStream(m_Names.Get(), stream, 0);
+    }
+    int32_t LoadFolders(Settings& object, IFolderStream* stream) const {
+        return object.UIPropInterrogate_LoadFolderStream(stream, 0);
+    }
+    int32_t SaveXml(Settings& object, IDataStream* stream) const {
+        return object.UIPropInterrogate_SaveXML(m_Names.Get(), stream, 0);
+    }
+    int32_t LoadXml(Settings& object, IDataStream* stream) const {
+        return object.UIPropInterrogate_LoadXML(m_Names.Get(), stream, 0);
     }
 
-    uint8_t m_Byte = 0xFE;
-    int16_t m_Short = -2;
-    int32_t m_Long = 15, m_Color = 0x123456, m_Transient = 1;
-    float m_Float = 2.5F;
-    double m_Double = -0.1;
-    SmartPtr<IString> m_String, m_File;
-    SmartPtr<IUnknown> m_Object;
-    SmartPtr<Settings> m_Settings = Adopt(new Settings);
     SmartPtr<Names> m_Names = Names::Make();
 };
 
 } // namespace
 
 TEST_F(PersistenceTest, FoldersHoldEveryParameterByteForByteInTheTablesOrder) {
-    const auto stream = MemoryFolder::Make();
-    stream->m_Refused = "T13";
-    EXPECT_EQ(m_Settings->UIPropInterrogate_SaveFolderStream(m_Names.Get(), stream.Get(), 0), S_OK);
-    EXPECT_EQ(stream->Describe(), "7: ID=07000000 Flags=07000000 Value=null\n"
-                                  "T1: ID=01000000 Flags=01000000 Value=FE000000\n"
-                                  "T2: ID=02000000 Flags=02000000 Value=FEFFFFFF\n"
-                                  "T3: ID=03000000 Flags=03000000 Value=0F000000\n"
-                                  "T4: ID=04000000 Flags=04000000 Value=0000000000000440\n"
-                                  "T5: ID=05000000 Flags=05000000 Value=000000A09999B9BF\n"
-                                  "T6: ID=06000000 Flags=06000000 Value=<text>\n"
-                                  "T16: ID=10000000 Flags=06010000 Value=icons/x.png\n");
-    EXPECT_EQ(m_Settings->UIPropInterrogate_SaveFolderStream(nullptr, nullptr, 0), S_OK);
+    const Folders folders;
+    EXPECT_EQ(SaveFolders(*m_Settings.Get(), folders.m_Root.Get()), S_OK);
+    EXPECT_EQ(folders.Describe(), "7: Flags=07000000 ID=07000000 Value=null\n"
+                                  "T1: Flags=01000000 ID=01000000 Value=FE000000\n"
+                                  "T2: Flags=02000000 ID=02000000 Value=FEFFFFFF\n"
+                                  "T13: Flags=23000000 ID=0D000000 Value=56341200\n"
+                                  "T3: Flags=03000000 ID=03000000 Value=0F000000\n"
+                                  "T4: Flags=04000000 ID=04000000 Value=0000000000000440\n"
+                                  "T5: Flags=05000000 ID=05000000 Value=000000A09999B9BF\n"
+                                  "T6: Flags=06000000 ID=06000000 Value=<text>\n"
+                                  "T16: Flags=06010000 ID=10000000 Value=icons/x.png\n");
+    EXPECT_EQ(SaveFolders(*m_Settings.Get(), nullptr), S_OK);
 }
 
 TEST_F(PersistenceTest, FoldersAreFoundByTheirNumberAndTypeAndSkippedWithoutThem) {
-    const auto saved = MemoryFolder::Make();
-    m_Object = Thing::Make()->Identity();
-    m_Settings->UIPropInterrogate_SaveFolderStream(nullptr, saved.Get(), 0);
-    const auto object = std::exchange(m_Object, {});
-    m_Byte = 0, m_Short = 0, m_Long = 0, m_Color = 0, m_Float = 0, m_Double = 0;
-    m_String.Reset();
-    m_File.Reset();
+    const Folders saved;
+    saved.Add(999, 3, "abcd");
+    saved.Add(23, 3, "abcd"); // transient
+    m_Object.Attach(ICONCreate(CREFString(L"UITreeOpen.png")));
+    SaveFolders(*m_Settings.Get(), saved.m_Root.Get());
+    saved.Add(999, 3, "abcd");
+    Forget();
+    EXPECT_EQ(LoadFolders(*m_Settings.Get(), saved.m_Root.Get()), S_OK);
+    ExpectValues(-2, 15);
+    EXPECT_TRUE(Query<IRenderableObject>(m_Object.Get()));
 
-    std::reverse(saved->m_Folders.begin(), saved->m_Folders.end());
-    const auto add = [&](int id, uint32_t flags, const std::string& value,
-                         const char* entry = "ID") {
-        saved->m_Folders.insert(saved->m_Folders.begin(), MemoryFolder::Make());
-        saved->m_Folders[0]->m_Entries = {{entry, std::string(reinterpret_cast<char*>(&id), 4)},
-            {"Flags", std::string(reinterpret_cast<char*>(&flags), 4)}, {"Value", value}};
-    };
-    add(999, 3, "abcd");
-    add(23, 3, "abcd"); // transient
-    saved->m_Folders.push_back(saved->m_Folders[0]);
-    EXPECT_EQ(m_Settings->UIPropInterrogate_LoadFolderStream(saved.Get(), 0), S_OK);
-    EXPECT_EQ(std::tuple(m_Byte, m_Short, m_Long, m_Color, m_Transient),
-        std::tuple(0xFE, -2, 15, 0x123456, 1));
-    EXPECT_EQ(std::pair(m_Float, m_Double), std::pair(2.5F, double{-0.1F}));
-    EXPECT_EQ(m_Object.Get(), object.Get());
-    EXPECT_EQ(Text(m_String.Get()), L"<text>");
-    EXPECT_EQ(Text(m_File.Get()), Install() + L"/icons/x.png");
-
-    saved->m_Folders.clear();
-    add(2, 2 | PROPFLAG_COLOR, {7, 0, 0, 0}); // loads: it is of the type, and comes last
-    add(3, 5, "abcdefgh");                    // another type
-    add(3, 3, "abc");                         // no value of that size
-    add(4, 4, "abc");
-    add(3, 3, "abcd", "Id");
-    add(6, 6, "text");
-    saved->m_Folders[0]->m_Entries.pop_back(); // no text: the empty one
-    add(7, 7, "");                             // no object: none
-    EXPECT_EQ(m_Settings->UIPropInterrogate_LoadFolderStream(saved.Get(), 0), S_OK);
-    EXPECT_EQ(std::tuple(m_Short, m_Long, m_Float), std::tuple(7, 15, 2.5F));
+    const Folders odd;
+    odd.Add(7, 7, "none"); // no object: none
+    odd.Add(6, 6, "");     // no text: the empty one
+    odd.Add(3, 3, "abcd", L"Id");
+    odd.Add(3, 3, "abc"); // no value of that size
+    odd.Add(4, 4, "abc");
+    odd.Add(3, 5, "abcdefgh");                  // another type
+    odd.Add(2, 2 | PROPFLAG_COLOR, "\1\1\1\1"); // loads: it is of the type
+    EXPECT_EQ(LoadFolders(*m_Settings.Get(), odd.m_Root.Get()), S_OK);
+    EXPECT_EQ(std::tuple(m_Short, m_Long, m_Float), std::tuple(0x101, 15, 2.5F));
     EXPECT_TRUE(m_String && Text(m_String.Get()).empty());
     EXPECT_FALSE(m_Object);
 }
 
 TEST_F(PersistenceTest, XmlHoldsNumbersAndTextsUnderTheirNames) {
-    const auto xml = MemoryXml::Make();
-    const auto stream = Query<IDataStream>(xml->Identity());
-    m_Settings->UIPropInterrogate_SaveXML(nullptr, stream.Get(), 0);
+    const auto xml = AnyStream::Make();
+    m_Settings->UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0);
     EXPECT_EQ(xml->m_Text, L"") << "there is no string table";
-    EXPECT_EQ(m_Settings->UIPropInterrogate_SaveXML(m_Names.Get(), stream.Get(), 0), S_OK);
+    EXPECT_EQ(SaveXml(*m_Settings.Get(), xml.Get()), S_OK);
     EXPECT_EQ(xml->m_Text, L"<N1>254</N1><(none)>-2</(none)><N13>#123456</N13><(none)>15</(none)>"
                            L"<N4>2.500000</N4><N5>-0.100000</N5><N6><text></N6>"
                            L"<N16>icons/x.png</N16>");
-    const std::wstring text = xml->m_Text;
-    m_Byte = 0, m_Color = 0, m_Float = 0, m_Double = 0;
-    m_String.Reset();
-    m_File.Reset();
-    LoadXml(text);
-    EXPECT_EQ(std::tuple(m_Byte, m_Color, m_Float, m_Double),
-        std::tuple(254, 0x123456, 2.5F, double{-0.1F}));
-    EXPECT_EQ(Text(m_String.Get()), L"<text>");
-    EXPECT_EQ(Text(m_File.Get()), Install() + L"/icons/x.png");
-    for (const int32_t color : {0, 1, -1, INT32_MIN, INT32_MAX, 0x01000000}) {
-        xml->m_Text.clear();
-        m_Color = color;
-        m_Settings->UIPropInterrogate_SaveXML(m_Names.Get(), stream.Get(), 0);
-        m_Color = ~color;
-        LoadXml(xml->m_Text);
-        EXPECT_EQ(m_Color, color);
-    }
+    Forget();
+    EXPECT_EQ(LoadXml(*m_Settings.Get(), xml.Get()), S_OK);
+    ExpectValues(0, 0);
 }
 
 TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
@@ -158,15 +202,32 @@ TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
         {L"<N2>1</N2><N23>5</N23><N8>5</N8><T13>5</T13>", 7}};
     for (const auto& [text, color] : cases) {
         m_Color = 7;
-        LoadXml(text);
+        LoadXml(*m_Settings.Get(), AnyStream::Make(text).Get());
         EXPECT_EQ(m_Color, color) << testing::PrintToString(text);
     }
     EXPECT_EQ(std::tuple(m_Short, m_Long, m_Transient), std::tuple(-2, 15, 1));
-    const auto folder = MemoryFolder::Make(); // no XML
-    EXPECT_EQ(m_Settings->UIPropInterrogate_LoadXML(m_Names.Get(), nullptr, 0), S_OK);
-    EXPECT_EQ(m_Settings->UIPropInterrogate_SaveXML(
-                  m_Names.Get(), Query<IDataStream>(folder->Identity()).Get(), 0),
-        S_OK);
+    EXPECT_EQ(LoadXml(*m_Settings.Get(), nullptr), S_OK);
+    EXPECT_EQ(SaveXml(*m_Settings.Get(), Folders().m_Root.Get()), S_OK) << "no XML";
+}
+
+TEST_F(PersistenceTest, ObjectOutlivesTheOperationDuringWhichTheHostReleasesIt) {
+    const auto stream = AnyStream::Make(L"<N1>1</N1>");
+    const std::function<int32_t(Settings&)> operations[] = {
+        [&](Settings& object) { return SaveFolders(object, stream.Get()); },
+        [&](Settings& object) { return LoadFolders(object, stream.Get()); },
+        [&](Settings& object) { return SaveXml(object, stream.Get()); },
+        [&](Settings& object) { return LoadXml(object, stream.Get()); }};
+    for (const auto& operation : operations) {
+        auto mortal = Adopt(new Settings);
+        mortal->AddParameter(1, PROPTYPE_BYTE, &m_Byte);
+        stream->m_OnUse = [&] {
+            mortal.Reset();
+            EXPECT_EQ(Settings::s_Living, 2) << "this one and the fixture's";
+        };
+        EXPECT_EQ(operation(*mortal.Get()), S_OK);
+        EXPECT_FALSE(mortal);
+        EXPECT_EQ(Settings::s_Living, 1);
+    }
 }
 
 TEST(XMLTag, HandsOutTheFirstElementAndMovesPastIt) {

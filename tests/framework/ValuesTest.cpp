@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-using ValuesTest = FrameworkTest;
+using ValuesTest = HostedTest;
 
 TEST_F(ValuesTest, NumbersAndTextsBecomeHostStrings) {
     const std::pair<ICreatableString*, std::wstring> cases[] = {

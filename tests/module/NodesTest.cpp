@@ -1,45 +1,8 @@
 #include "tests/support/TreeTest.h"
 
-// Binding a collection, and the way between rows and nodes.
-
-namespace {
+// Binding a collection, and what opens, inserts and selects nodes by operation.
 
 using NodesTest = TreeTest;
-
-/// "UIDefault" with sizes of the test's choice.
-class Sizes final : public HostObject<Sizes, IUIPropInterrogate> {
-public:
-    static constexpr const char* kKind = "Sizes";
-    Sizes(int row, int text) : m_Row(row), m_Text(text) {}
-    int32_t Inquire(int32_t id, int32_t* value) override {
-        *value = id == 3 ? m_Row : id == 10 ? m_Text : -1;
-        return S_OK;
-    }
-    int32_t Control(int32_t, int32_t) override { return E_FAIL; }
-    int32_t ParameterRange(int32_t, int32_t*, int32_t*) override { return E_FAIL; }
-    int32_t ParameterEnumeration(int32_t, IUnknown**) override { return E_FAIL; }
-    int m_Row, m_Text;
-};
-
-int CountOf(ISuperCollection& collection) {
-    int32_t count = -1;
-    collection.GetCount(&count);
-    return count;
-}
-
-} // namespace
-
-TEST_F(NodesTest, HiddenItemHidesEverythingBelowIt) {
-    Bind("A\n a1\n a2\n  x\nB\nC\n c1");
-    Open("A");
-    Open("a2");
-    EXPECT_EQ(Rows(), "A a1 a2 x B C");
-    int32_t size[3] = {};
-    EXPECT_EQ(m_Tree->GetContainerSize(&size[0], &size[1], &size[2]), S_OK);
-    EXPECT_EQ(size[0] * 100 + size[1] * 10 + size[2], 161);
-    SetFlags("A", 1);
-    EXPECT_EQ(Rows(), "B C");
-}
 
 TEST_F(NodesTest, BindingShowsTheRootItemsClosedAndLeavesDeeperFlags) {
     Bind("A\n a1\nB");
@@ -68,35 +31,18 @@ TEST_F(NodesTest, OwnDefaultCollectionIsEmptiedAndForeignOnesAreNot) {
     const auto ownCollection = Query<ISuperCollection>(own.Get());
     ownCollection->InsertItem(0, 0, own.Get(), 0, 0);
     EXPECT_EQ(m_Tree->Clear(), S_OK);
-    EXPECT_EQ(CountOf(*ownCollection.Get()), 0);
+    EXPECT_FALSE((Place{ownCollection, 0}.Item()));
     ownCollection->InsertItem(0, 0, own.Get(), 0, 0);
-    const auto first = BindItems({{"A", own.Get()}});
-    EXPECT_EQ(CountOf(*ownCollection.Get()), 0);
+    const auto first = Outline("A");
+    BindCollection(first);
+    EXPECT_FALSE((Place{ownCollection, 0}.Item()));
     Bind("B");
     EXPECT_EQ(m_Tree->Clear(), S_OK);
-    EXPECT_EQ(CountOf(*first.Get()), 1);
-    EXPECT_EQ(Rows(), "B");
+    EXPECT_TRUE((Place{first, 0}.Item()));
+    EXPECT_EQ(RowCount(), 1);
 }
 
-TEST_F(NodesTest, DefaultSizesComeFromTheHostUnlessSwitchedOff) {
-    const struct {
-        int enabled, row, text, height;
-    } cases[] = {{0, 7, 5, 15}, {1, 20, 12, 20}, {1, 20, 30, 30}, {0, 7, 5, 30}};
-    for (const auto& one : cases) {
-        m_Host->Register(L"UIDefault", [=](const IID& iid, void** object) {
-            return Sizes::Make(one.row, one.text)->QueryInterface(iid, object);
-        });
-        m_Tree->Control(105, one.enabled);
-        Bind("A");
-        int32_t width = -1;
-        int32_t height = -1;
-        EXPECT_EQ(m_Tree->GetElementSize(&width, &height), S_OK);
-        EXPECT_EQ(width, 0);
-        EXPECT_EQ(height, one.height);
-    }
-}
-
-TEST_F(NodesTest, PutNodeInsertsAtTheRowOrAppendsToTheRootItems) {
+TEST_F(NodesTest, NodesAreInsertedAtARowOrAppendedToTheRootItems) {
     Bind("A\n a1\n a2\nB");
     const auto item = SuperCollection::Make();
     for (const int row : {-1, 1000, 4}) {
@@ -108,24 +54,47 @@ TEST_F(NodesTest, PutNodeInsertsAtTheRowOrAppendsToTheRootItems) {
     Place place = Find("a2");
     EXPECT_EQ(place.index--, 2) << "the new node took the place of a2";
     EXPECT_EQ(place.Flags(), 0x101);
+
+    Bind("A\n a1\n a2\nB\nC");
+    const std::pair<SmartPtr<IUnknown>, int> references[] = {
+        {Item("B"), 1}, {Item("a2"), 1}, {SmartPtr(item->Identity()), 5}};
+    for (const auto& [reference, index] : references) {
+        const auto inserted = SuperCollection::Make();
+        EXPECT_EQ(m_Tree->Insert(reference.Get(), inserted->Identity(), {}, {}, {}), S_OK);
+        EXPECT_TRUE((Place{m_Root, index}.Item() == inserted->Identity()))
+            << "the reference's index is the row";
+    }
 }
 
-TEST_F(NodesTest, CollectionInsideItselfIsNotEnteredAgain) {
-    const auto inner = SuperCollection::Make();
-    const auto outer = SuperCollection::Make();
-    for (const auto& item : {outer, inner}) {
-        outer->Append("", item->Identity());
-        inner->Append("", item->Identity());
+TEST_F(NodesTest, MakeNodeVisibleClearsWhatIsNoStateOfAShownNode) {
+    Bind("A\n a1\nB");
+    SetFlags("A", NODE_LEVEL_MASK);
+    SetFlags("B", 0x7701);
+    EXPECT_EQ(m_Tree->MakeNodeVisible(m_Root.Get(), 0), S_OK);
+    EXPECT_EQ(Flags("a1"), 0x100) << "below level 255 is 0";
+    EXPECT_EQ(Flags("B"), 0x101) << "a sibling keeps nothing but its level";
+    EXPECT_EQ(m_Tree->MakeNodeVisible(nullptr, 0), E_FAIL);
+    EXPECT_EQ(m_Tree->MakeNodeVisible(Item("B").Get(), 0), E_FAIL) << "a leaf";
+    EXPECT_EQ(m_Tree->MakeNodeVisible(m_Root.Get(), INT32_MAX), S_OK);
+}
+
+TEST_F(NodesTest, GetSelectedAnswersNodeDataAndCollectionUntilTheTreeIsCleared) {
+    const auto node = SuperCollection::Make();
+    const auto data = SuperCollection::Make();
+    const auto root = BindItems({{"A", node->Identity()}});
+    root->Append({"B", SmartPtr(node->Identity()), SmartPtr(data->Identity()), NODE_VISIBLE});
+    m_Tree->SelectNode(1, SELECT_ABSOLUTE | SELECT_CURRENT);
+    const std::tuple<int, int, int, IUnknown*> cases[] = {
+        {1, SELECTED_DATA, S_OK, data->Identity()}, {0, SELECTED_NODE, S_OK, node->Identity()},
+        {0, SELECTED_COLLECTION, 1, root->Identity()}, {-1, 3, E_FAIL, nullptr}};
+    SmartPtr<IUnknown> answer;
+    for (const auto& [index, kind, status, object] : cases) {
+        EXPECT_EQ(m_Tree->GetSelected(index, kind, answer.Receive()), status);
+        EXPECT_TRUE(answer == object) << kind;
     }
-    inner->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED);
-    inner->SetItemFlags(1, NODE_VISIBLE | NODE_EXPANDED);
-    BindCollection(SmartPtr<ISuperCollection>(outer.Get()));
-    EXPECT_EQ(RowCount(), 4);
-    EXPECT_EQ(m_Tree->Insert(m_Tree.Get(), nullptr, {}, {}, {}), S_OK) << "searches everything";
-    EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
-    EXPECT_EQ(RowCount(), 2);
-    inner->RemoveAll();
-    outer->RemoveAll();
+    EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, nullptr), E_POINTER);
+    EXPECT_EQ(m_Tree->Clear(), S_OK);
+    EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, answer.Receive()), E_FAIL);
 }
 
 TEST_F(NodesTest, ChainOfAHundredThousandLevelsIsWalked) {
@@ -134,17 +103,14 @@ TEST_F(NodesTest, ChainOfAHundredThousandLevelsIsWalked) {
     auto top = bottom;
     for (int i = 1; i < kDepth; ++i) {
         const auto above = SuperCollection::Make();
-        above->Append("x", top->Identity());
-        above->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED);
+        above->Append({"x", SmartPtr(top->Identity()), {}, NODE_VISIBLE | NODE_EXPANDED});
         top = above;
     }
     // Far down a cycle has to be found too, and what is seen twice, one after the other, is none.
     const auto twice = SuperCollection::Make();
-    twice->Append("x", bottom->Identity());
-    twice->SetItemFlags(0, NODE_VISIBLE);
-    for (const int index : {0, 1}) {
-        bottom->Append("x", twice->Identity());
-        bottom->SetItemFlags(index, NODE_VISIBLE | NODE_EXPANDED);
+    twice->Append({"x", SmartPtr(bottom->Identity()), {}, NODE_VISIBLE});
+    for (int i = 0; i < 2; ++i) {
+        bottom->Append({"x", SmartPtr(twice->Identity()), {}, NODE_VISIBLE | NODE_EXPANDED});
     }
     BindCollection(SmartPtr<ISuperCollection>(top.Get()));
     EXPECT_EQ(RowCount(), kDepth + 3);

@@ -20,13 +20,6 @@ int64_t Option(const char* name, int64_t fallback) {
     return text ? std::atoll(text) : fallback;
 }
 
-std::string Line(std::string event, std::initializer_list<int> numbers) {
-    for (const int number : numbers) {
-        event += " " + std::to_string(number);
-    }
-    return event;
-}
-
 std::string LabelOf(int node) {
     return node < 0 ? "-" : "n" + std::to_string(node);
 }
@@ -43,6 +36,8 @@ public:
         int flags;
         std::vector<int> children = {};
     };
+
+    static constexpr int kNone = -1, kOutside = -2;
 
     explicit Model(std::mt19937& random) {
         std::vector<int> open;
@@ -72,14 +67,24 @@ public:
         return rows;
     }
 
-    int Pointer(int state, int action, int keys, double x, double y) {
+    /// The node at a place; kNone where no row is.
+    int NodeAt(double x, double y) {
         const double right = std::trunc(x) - kRect.left;
         const double down = std::trunc(y) - kRect.top;
         if (right < 0 || right >= kRect.width || down < 0 || down > kRect.height) {
-            return E_FAIL;
+            return kOutside;
         }
         LayOut();
         const auto rows = Rows();
+        const size_t row = size_t(int(y - kRect.top) / kHeight + top);
+        return row < rows.size() ? rows[row] : kNone;
+    }
+
+    int Pointer(int state, int action, int keys, double x, double y) {
+        const int node = NodeAt(x, y);
+        if (node == kOutside) {
+            return E_FAIL;
+        }
         if ((state & 0x20) != 0) {
             if (const int steps = keys / 100; steps != 0) {
                 Scroll(top + steps * ((state & 0x0C) != 0 ? 10 : 1));
@@ -87,21 +92,19 @@ public:
             }
             return S_OK;
         }
-        const size_t row = size_t(int(y - kRect.top) / kHeight + top);
-        if (row >= rows.size()) {
+        if (node == kNone) {
             return S_FALSE;
         }
-        const int node = rows[row];
         if (state == 2 && action == 3) {
             Unmark(selected);
             nodes[node].flags |= NODE_SELECTED;
             selected = node;
             Fire("tree", 2, nodes[node].index, 0, node);
-        } else if (state == 1 && action == 0 && m_Pressed >= 0 &&
+        } else if (state == 1 && action == 0 && keys == 0 && m_Pressed >= 0 &&
                    IsAway(x, y, m_PressX, m_PressY)) {
-            events += Line("NodeDrag", {1, int(x), int(y)}) + " - " + LabelOf(m_Pressed) + ";";
+            events += Line("NodeDrag", {1, int(x), int(y)}) + " root " + LabelOf(m_Pressed) + ";";
         }
-        if (state != 1 || action == 0) {
+        if ((state & 1) == 0 || action == 0) {
             return S_FALSE;
         }
         action == 3 ? Press(node, keys, x, y) : Release(node, keys, x, y);
@@ -152,8 +155,14 @@ public:
     }
 
     void Compact() {
-        for (const int row : Rows()) {
-            nodes[row].flags &= nodes[row].parent < 0 ? 0x1FF : 0xFF;
+        std::vector<bool> reached;
+        for (Node& node : nodes) {
+            const bool isRoot = node.parent < 0;
+            const bool isShown = (node.flags & NODE_VISIBLE) != 0;
+            reached.push_back(isRoot || (reached[node.parent] && isShown));
+            if (reached.back()) {
+                node.flags &= isRoot ? 0x1FF : 0xFF;
+            }
         }
     }
 
@@ -256,10 +265,6 @@ private:
 class RandomInputTest : public TreeTest {
 protected:
     void SetUp() override {}
-    void TearDown() override {
-        m_Places.clear();
-        TreeTest::TearDown();
-    }
 
     /// A new control that shows the model's tree.
     void Begin(const Model& model) {
@@ -278,7 +283,7 @@ protected:
 
     void Step(Model& model) {
         if (Below(3) != 0) { // else the same place again, for double clicks
-            m_X = kRect.left - 3 + Below(900) / 10.0;
+            m_X = kRect.left - 3 + Below(Below(8) == 0 ? 3060 : 900) / 10.0;
             m_Y = kRect.top - 3 + Below((int(model.Rows().size()) + 2) * kHeight * 10) / 10.0;
         }
         const int keys = Below(4) == 0 ? Below(16) : 0;
@@ -288,7 +293,7 @@ protected:
         case 1:
             return StepPointer(model, 1, 2, keys);
         case 2:
-            return StepPointer(model, 1 + Below(2), Below(2) * 3, 0);
+            return StepPointer(model, 1 + Below(3), Below(2) * 3, keys);
         case 3:
             return StepPointer(
                 model, 0x20 | (Below(3) == 0 ? 4 << Below(2) : 0), 0, Below(999) - 500);
@@ -302,7 +307,7 @@ protected:
     void StepPointer(Model& model, int state, int action, int keys) {
         m_Did = Line("pointer", {state, action, keys});
         const int expected = model.Pointer(state, action, keys, m_X, m_Y);
-        EXPECT_EQ(Pointer(state, action, keys, m_X, m_Y, kRect), expected);
+        EXPECT_EQ(Pointer(state, action, keys, m_X, m_Y, kRect, m_Root.Get()), expected);
     }
 
     void StepOperation(Model& model) {
@@ -313,11 +318,21 @@ protected:
             const int flags = Below(16);
             model.Select(row, flags);
             m_Tree->SelectNode(row, flags);
-        } else if (choice < 16) {
+        } else if (choice < 11) {
+            SmartPtr<IUnknown> hit;
+            CANVASRect rect = kRect;
+            const int node = model.NodeAt(int(m_X), int(m_Y));
+            const int status = m_Tree->HitTest(int(m_X), int(m_Y), &rect, hit.Receive());
+            EXPECT_EQ(status, node < 0 ? E_FAIL : S_OK);
+            EXPECT_EQ(LabelOfObject(hit.Get()), LabelOf(node));
+        } else if (choice < 15) {
             const double phase = Below(4) - 1;
             const double pan = Below(2000) / 10.0 - 100;
             model.Touch(phase, pan);
             As<IUITouchInput>()->Touch(0, 0, nullptr, phase, 0, 0, 0, 0, 0, pan, 0, 0);
+        } else if (choice == 15) { // the host shows or hides a node, but never all of them
+            const int node = 1 + Below(int(model.nodes.size()) - 1);
+            m_Places[node].SetFlags(model.nodes[node].flags ^= NODE_VISIBLE);
         } else if (choice == 16) {
             model.Draw();
             Draw(kRect);
@@ -359,7 +374,12 @@ protected:
         for (size_t i = 0; i < model.nodes.size(); ++i) {
             EXPECT_EQ(m_Places[i].Flags(), model.nodes[i].flags) << LabelOf(int(i));
         }
-        EXPECT_EQ(RowCount(), int(model.Rows().size()));
+        const auto rows = model.Rows();
+        EXPECT_EQ(RowCount(), int(rows.size()));
+        const int row = Below(RowCount() + 1);
+        SmartPtr<IUnknown> node;
+        m_Tree->get_Node(0, row, 0, node.Receive());
+        EXPECT_EQ(LabelOfObject(node.Get()), row < RowCount() ? LabelOf(rows[row]) : "-");
         EXPECT_EQ(SelectedLabel(), model.selected < 0 ? "" : LabelOf(model.selected));
         EXPECT_EQ(Value(115), model.top);
         std::string events;

@@ -23,7 +23,7 @@ bool IsClipped(cairo_t* context) {
 /// Any helper of the control, or an item with an image: writes down what it is asked, and answers
 /// failure where the control must not care.
 class Helper final : public HostObject<Helper, IUIScrollBar, IUIMouseInput, IRenderableObject,
-                         IFileArchive, IPMRenderStyle, IPMRenderer> {
+                         IFileArchive, IPMRenderStyle, IPMRenderer, IUIPropInterrogate> {
 public:
     static constexpr const char* kKind = "Helper";
     Helper(std::string& log, std::string name) : m_Log(log), m_Name(std::move(name)) {}
@@ -75,6 +75,15 @@ public:
         return Note("'" + ToUtf8(text) + "' " + Text(*rect), {});
     }
 
+    int32_t Inquire(int32_t id, int32_t* value) override {
+        *value = id == 3 ? 22 : id == 10 ? m_TextSize : -1;
+        return S_OK;
+    }
+    int32_t Control(int32_t, int32_t) override { return E_FAIL; }
+    int32_t ParameterRange(int32_t, int32_t*, int32_t*) override { return E_FAIL; }
+    int32_t ParameterEnumeration(int32_t, IUnknown**) override { return E_FAIL; }
+
+    int m_TextSize = 13; ///< of the host's default sizes
     int m_Pos = 0;
     int m_Status = 1;      ///< of Layout; 0 has the bar drawn
     int m_Answer = E_FAIL; ///< of Pointer
@@ -82,11 +91,8 @@ public:
     std::function<void()> m_Act = [] {};
 
 private:
-    int32_t Note(std::string what, std::initializer_list<int> values) {
-        for (const int value : values) {
-            what += " " + std::to_string(value);
-        }
-        m_Log += what + "; ";
+    int32_t Note(const std::string& what, std::initializer_list<int> values) {
+        m_Log += Line(what, values) + "; ";
         if (what.starts_with("layout") || what.starts_with("image")) {
             m_Act();
         }
@@ -97,48 +103,52 @@ private:
     std::string m_Name;
 };
 
-/// A collection that presents itself by another name.
-class NamedItem final : public HostObject<NamedItem, SuperCollectionBase, IObjectInfo> {
+/// Stands for other objects: as a node, a moniker, an object with a name, a collection, or several
+/// of them, by its bases. A moniker of nothing fails and leaves garbage.
+template <class... Bases>
+class Wrapper final : public HostObject<Wrapper<Bases...>, Bases...> {
 public:
-    static constexpr const char* kKind = "NamedItem";
-    explicit NamedItem(const wchar_t* name) : m_Name(name) {}
-    int32_t GetName(int32_t, tagREFString* name) override {
+    static constexpr const char* kKind = "Wrapper";
+
+    explicit Wrapper(const wchar_t* name, IUnknown* object = nullptr, IUnknown* bound = nullptr)
+        : m_Name(name), m_Object(object), m_Bound(bound) {}
+
+    int32_t get_Object(IUnknown** object) {
+        *object = SmartPtr(m_Object).Detach();
+        return E_FAIL; // nobody cares
+    }
+    int32_t get_Name(IString** name) {
+        *name = m_Name ? ISCreate(m_Name) : nullptr;
+        return E_FAIL;
+    }
+    int32_t BindToObject(const IID& iid, void** object) {
+        *object = this;
+        return m_Bound ? m_Bound->QueryInterface(iid, object) : E_FAIL;
+    }
+    int32_t GetName(int32_t, tagREFString* name) {
         *name = CREFString(m_Name);
         return S_OK;
     }
+
+private:
     const wchar_t* m_Name;
+    SmartPtr<IUnknown> m_Object, m_Bound;
 };
 
-/// A node that has a label, and stands for another object or for none.
-class Node final : public HostObject<Node, IUINode, ICollectionMoniker> {
-public:
-    static constexpr const char* kKind = "Node";
-    explicit Node(const wchar_t* name, IUnknown* object = nullptr)
-        : m_Name(name), m_Object(object) {}
-    int32_t get_Object(IUnknown** object) override {
-        *object = SmartPtr(m_Object).Detach();
-        return S_OK;
-    }
-    int32_t get_Name(IString** name) override {
-        *name = m_Name ? ISCreate(m_Name) : nullptr;
-        return S_OK;
-    }
-    int32_t BindToObject(const IID& iid, void** object) override {
-        *object = QueryObject(m_Object.Get(), iid);
-        return *object ? S_OK : E_NOINTERFACE;
-    }
-    const wchar_t* m_Name;
-    SmartPtr<IUnknown> m_Object;
-};
+using Node = Wrapper<IUINode>;
+using Moniker = Wrapper<ICollectionMoniker>;
+using Both = Wrapper<IUINode, ICollectionMoniker>;
+using NamedItem = Wrapper<SuperCollectionBase, IObjectInfo>;
 
 /// A control whose helpers all write into one log, on a canvas of 200 by 200 pixels.
 class RenderingTest : public TreeTest {
 protected:
     void SetUp() override {
         for (const wchar_t* name :
-            {L"CIFFileEx", L"PMRenderStyle", L"PMRenderer", L"UIScrollBar"}) {
+            {L"CIFFileEx", L"PMRenderStyle", L"PMRenderer", L"UIScrollBar", L"UIDefault"}) {
             m_Host->Register(name, [this](const IID& iid, void** object) {
-                auto helper = Helper::Make(m_Log, "bar");
+                const bool isDefaults = iid == IID_IUIPropInterrogate;
+                const auto helper = isDefaults ? m_Defaults : Helper::Make(m_Log, "bar");
                 m_Bar = iid == IID_IUIScrollBar ? helper : m_Bar;
                 return helper->QueryInterface(iid, object);
             });
@@ -149,7 +159,6 @@ protected:
     void TearDown() override {
         cairo_destroy(m_Canvas.m_Context);
         cairo_surface_destroy(m_Surface);
-        m_Bar.Reset();
         TreeTest::TearDown();
     }
 
@@ -176,7 +185,7 @@ protected:
     }
 
     std::string m_Log;
-    SmartPtr<Helper> m_Bar;
+    SmartPtr<Helper> m_Bar, m_Defaults = Helper::Make(m_Log, "defaults");
     cairo_surface_t* m_Surface = cairo_image_surface_create(CAIRO_FORMAT_A8, 200, 200);
     UbuntuCanvas m_Canvas = {.m_Context = cairo_create(m_Surface)};
     int m_Status = 0;
@@ -186,10 +195,18 @@ protected:
 
 TEST_F(RenderingTest, HelpersAreSetUpInOrderAtCreationAndBinding) {
     EXPECT_EQ(m_Log, "configure 2 22; set 0; C -1; B 1; pair -1 0; A 0; ");
-    m_Log.clear();
-    m_Tree->Control(105, 1);
-    Bind("A");
-    EXPECT_EQ(m_Log, "C -1; A 0; B 1; pair -1 0; size 13; set 0; ");
+    const std::tuple<int, int, int, const char*> cases[] = {
+        {0, 7, 15, ""}, {1, 12, 22, "size 12; "}, {1, 30, 30, "size 30; "}, {0, 7, 30, ""}};
+    for (const auto& [enabled, textSize, height, size] : cases) {
+        m_Log.clear();
+        m_Defaults->m_TextSize = textSize;
+        m_Tree->Control(105, enabled);
+        Bind("A");
+        EXPECT_EQ(m_Log, std::string("C -1; A 0; B 1; pair -1 0; ") + size + "set 0; ");
+        int32_t elementWidth = -1, elementHeight = -1;
+        EXPECT_EQ(m_Tree->GetElementSize(&elementWidth, &elementHeight), S_OK);
+        EXPECT_EQ(std::pair(elementWidth, elementHeight), std::pair(0, height));
+    }
 }
 
 TEST_F(RenderingTest, LayoutDecidesWhatIsShown) {
@@ -216,8 +233,7 @@ TEST_F(RenderingTest, OpenRowDrawsItsIconThenItsRowsThenItself) {
     const auto image = Helper::Make(m_Log, "image");
     const auto open = SuperCollection::Make();
     const auto empty = SuperCollection::Make();
-    open->Append("leaf", image->Identity());
-    open->SetItemFlags(0, NODE_SELECTED | NODE_VISIBLE | 2);
+    open->Append({"leaf", SmartPtr(image->Identity()), {}, NODE_SELECTED | NODE_VISIBLE | 2});
     const auto root = BindItems({{"a", open->Identity()}, {"b", empty->Identity()}});
     root->SetItemFlags(0, NODE_EXPANDED | NODE_VISIBLE | 1);
     root->SetItemFlags(1, NODE_EXPANDED | NODE_VISIBLE | 1);
@@ -271,24 +287,40 @@ TEST_F(RenderingTest, ItemsAreLookedThroughTheirWrappersAndSlidesAreLeaves) {
     const auto slide = NamedItem::Make(L"pmslide");
     const auto slides = NamedItem::Make(L"PMSlides");
     for (const auto& item : {slide, slides}) {
-        item->Append("x", SuperCollection::Make()->Identity());
-        item->SetItemFlags(0, NODE_VISIBLE);
+        item->Append({"below", SmartPtr(SuperCollection::Make()->Identity()), {}, NODE_VISIBLE});
     }
-    BindItems({{"a", slide->Identity()}, {"b", slides->Identity()},
-        {"c", Node::Make(nullptr, slide->Identity())->Identity()},
-        {"d", Node::Make(nullptr, slides->Identity())->Identity()}});
-    slide->Append("y", SuperCollection::Make()->Identity());
-    slide->SetItemFlags(1, NODE_VISIBLE);
-    EXPECT_EQ(RowCount(), 6) << "only what lies below b and d is a row";
+    IUnknown* leaf = slide->Identity();
+    IUnknown* branch = slides->Identity();
+    const auto moniker = Moniker::Make(nullptr, nullptr, branch);
+    BindItems({{"leaf", leaf}, {"leaf", Both::Make(nullptr, leaf, leaf)->Identity()},
+        {"leaf", Node::Make(nullptr)->Identity()}, {"leaf", Moniker::Make(nullptr)->Identity()},
+        {"branch", branch}, {"branch", Node::Make(nullptr, branch)->Identity()},
+        {"branch", moniker->Identity()},
+        {"branch", Node::Make(nullptr, moniker->Identity())->Identity()},
+        {"branch", Both::Make(nullptr, nullptr, branch)->Identity()},
+        {"branch", Both::Make(nullptr, moniker->Identity(), branch)->Identity()}});
+    EXPECT_EQ(RowCount(), 16) << "four leaves, and six branches with one row below each";
 }
 
-TEST_F(RenderingTest, CollectionInsideItselfIsDrawnOnce) {
-    const auto root = SuperCollection::Make();
-    root->Append("a", root->Identity());
-    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
-    root->SetItemFlags(0, NODE_EXPANDED | NODE_VISIBLE | 1);
-    EXPECT_EQ(Labels(), "a");
-    root->RemoveAll();
+TEST_F(RenderingTest, CollectionInsideItselfIsNotEnteredAgain) {
+    const auto inner = SuperCollection::Make();
+    const auto outer = SuperCollection::Make();
+    outer->Append("outer", outer->Identity());
+    outer->Append("inner", inner->Identity());
+    inner->Append("up", outer->Identity());
+    inner->Append("again", inner->Identity());
+    BindCollection(SmartPtr<ISuperCollection>(outer.Get()));
+    for (const int index : {0, 1}) {
+        inner->SetItemFlags(index, NODE_VISIBLE | NODE_EXPANDED);
+        outer->SetItemFlags(index, NODE_VISIBLE | NODE_EXPANDED | 1);
+    }
+    EXPECT_EQ(RowCount(), 4);
+    EXPECT_EQ(Labels(), "outer up again inner");
+    EXPECT_EQ(m_Tree->Insert(m_Tree.Get(), nullptr, {}, {}, {}), S_OK) << "searches everything";
+    EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
+    EXPECT_EQ(RowCount(), 2);
+    inner->RemoveAll();
+    outer->RemoveAll();
 }
 
 TEST_F(RenderingTest, ScrollBarIsOfferedTheRawEventInItsContextBeforeTheRows) {
@@ -304,6 +336,9 @@ TEST_F(RenderingTest, ScrollBarIsOfferedTheRawEventInItsContextBeforeTheRows) {
             "range 0 0; layout 0,0,110,100; pointer 100,0,10,100 in 1 3 1 75 50; ");
         EXPECT_EQ(m_Listener->m_Events.size(), events);
     }
+    SmartPtr<IUnknown> node;
+    CANVASRect rect = {0, 0, 110, 100};
+    EXPECT_EQ(m_Tree->HitTest(105, 5, &rect, node.Receive()), S_OK) << "a row is under the bar";
 }
 
 TEST_F(RenderingTest, HugeRectanglesAreSaturated) {
@@ -313,23 +348,9 @@ TEST_F(RenderingTest, HugeRectanglesAreSaturated) {
         "value 0; color 4934475; 'A' 2147483647,2000000000,2147483010,1500000000; ");
 }
 
-TEST_F(RenderingTest, ItemThatDrawsItselfMayChangeTheControlMeanwhile) {
+TEST_F(RenderingTest, WhoIsAskedMayChangeTheControlMeanwhile) {
     const auto intruder = Helper::Make(m_Log, "image");
     const auto root = BindItems({{"a", intruder->Identity()}, {"b", intruder->Identity()}});
-    intruder->m_Act = [&] {
-        const auto properties = As<IUIPropInterrogateEx>();
-        properties->ControlEx(170, nullptr);
-        properties->ControlEx(171, nullptr);
-        properties->Control(4, 0);
-        m_Tree->put_Collection(Outline("X").Get());
-        root->RemoveAll();
-    };
-    EXPECT_EQ(Labels(), "a");
-}
-
-TEST_F(RenderingTest, ScrollBarMayTakeTheRowHeightWhileItIsAsked) {
-    Bind("A\n a1");
-    m_Bar->m_Act = [&] { m_Tree->Control(4, 0); };
     CANVASRect rect = {0, 0, 110, 100};
     SmartPtr<IUnknown> node;
     const std::pair<std::function<int()>, int> cases[] = {
@@ -338,6 +359,17 @@ TEST_F(RenderingTest, ScrollBarMayTakeTheRowHeightWhileItIsAsked) {
         {[&] { return (Render(), m_Status); }, S_OK}};
     for (const auto& [operation, status] : cases) {
         m_Tree->Control(4, 15);
-        EXPECT_EQ(operation(), status);
+        m_Bar->m_Act = [&] { m_Tree->Control(4, 0); };
+        EXPECT_EQ(operation(), status) << "the row height is gone";
     }
+    m_Bar->m_Act = [] {};
+    m_Tree->Control(4, 15);
+    intruder->m_Act = [&] {
+        As<IUIPropInterrogateEx>()->ControlEx(170, nullptr);
+        As<IUIPropInterrogateEx>()->ControlEx(171, nullptr);
+        m_Tree->Control(4, 0);
+        m_Tree->put_Collection(Outline("X").Get());
+        root->RemoveAll();
+    };
+    EXPECT_EQ(Labels(), "a");
 }

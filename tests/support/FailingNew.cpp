@@ -7,19 +7,26 @@
 namespace {
 
 thread_local size_t gAllowed = SIZE_MAX; // so many are never used up
+thread_local bool gHasFailed = false;
 
 } // namespace
 
 FailingNew::FailingNew(size_t allowed) {
     gAllowed = allowed;
+    gHasFailed = false;
 }
 
 FailingNew::~FailingNew() {
     gAllowed = SIZE_MAX;
 }
 
+bool FailingNew::HasFailed() const {
+    return gHasFailed;
+}
+
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
     if (gAllowed == 0) {
+        gHasFailed = true;
         return nullptr;
     }
     --gAllowed;

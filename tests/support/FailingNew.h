@@ -8,6 +8,8 @@ class FailingNew {
 public:
     explicit FailingNew(size_t allowed = 0);
     ~FailingNew();
+    /// Whether one has failed by now.
+    bool HasFailed() const;
     FailingNew(const FailingNew&) = delete;
     FailingNew& operator=(const FailingNew&) = delete;
 };

@@ -7,8 +7,17 @@
 #include <string>
 #include <vector>
 
-/// A listener for both events that writes down what it hears and may act on it.
-class Listener final : public HostObject<Listener, _IUIContainerEvents, _IUIRefreshEvent> {
+/// A word and numbers behind it.
+inline std::string Line(std::string text, std::initializer_list<int> numbers) {
+    for (const int number : numbers) {
+        text += " " + std::to_string(number);
+    }
+    return text;
+}
+
+/// A listener for events that writes down what it hears and may act on it.
+template <class... Events>
+class ListenerTo final : public HostObject<ListenerTo<Events...>, Events...> {
 public:
     static constexpr const char* kKind = "Listener";
 
@@ -20,16 +29,15 @@ public:
         SmartPtr<IUnknown> node = {};
     };
 
-    int32_t NodeSelect(IUnknown* container, int32_t state, int32_t index, int32_t action,
-        IUnknown* node) override {
-        return Note("NodeSelect", {state, index, action}, container, node);
+    int32_t NodeSelect(
+        IUnknown* container, int32_t state, int32_t index, int32_t action, IUnknown* node) {
+        return Note({Line("NodeSelect", {state, index, action}), container, SmartPtr(node)});
     }
-    int32_t NodeDrag(
-        IUnknown* context, int32_t state, int32_t x, int32_t y, IUnknown* node) override {
-        return Note("NodeDrag", {state, x, y}, context, node);
+    int32_t NodeDrag(IUnknown* context, int32_t state, int32_t x, int32_t y, IUnknown* node) {
+        return Note({Line("NodeDrag", {state, x, y}), context, SmartPtr(node)});
     }
-    int32_t UIItemChanged(IUnknown* item, int32_t flags) override {
-        return Note("UIItemChanged", {flags}, item, nullptr);
+    int32_t UIItemChanged(IUnknown* item, int32_t flags) {
+        return Note({Line("UIItemChanged", {flags}), item});
     }
 
     std::vector<Event> m_Events;
@@ -37,12 +45,7 @@ public:
     std::function<void(const Event&)> m_Reaction;
 
 private:
-    int32_t Note(
-        std::string text, std::initializer_list<int> numbers, IUnknown* source, IUnknown* node) {
-        for (const int number : numbers) {
-            text += " " + std::to_string(number);
-        }
-        const Event noted{text, source, SmartPtr(node)};
+    int32_t Note(const Event& noted) {
         m_Events.push_back(noted);
         if (const auto reaction = m_Reaction) {
             reaction(noted);
@@ -50,3 +53,5 @@ private:
         return E_FAIL; // ignored by whoever fires
     }
 };
+
+using Listener = ListenerTo<_IUIContainerEvents, _IUIRefreshEvent>;

@@ -3,23 +3,16 @@
 #include "app/Clock.h"
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
-#include "host/Host.h"
 #include "host/Module.h"
 #include "host/SuperCollection.h"
+#include "tests/support/HostedTest.h"
 #include "tests/support/Listener.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
-#include <optional>
-#include <string>
-
 /// The real module in the reference host, with a control of its own for every test. At the end the
-/// control has to be gone, the module unloaded, and every host object given back.
+/// control has to be gone and the module unloaded.
 /// Trees are written as outlines: Bind("A\n a1\n a2\nB").
-class TreeTest : public ::testing::Test {
+class TreeTest : public HostedTest {
 protected:
-    TreeTest();
     /// Creates the control; a test that registers components of its own does so before.
     void SetUp() override { m_Tree = m_Module->Create<IUITree>(L"UITree"); }
     /// Lets go of the control and checks that nothing is left.
@@ -30,6 +23,10 @@ protected:
     template <class T>
     SmartPtr<T> As() const {
         return Query<T>(m_Tree.Get());
+    }
+    /// The interface of the settings as a whole, which has no identifier.
+    SmartPtr<IUIPropInterrogatePersist> Settings() const {
+        return Adopt(static_cast<IUIPropInterrogatePersist*>(As<IUIPropInterrogateEx>().Detach()));
     }
 
     /// Makes a collection of an indented outline and binds it.
@@ -65,7 +62,7 @@ protected:
     int32_t Pointer(int state, int action, int keys, double x, double y,
         CANVASRect rect = {0, 0, 100, 100}, IUnknown* context = nullptr) const;
 
-    /// The labels of the rows as the control resolves them one by one.
+    /// The labels of the rows. Looks into the data, not through the control.
     std::string Rows() const;
     int RowCount() const;
     /// The label of the selected node as GetSelected answers it, or "".
@@ -76,12 +73,8 @@ protected:
     static int References(IUnknown* object);
 
     StandingClock m_Clock;
-    std::optional<Host> m_Host;
-    std::optional<Module> m_Module;
+    std::optional<Module> m_Module{std::in_place, "./UITree.so", m_Host->Components()};
     SmartPtr<IUITree> m_Tree;
     SmartPtr<ISuperCollection> m_Root;
     SmartPtr<Listener> m_Listener;
-
-private:
-    std::map<std::string, int32_t> m_LiveBefore;
 };
