@@ -4,80 +4,55 @@
 #include "host/TextRenderer.h"
 #include "tests/host/HostTest.h"
 
-#include <fstream>
-
-bool operator==(const CANVASRect& first, const CANVASRect& second) {
-    return first.left == second.left && first.top == second.top && first.width == second.width &&
-           first.height == second.height;
-}
-
 namespace {
 
-class DrawingTest : public HostTest {};
+using DrawingTest = HostTest;
 
-/// A transparent drawing surface that tells where something was drawn.
-class Sheet {
-public:
-    static constexpr int32_t kWidth = 300;
-    static constexpr int32_t kHeight = 60;
-
-    UbuntuCanvas* Canvas() { return &m_Canvas; }
-    void Clip(int32_t width) {
-        cairo_rectangle(m_Context.get(), 0, 0, width, kHeight);
-        cairo_clip(m_Context.get());
-    }
-    /// The smallest rectangle around everything drawn; all zeros when nothing is.
-    CANVASRect Ink() {
-        int32_t left = kWidth, top = kHeight, right = 0, bottom = 0;
-        for (int32_t i = 0; i < kWidth * kHeight; ++i) {
-            const int32_t x = i % kWidth;
-            const int32_t y = i / kWidth;
-            if (Pixel(x, y) != 0) {
-                left = std::min(left, x);
-                top = std::min(top, y);
-                right = std::max(right, x + 1);
-                bottom = std::max(bottom, y + 1);
-            }
-        }
-        return right == 0 ? CANVASRect{} : CANVASRect{left, top, right - left, bottom - top};
-    }
-    uint32_t Pixel(int32_t x, int32_t y) {
-        cairo_surface_flush(m_Surface.get());
-        return reinterpret_cast<const uint32_t*>(
-            cairo_image_surface_get_data(m_Surface.get()))[y * kWidth + x];
-    }
-
-private:
-    SurfacePtr m_Surface{cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kWidth, kHeight)};
-    ContextPtr m_Context{cairo_create(m_Surface.get())};
-    UbuntuCanvas m_Canvas{m_Context.get()};
+struct Extent {
+    double m_Left, m_Top, m_Width, m_Height;
+    bool operator==(const Extent&) const = default;
+    double Right() const { return m_Left + m_Width; }
 };
 
-/// Where the ink of a text lies on a sheet that is clipped at `clip`.
-CANVASRect InkOf(std::wstring_view text, CANVASRect rect, int32_t clip = Sheet::kWidth) {
-    Sheet sheet;
-    sheet.Clip(clip);
+/// The smallest rectangle around everything that is drawn on a surface of 60 pixels' height that
+/// ends at the right at `clip`; all zeros when nothing is.
+Extent InkOf(const std::function<void(UbuntuCanvas*)>& draw, double clip = 300) {
+    const SurfacePtr surface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const ContextPtr context(cairo_create(surface.get()));
+    cairo_rectangle(context.get(), 0, 0, clip, 60);
+    cairo_clip(context.get());
+    UbuntuCanvas canvas{context.get()};
+    draw(&canvas);
+    Extent ink{};
+    auto& [left, top, width, height] = ink;
+    cairo_recording_surface_ink_extents(surface.get(), &left, &top, &width, &height);
+    return ink;
+}
+
+Extent InkOf(std::wstring_view text, CANVASRect rect, double clip = 300) {
     const auto style = RenderStyle::Make();
     style->SetStyleSize(20);
-    TextRenderer::Make()->DrawText(style.Get(), Refer(text), sheet.Canvas(), &rect, 0, 0);
-    return sheet.Ink();
+    const auto draw = [&](UbuntuCanvas* canvas) {
+        TextRenderer::Make()->DrawText(style.Get(), Refer(text), canvas, &rect, 0, 0);
+    };
+    return InkOf(draw, clip);
 }
 
 } // namespace
 
 TEST_F(DrawingTest, TextIsDrawnInItsRectangleAndEndsThereOrAtTheClip) {
-    const CANVASRect ink = InkOf(L"Hxg", {20, 10, 200, 40});
-    EXPECT_GE(ink.left, 20);
-    EXPECT_GT(ink.width, 15);
-    EXPECT_NEAR(ink.top + ink.height / 2, 30, 5) << "centred in the height";
+    const Extent ink = InkOf(L"Hxg", {20, 10, 200, 40});
+    EXPECT_GE(ink.m_Left, 20);
+    EXPECT_GT(ink.m_Width, 15);
+    EXPECT_NEAR(ink.m_Top + ink.m_Height / 2, 30, 5) << "centred in the height";
     const std::wstring text(200, L'm');
-    const CANVASRect inRectangle = InkOf(text, {10, 0, 150, 60});
-    EXPECT_LE(inRectangle.left + inRectangle.width, 160);
-    EXPECT_GT(inRectangle.width, 120);
+    const Extent inRectangle = InkOf(text, {10, 0, 150, 60});
+    EXPECT_LE(inRectangle.Right(), 160);
+    EXPECT_GT(inRectangle.m_Width, 120);
     // Without the ellipsis the clip would cut a letter.
-    EXPECT_TRUE(InkOf(text, {10, 0, 10000, 60}, 160) == inRectangle);
-    EXPECT_TRUE(InkOf(text, {200, 0, 50, 60}, 160) == CANVASRect{});
-    EXPECT_GT(InkOf({L"a\nb", 3}, {0, 0, 300, 60}).width, InkOf(L"a", {0, 0, 300, 60}).width);
+    EXPECT_EQ(InkOf(text, {10, 0, 10000, 60}, 160), inRectangle);
+    EXPECT_EQ(InkOf(text, {200, 0, 50, 60}, 160), Extent{});
+    EXPECT_GT(InkOf({L"a\nb", 3}, {0, 0, 300, 60}).m_Width, InkOf(L"a", {0, 0, 300, 60}).m_Width);
 }
 
 TEST_F(DrawingTest, OddTextNeverDisturbsTheRenderer) {
@@ -85,32 +60,38 @@ TEST_F(DrawingTest, OddTextNeverDisturbsTheRenderer) {
         {wchar_t(0x110000)}, {wchar_t(-1)}, L"\u202e\u05d0\u0301\u200d\U0001F600",
         std::wstring(100000, L'\u0301'), std::wstring(100000, L'W'), L"\ufffe\uffff\u2029x"};
     for (const std::wstring& text : oddTexts) {
-        InkOf(text, {0, 0, 300, 60});
+        EXPECT_LE(InkOf(text, {0, 0, 300, 60}).Right(), 300);
     }
     const CANVASRect oddRects[] = {{0, 0, 0, 0}, {0, 0, -5, 20}, {INT32_MAX, 0, INT32_MAX, 20},
         {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}};
     for (const CANVASRect& rect : oddRects) {
-        EXPECT_TRUE(InkOf(L"text", rect) == CANVASRect{});
+        EXPECT_EQ(InkOf(L"text", rect), Extent{});
     }
+}
+
+TEST_F(DrawingTest, IllFormedTextBecomesReplacementCharacters) {
+    EXPECT_EQ(ToWide("\u20ac\U0001F600\xff\x61\xc3"), L"\u20ac\U0001F600\uFFFDa\uFFFD");
+    for (const char* text : {"\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80"}) {
+        EXPECT_EQ(ToWide(text).front(), L'\uFFFD') << "overlong, a surrogate, too great";
+    }
+    const std::wstring wide{wchar_t(0xD800), wchar_t(0x110000), wchar_t(-1), L'\x1b', L'\u20ac'};
+    EXPECT_EQ(ToUtf8(Refer(wide)), "\uFFFD\uFFFD\uFFFD\x1b\u20ac");
+    EXPECT_EQ(ToPrintable(Refer(wide)), "\uFFFD\uFFFD\uFFFD\uFFFD\u20ac");
 }
 
 TEST_F(DrawingTest, IconFillsItsRectangleAndADamagedOneKeepsThePrevious) {
     const TemporaryFolder folder;
     std::ofstream(folder / "bad.png") << "\x89PNG\r\n\x1a\nand then nothing";
-    for (const char* name : {"UITreeOpen.png", "UITreeClosed.png"}) {
-        const auto icon = IconFile::Make();
-        Sheet sheet;
-        CANVASRect rect{10, 12, 22, 22};
-        EXPECT_LT(icon->Render(sheet.Canvas(), &rect, nullptr, 0), 0) << "nothing loaded";
-        for (const auto& path :
-            {BuildFolder() / "share/_icons" / name, folder / "bad.png", folder / "missing.png"}) {
-            icon->SetFileName(CreatableString::Make(path.wstring()).Get());
-            EXPECT_EQ(icon->Populate() == S_OK, path.filename() == name) << path;
-        }
-        EXPECT_EQ(icon->Render(sheet.Canvas(), &rect, nullptr, 0), S_OK);
-        const CANVASRect ink = sheet.Ink();
-        EXPECT_TRUE(ink.left >= 10 && ink.left + ink.width <= 32 && ink.width > 15);
-        EXPECT_TRUE(ink.top >= 12 && ink.top + ink.height <= 34 && ink.height > 12);
-        EXPECT_EQ(sheet.Pixel(31, 12), 0U) << "transparent around the folder";
+    const auto good = BuildFolder() / "share/_icons/UITreeOpen.png";
+    const auto icon = IconFile::Make();
+    CANVASRect rect{10, 12, 22, 22};
+    EXPECT_LT(icon->Render(nullptr, &rect, nullptr, 0), 0) << "nothing loaded";
+    for (const auto& path : {good, folder / "bad.png", folder / "missing.png"}) {
+        icon->SetFileName(CreatableString::Make(path.wstring()).Get());
+        EXPECT_EQ(icon->Populate() == S_OK, path == good) << path;
     }
+    const auto draw = [&](UbuntuCanvas* canvas) {
+        EXPECT_EQ(icon->Render(canvas, &rect, nullptr, 0), S_OK);
+    };
+    EXPECT_EQ(InkOf(draw), (Extent{10, 12, 23, 23})) << "with the smoothed edge";
 }

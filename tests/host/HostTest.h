@@ -6,6 +6,7 @@
 #include "host/Text.h"
 
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 
 /// Each test that makes objects gives them all back, those of its fixture included.
@@ -16,24 +17,6 @@ protected:
 private:
     const std::map<std::string, int32_t> m_Before = LiveObjects();
 };
-
-inline int32_t CountOf(ISuperCollection* collection) {
-    int32_t count = -1;
-    collection->GetCount(&count);
-    return count;
-}
-
-inline std::string NameAt(ISuperCollection* collection, int32_t index) {
-    SmartPtr<IString> name;
-    collection->GetItemName(index, name.Receive());
-    return name ? ToUtf8(Refer(name.Get())) : "(none)";
-}
-
-inline SmartPtr<IUnknown> ItemAt(ISuperCollection* collection, int32_t index) {
-    SmartPtr<IUnknown> item;
-    collection->GetItem(index, item.Receive());
-    return item;
-}
 
 /// A folder for the test's own files, gone with it.
 class TemporaryFolder {
@@ -51,6 +34,16 @@ private:
     std::filesystem::path m_Path;
 };
 
+inline std::string Content(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 inline std::filesystem::path BuildFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
+
+/// The program as a shell starts it, on another machine through its emulator.
+inline std::string Treehost(const std::filesystem::path& folder = BuildFolder()) {
+    return EMULATOR " '" + (folder / "treehost").string() + "' ";
 }

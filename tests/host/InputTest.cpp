@@ -24,10 +24,9 @@ TEST(WheelTest, SmallDeltasAddUpToWholeSteps) {
     for (uint32_t i = 1; i <= 30; ++i) {
         EXPECT_EQ(wheel.Add(0.1, 100 * i).m_Distance, i % 10 == 0 ? 100 : 0) << i;
     }
-    const std::pair<double, int32_t> deltas[] = {{2.75, 200}, {-0.5, 0}, {-0.5, -100},
-        {std::nan(""), 0}, {1e300, 0}, {1, 100}}; // turning back drops what is left
     uint32_t time = 5000;
-    for (const auto& [delta, distance] : deltas) {
+    for (const auto& [delta, distance] : {std::pair(2.75, 200), {-0.5, 0}, {-0.5, -100},
+             {std::nan(""), 0}, {1e300, 0}, {1.0, 100}}) { // turning back drops what is left
         EXPECT_EQ(wheel.Add(delta, time += 1000).m_Distance, distance) << delta;
     }
 }
@@ -42,6 +41,5 @@ TEST(FingerTest, TapIsAClickAndAPanCountsFromWhereTheFingerWentDown) {
     EXPECT_EQ(Texts(finger.Move(8, 100, 300)), "") << "the second finger";
     EXPECT_EQ(Texts(finger.Move(7, 30, 60)), "touch start 0; touch update 20");
     EXPECT_EQ(Texts(finger.Move(7, 30, 40)), "touch update 0") << "back where it began";
-    EXPECT_EQ(Texts(finger.GoUp(8)), "");
     EXPECT_EQ(Texts(finger.GoUp(7)), "") << "no click";
 }

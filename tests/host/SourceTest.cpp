@@ -1,38 +1,29 @@
 #include "host/Source.h"
-#include "framework/TreeInterfaces.h"
 #include "host/Expansion.h"
 #include "host/FolderSource.h"
-#include "host/OutlineSource.h"
 #include "tests/host/HostTest.h"
+#include "tests/support/TreeTest.h"
 
-#include <fstream>
-#include <sstream>
 #include <unistd.h>
 
 namespace {
 
-class SourceTest : public HostTest {};
-
-SmartPtr<ISuperCollection> Outline(const std::string& text) {
-    std::istringstream input(text);
-    return ReadOutline(input);
-}
-
-/// Opens levels of a newly bound tree. The labels of the visible rows, separated by blanks, each
-/// with its level and a '-' when open.
-std::string Rows(ISuperCollection* root, int32_t levels) {
-    for (int32_t i = 0; i < CountOf(root); ++i) {
-        root->SetItemFlags(i, NODE_VISIBLE | 1);
+class SourceTest : public TreeTest {
+protected:
+    /// Binds a tree and opens levels of it. The labels of the visible rows, separated by blanks,
+    /// each with its level and a '-' when open.
+    std::string OpenedRows(const SmartPtr<ISuperCollection>& root, int32_t levels) {
+        BindCollection(root);
+        OpenLevels(root.Get(), levels);
+        std::string text;
+        VisitRows(root.Get(), [&](ISuperCollection* collection, int32_t index, int32_t flags) {
+            text += (text.empty() ? "" : " ") + Place{SmartPtr(collection), index}.Label() +
+                    std::to_string(flags & NODE_LEVEL_MASK) + ((flags & NODE_EXPANDED) ? "-" : "");
+            return true;
+        });
+        return text;
     }
-    OpenLevels(root, levels);
-    std::string text;
-    VisitRows(root, [&](ISuperCollection* collection, int32_t index, int32_t flags) {
-        text += (text.empty() ? "" : " ") + NameAt(collection, index) +
-                std::to_string(flags & NODE_LEVEL_MASK) + ((flags & NODE_EXPANDED) ? "-" : "");
-        return true;
-    });
-    return text;
-}
+};
 
 bool IsFilled(IUnknown* folder) {
     int32_t state = -1;
@@ -43,25 +34,16 @@ bool IsFilled(IUnknown* folder) {
 } // namespace
 
 TEST_F(SourceTest, OutlineDeeperLinesAreChildrenWhateverTheyConsistOf) {
-    const std::pair<const char*, const char*> outlines[] = {
-        {"A\n  a1\n      deep\n  a2\n\n \t \nB\n", "A1- a12- deep3 a22 B1"},
-        {"\ttab\n        eight\n    \t same\n", "tab1 eight1- same2"},
-        {"    deep first\n  less\nleast\n  below", "deep first1 less1 least1- below2"},
-        {"top\n        far\n    between\n        below\n", "top1- far2 between2- below3"},
-        {"A\r\n  b\xff\r\n\r\n", "A1- b\uFFFD2"}, {"", ""}, {"\n \n\t", ""}};
-    for (const auto& [text, rows] : outlines) {
-        EXPECT_EQ(Rows(Outline(text).Get(), 9), rows);
+    const std::tuple<const char*, int32_t, const char*> outlines[] = {
+        {"A\n  a1\n      deep\n  a2\n\n \t \nB\n", 9, "A1- a12- deep3 a22 B1"},
+        {"\ttab\n        eight\n    \t same\n", 9, "tab1 eight1- same2"},
+        {"    deep first\n  less\nleast\n  below", 9, "deep first1 less1 least1- below2"},
+        {"top\n        far\n    between\n        below\n", 9, "top1- far2 between2- below3"},
+        {"A\r\n  b\xff\r\n\r\n", 9, "A1- b\uFFFD2"}, {"\n \n\t", 9, ""},
+        {"A\n  b\n    c\n      d\nE\n", 2, "A1- b2- c3 E1"}};
+    for (const auto& [text, levels, rows] : outlines) {
+        EXPECT_EQ(OpenedRows(Outline(text), levels), rows);
     }
-    EXPECT_EQ(Rows(Outline("A\n  b\n    c\n      d\nE\n").Get(), 2), "A1- b2- c3 E1");
-}
-
-TEST_F(SourceTest, OutlineOfManyLevelsIsReadOpenedWalkedAndReleased) {
-    std::string text;
-    for (size_t i = 0; i < 3000; ++i) {
-        text += std::string(i, ' ') + "x\n";
-    }
-    const std::string rows = Rows(Outline(text).Get(), 5000);
-    EXPECT_EQ(std::count(rows.begin(), rows.end(), 'x'), 3000);
 }
 
 TEST_F(SourceTest, CollectionInItselfIsShownOnceAndEndsEveryWalk) {
@@ -70,7 +52,7 @@ TEST_F(SourceTest, CollectionInItselfIsShownOnceAndEndsEveryWalk) {
     root->Append("inner", inner->Identity());
     root->Append("self", root->Identity());
     inner->Append("back", root->Identity());
-    EXPECT_EQ(Rows(root.Get(), 1000), "inner1- back2- self1-");
+    EXPECT_EQ(OpenedRows(SmartPtr<ISuperCollection>(root.Get()), 1000), "inner1- back2- self1-");
     root->RemoveAll();
 }
 
@@ -83,10 +65,10 @@ TEST_F(SourceTest, FolderShowsFoldersFirstAndReadsThemWhenOpened) {
         std::ofstream(folder / name) << "content";
     }
     const auto root = OpenSource((folder / "").string());
-    const auto zoo = ItemAt(root.Get(), 1);
+    const auto zoo = Place{root, 1}.Item();
     EXPECT_FALSE(IsFilled(zoo.Get()));
-    EXPECT_TRUE(Query<IRenderableObject>(ItemAt(root.Get(), 2).Get()));
-    EXPECT_EQ(Rows(root.Get(), 9),
+    EXPECT_TRUE(Query<IRenderableObject>((Place{root, 2}.Item().Get())));
+    EXPECT_EQ(OpenedRows(root, 9),
         "bad\uFFFD1- inside2 zoo1- cage2 file91 file101 loop1 \uFFFD\uFFFD.txt1");
     EXPECT_TRUE(IsFilled(zoo.Get()));
 }
@@ -101,6 +83,7 @@ TEST_F(SourceTest, FolderThatCannotBeReadIsEmptyUntilItCan) {
     EXPECT_EQ(later->Populate(), S_OK);
     EXPECT_EQ(later->Populate(), S_OK) << "read once";
     // To the superuser the folder is an empty one.
-    EXPECT_EQ(Rows(later.Get(), 9), "closed1");
-    EXPECT_EQ(IsFilled(ItemAt(later.Get(), 0).Get()), geteuid() == 0);
+    const SmartPtr<ISuperCollection> root(later.Get());
+    EXPECT_EQ(OpenedRows(root, 9), "closed1");
+    EXPECT_EQ(IsFilled(Item("closed").Get()), geteuid() == 0);
 }

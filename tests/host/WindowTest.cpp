@@ -1,8 +1,7 @@
 #include "host/Document.h"
-#include "tests/host/Treehost.h"
+#include "tests/host/HostTest.h"
 
 #include <X11/Xlib.h>
-#include <csignal>
 #include <cstdio>
 #include <optional>
 
@@ -10,21 +9,13 @@
 
 namespace {
 
-/// A program that runs beside the test, which reads what it writes line by line. It ends with the
-/// object, and after a minute in any case.
+/// A program that runs beside the test, which reads what it writes line by line. It is waited for
+/// at the end, for a minute at most.
 class Program {
 public:
-    /// `command` may begin with NAME=VALUE.
     explicit Program(const std::string& command)
-        : m_Output(popen(("echo $$; exec timeout 60 env " + command).c_str(), "r")) {
-        m_Id = std::stoi(ReadLine());
-    }
-    ~Program() {
-        if (m_Output) {
-            kill(m_Id, SIGTERM);
-            Wait();
-        }
-    }
+        : m_Output(popen(("exec timeout 60 " + command).c_str(), "r")) {}
+    ~Program() { Wait(); }
     Program(const Program&) = delete;
 
     /// The next line with its end, or "" when there is none.
@@ -50,101 +41,92 @@ public:
 
 private:
     FILE* m_Output;
-    pid_t m_Id;
 };
 
-/// Asks a window to close, as a window manager does when its close button is pressed.
-void PressCloseButton(const std::string& server, unsigned long window) {
-    const std::unique_ptr<Display, int (*)(Display*)> display(
-        XOpenDisplay(server.c_str()), &XCloseDisplay);
-    ASSERT_TRUE(display);
+/// Asks the focused window to close, as a window manager does when its close button is pressed.
+void PressCloseButton() {
+    Display* display = XOpenDisplay(nullptr);
+    int next = 0;
     XEvent event{};
     event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(display.get(), "WM_PROTOCOLS", False);
+    XGetInputFocus(display, &event.xclient.window, &next);
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
     event.xclient.format = 32;
-    event.xclient.data.l[0] = long(XInternAtom(display.get(), "WM_DELETE_WINDOW", False));
-    XSendEvent(display.get(), window, False, NoEventMask, &event);
+    event.xclient.data.l[0] = long(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    XSendEvent(display, event.xclient.window, False, NoEventMask, &event);
+    XCloseDisplay(display);
 }
 
-class WindowTest : public TreehostRun {
+class WindowTest : public testing::Test {
 protected:
-    /// Opens a window of four rows on a tree of six folders, and waits for it.
+    /// Opens a window of four rows on a tree of six folders in the display's corner.
     void SetUp() override {
-        if (*EMULATOR != '\0') {
-            GTEST_SKIP() << "an emulated program has no display here";
+        if (*EMULATOR != '\0' || std::system("which Xvfb xdotool >/dev/null") != 0) {
+            GTEST_SKIP() << "no display for an emulated program, or without Xvfb and xdotool";
         }
-        if (std::system("command -v Xvfb >/dev/null && command -v xdotool >/dev/null") != 0) {
-            GTEST_SKIP() << "Xvfb or xdotool is not installed: script/setup installs them";
-        }
-        m_Server.emplace("Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp");
-        m_Display = m_Server->ReadLine();
-        ASSERT_NE(m_Display, "") << "Xvfb does not start";
-        m_Display = ':' + m_Display.substr(0, m_Display.size() - 1);
+        // It ends when nobody uses it any more.
+        m_Server.emplace("Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp -terminate");
+        const std::string number = m_Server->ReadLine();
+        ASSERT_NE(number, "") << "Xvfb does not start";
+        setenv("DISPLAY", (':' + number.substr(0, number.size() - 1)).c_str(), 1);
         std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
         // The system's own libraries keep what they allocate.
-        m_Window.emplace("DISPLAY=" + m_Display + " SDL_VIDEODRIVER=x11" +
-                         " ASAN_OPTIONS=detect_leaks=0" + Treehost() + "run '" +
-                         (m_Folder / "tree").string() + "' --size 200x88 --record --document '" +
-                         (m_Folder / "settings").string() + "'");
-        m_Id = std::stoul('0' + Do("search --sync --onlyvisible --name '^treehost'"));
-        Do("windowfocus --sync " + std::to_string(m_Id));
+        m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
+                         "run '" + (m_Folder / "tree").string() +
+                         "' --size 200x88 --record --document '" + m_Settings + "'");
+        Do("search --sync --onlyvisible --name '^treehost' windowmove --sync %1 0 0 "
+           "windowfocus --sync %1");
     }
 
-    /// Moves the pointer or presses something, and answers what xdotool prints.
-    std::string Do(const std::string& action) {
-        Program hand("DISPLAY=" + m_Display + " xdotool " + action);
-        const std::string answer = hand.ReadLine();
-        EXPECT_EQ(hand.Wait(), 0) << action;
-        return answer;
+    /// Moves the pointer or presses something.
+    static void Do(const std::string& action) {
+        EXPECT_EQ(std::system(("timeout 60 xdotool " + action).c_str()), 0) << action;
     }
-    /// Does something at a place in the window and waits until the record tells of it.
-    void Expect(const std::string& place, const std::string& action, const std::string& line) {
-        Do("mousemove --window " + std::to_string(m_Id) + ' ' + place + ' ' + action);
+    /// Does something and waits until the record tells of it.
+    void Expect(const std::string& action, const std::string& line) {
+        Do(action);
         ASSERT_TRUE(m_Window->WaitFor(line)) << line << " is missing";
     }
 
+    TemporaryFolder m_Folder;
+    std::string m_Settings = m_Folder / "settings";
     std::optional<Program> m_Server;
     std::optional<Program> m_Window;
-    std::string m_Display;
-    unsigned long m_Id = 0;
 };
 
 } // namespace
 
 TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
-    Expect("11 11", "click 1", "action=opened node=\"A\"");
-    Expect("11 11", "click 5", "wheel 11 11 100 -> 0");
-    Expect("11 11", "click 4", "wheel 11 11 -100 -> 0");
-    Expect("11 11", "keydown shift click 1 keyup shift", "state=5 index=0 action=closed");
-    Expect("11 11", "click 3", "press 11 11 secondary -> 1");
-    Expect("11 11", "key End", "index=5 action=none node=\"F\"");
-    Expect("11 11", "mousedown 1 mousemove_relative 29 39", "NodeDrag state=1 x=40 y=50");
-    EXPECT_FALSE(std::filesystem::exists(m_Folder / "settings")) << "saved at the end";
+    Expect("mousemove 11 11 click 1", "action=opened node=\"A\"");
+    Expect("click 5", "wheel 11 11 100 -> 0");
+    Expect("click 4", "wheel 11 11 -100 -> 0");
+    Expect("keydown shift click 1 keyup shift", "state=5 index=0 action=closed");
+    Expect("click 3", "press 11 11 secondary -> 1");
+    Expect("key End", "index=5 action=none node=\"F\"");
+    Expect("mousedown 1 mousemove_relative 29 39", "NodeDrag state=1 x=40 y=50");
+    EXPECT_FALSE(std::filesystem::exists(m_Settings)) << "saved at the end";
     Do("mouseup 1 key Escape");
     EXPECT_EQ(m_Window->Wait(), 0);
-    EXPECT_NO_THROW(Document::Load(m_Folder / "settings"));
+    EXPECT_NO_THROW(Document::Load(m_Settings));
 }
 
 TEST_F(WindowTest, ScrollBarIsDraggedAndTheCloseButtonEndsIt) {
-    Expect("190 5", "mousedown 1", "press 190 5 -> 0");
-    Expect("190 85", "", "move 190 85 primary -> 0");
+    Expect("mousemove 190 5 mousedown 1", "press 190 5 -> 0");
+    Expect("mousemove 190 85", "move 190 85 primary -> 0");
     Do("mouseup 1");
-    Expect("60 11", "click 1", "index=5 action=none node=\"F\"");
-    PressCloseButton(m_Display, m_Id);
+    Expect("mousemove 60 11 click 1", "index=5 action=none node=\"F\"");
+    PressCloseButton();
     EXPECT_EQ(m_Window->Wait(), 0);
 }
 
 TEST_F(WindowTest, PanelChangesTheTreeBesideItWhichStillAnswersTheMouse) {
-    Expect("11 11", "key F2 type 44", "move 11 11");
-    Do("key Return");
-    ASSERT_TRUE(m_Window->WaitFor("set 4 44 -> 0"));
-    Expect("11 50", "click 1", "node=\"B\"");
-    Do("mousemove --window " + std::to_string(m_Id) + " 150 55 click 1 type '#12345'");
-    Do("key Return key 6 key Return"); // refused, and corrected
-    ASSERT_TRUE(m_Window->WaitFor("set 100 #123456 -> 0"));
-    Expect("50 70", "key Escape", "cancel -> 0");
-    Expect("50 70", "click 1", "node=\"D\"");
+    Expect("mousemove 11 11 key F2 type 44", "move 11 11");
+    Expect("key Return", "set 4 44 -> 0");
+    Expect("mousemove 11 50 click 1", "node=\"B\"");
+    Do("mousemove 150 55 click 1 type '#12345'");
+    Expect("key Return key 6 key Return", "set 100 #123456 -> 0"); // refused, and corrected
+    Expect("mousemove 50 70 key Escape", "cancel -> 0");
+    Expect("click 1", "node=\"D\"");
     Do("key F2 key F2 key Escape");
     EXPECT_EQ(m_Window->Wait(), 0);
 }
