@@ -126,26 +126,10 @@ void LoadText(const ParameterTable& table, IUIPropInterrogateEx& object, const D
     }
 }
 
-} // namespace
-
-int32_t SaveToXML(const ParameterTable& table, IUIPropInterrogateEx* object,
-    INamedCollection* strings, IDataStream* stream) {
-    return Persist(object, [&] {
-        const auto xml = Query<IXMLStream>(stream);
-        if (!xml) {
-            return;
-        }
-        const DisplayNames names(strings, object);
-        for (const PROPParameter* parameter : table.Records()) {
-            if (names.Exist() && !parameter->IsTransient()) {
-                SaveElement(*parameter, *object, names, *xml.Get());
-            }
-        }
-    });
-}
-
-int32_t LoadFromXML(const ParameterTable& table, IUIPropInterrogateEx* object,
-    INamedCollection* strings, IDataStream* stream) {
+/// Runs the body of a saving or loading with the stream and the names, if there are both.
+template <class Body>
+int32_t PersistAsXML(
+    IUIPropInterrogateEx* object, INamedCollection* strings, IDataStream* stream, Body&& body) {
     return Persist(object, [&] {
         const auto xml = Query<IXMLStream>(stream);
         if (!xml) {
@@ -153,8 +137,28 @@ int32_t LoadFromXML(const ParameterTable& table, IUIPropInterrogateEx* object,
         }
         const DisplayNames names(strings, object);
         if (names.Exist()) {
-            const auto text = Query<IString>(stream); // has to outlive the references into it
-            LoadText(table, *object, names, CREFString(text.Get()));
+            body(*xml.Get(), names);
         }
+    });
+}
+
+} // namespace
+
+int32_t SaveToXML(const ParameterTable& table, IUIPropInterrogateEx* object,
+    INamedCollection* strings, IDataStream* stream) {
+    return PersistAsXML(object, strings, stream, [&](IXMLStream& xml, const DisplayNames& names) {
+        for (const PROPParameter* parameter : table.Records()) {
+            if (!parameter->IsTransient()) {
+                SaveElement(*parameter, *object, names, xml);
+            }
+        }
+    });
+}
+
+int32_t LoadFromXML(const ParameterTable& table, IUIPropInterrogateEx* object,
+    INamedCollection* strings, IDataStream* stream) {
+    return PersistAsXML(object, strings, stream, [&](IXMLStream&, const DisplayNames& names) {
+        const auto text = Query<IString>(stream); // has to outlive the references into it
+        LoadText(table, *object, names, CREFString(text.Get()));
     });
 }
