@@ -1,16 +1,57 @@
 #include "app/Commands.h"
 #include "app/SettingsFiles.h"
+#include "app/SettingsPage.h"
 #include "app/TreeView.h"
 #include "app/TreeWindow.h"
 
 #include <iostream>
 
+namespace {
+
+/// Keeps the settings of a control in a document while it is shown.
+class KeptSettings {
+public:
+    /// Loads the document if it is there. Throws DocumentError, also when it could not be saved.
+    KeptSettings(IUITree* control, const std::string& document)
+        : m_Control(control), m_Document(document) {
+        if (!m_Document.empty()) {
+            m_IsThere = LoadIfThere(&LoadDocument, control, document);
+            CheckDocument(document);
+            m_Loaded = Values();
+        }
+    }
+
+    /// Only what was changed here is saved: the document may have been changed elsewhere.
+    void Save() const {
+        if (!m_Document.empty() && (!m_IsThere || m_Loaded != Values())) {
+            SaveDocument(m_Control, m_Document);
+        }
+    }
+
+private:
+    std::vector<std::string> Values() const {
+        constexpr int32_t kParameterScrollPos = 115; // changes all the time, and is not kept
+        std::vector<std::string> values;
+        for (const Setting& setting : SettingsPage(m_Control).List()) {
+            if (setting.m_Parameter.m_Number != kParameterScrollPos) {
+                values.push_back(setting.m_Value);
+            }
+        }
+        return values;
+    }
+
+    IUITree* m_Control;
+    std::string m_Document; ///< "" for none
+    bool m_IsThere = false;
+    std::vector<std::string> m_Loaded;
+};
+
+} // namespace
+
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size);
     const TreeView view(options.m_Path, 0);
-    if (!options.m_Document.empty()) {
-        LoadIfThere(&LoadDocument, view.Control(), options.m_Document);
-    }
+    const KeptSettings settings(view.Control(), options.m_Document);
     std::ostream silence(nullptr);
     try {
         TreeWindow window(view.Control(), "treehost " + options.m_Path, size,
@@ -20,7 +61,5 @@ void RunWindow(const WindowOptions& options) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +
                                  "; to draw into a file: treehost shot PATH");
     }
-    if (!options.m_Document.empty()) {
-        SaveDocument(view.Control(), options.m_Document);
-    }
+    settings.Save();
 }

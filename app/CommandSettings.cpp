@@ -3,11 +3,20 @@
 #include "app/SettingsPage.h"
 #include "app/TreeView.h"
 
+#include <algorithm>
 #include <array>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 
 namespace {
+
+std::string RangeText(const HostParameter& parameter) {
+    const bool isRange = parameter.m_Min < parameter.m_Max;
+    return isRange ? ", only " + std::to_string(parameter.m_Min) + " to " +
+                         std::to_string(parameter.m_Max)
+                   : "";
+}
 
 /// Takes NAME=VALUE; the value may be empty and may contain further '='.
 void Edit(SettingsPage& page, const std::string& assignment) {
@@ -22,7 +31,8 @@ void Edit(SettingsPage& page, const std::string& assignment) {
         throw UsageError("--set: there is no setting " + name);
     }
     if (!page.Edit(*index, value)) {
-        throw UsageError("--set: " + page.At(*index).m_Name + " does not take " + value);
+        throw UsageError("--set: " + page.At(*index).m_Name + " does not take \"" + value + '"' +
+                         RangeText(page.At(*index).m_Parameter));
     }
 }
 
@@ -41,36 +51,47 @@ struct SettingsFile {
     const std::string& m_Name; ///< "" for none
     void (*m_Load)(IUnknown* control, const std::string& file);
     void (*m_Save)(IUnknown* control, const std::string& file);
-    bool m_IsThere = false;
 };
-using SettingsFiles = std::array<SettingsFile, 2>;
 
-void LoadFiles(SettingsFiles& files, IUnknown* control) {
-    for (SettingsFile& file : files) {
-        file.m_IsThere = !file.m_Name.empty() && LoadIfThere(file.m_Load, control, file.m_Name);
-    }
-}
-
-/// Somebody who only asks for the settings in a file wants one that is there.
-void RequireOne(const SettingsFiles& files) {
-    bool isThere = false;
-    const std::string* missing = nullptr;
-    for (const SettingsFile& file : files) {
-        isThere |= file.m_IsThere;
-        missing = file.m_Name.empty() ? missing : &file.m_Name;
-    }
-    if (missing && !isThere) {
-        throw UsageError("there is no file " + *missing);
-    }
-}
-
-void SaveFiles(const SettingsFiles& files, IUnknown* control, bool isChanged) {
-    for (const SettingsFile& file : files) {
-        if (!file.m_Name.empty() && (isChanged || !file.m_IsThere)) {
-            file.m_Save(control, file.m_Name);
+/// The files that settings come from and go to. Of those that are there the last one counts.
+class SettingsFiles {
+public:
+    SettingsFiles(const std::string& xml, const std::string& document)
+        : m_Files{{{xml, &LoadXml, &SaveXml}, {document, &LoadDocument, &SaveDocument}}} {
+        const auto place = [](const std::string& name) {
+            return std::filesystem::weakly_canonical(name);
+        };
+        if (!xml.empty() && !document.empty() && place(xml) == place(document)) {
+            throw UsageError("--document and --xml are the same file " + xml);
         }
     }
-}
+
+    bool AreNamed() const {
+        return std::any_of(m_Files.begin(), m_Files.end(),
+            [](const SettingsFile& file) { return !file.m_Name.empty(); });
+    }
+    /// The earlier ones are loaded too, to see that they may be replaced. False when none is there.
+    bool Load(IUnknown* control) {
+        for (const SettingsFile& file : m_Files) {
+            if (!file.m_Name.empty() && LoadIfThere(file.m_Load, control, file.m_Name)) {
+                m_Source = &file;
+            }
+        }
+        return m_Source != nullptr;
+    }
+    /// Where nothing was changed the file that counts stays as it is.
+    void Save(IUnknown* control, bool isChanged) const {
+        for (const SettingsFile& file : m_Files) {
+            if (!file.m_Name.empty() && (isChanged || &file != m_Source)) {
+                file.m_Save(control, file.m_Name);
+            }
+        }
+    }
+
+private:
+    std::array<SettingsFile, 2> m_Files;
+    const SettingsFile* m_Source = nullptr;
+};
 
 void PrintSettings(const SettingsPage& page) {
     for (const auto& [parameter, name, value] : page.List()) {
@@ -84,17 +105,17 @@ void PrintSettings(const SettingsPage& page) {
 void RunSettings(const SettingsOptions& options) {
     const ControlHost host;
     const auto tree = host.CreateTree();
-    SettingsFiles files{
-        {{options.m_Document, &LoadDocument, &SaveDocument}, {options.m_Xml, &LoadXml, &SaveXml}}};
+    SettingsFiles files(options.m_Xml, options.m_Document);
     const bool isChanged = !options.m_Set.empty();
-    LoadFiles(files, tree.Get());
-    if (!isChanged) {
-        RequireOne(files);
+    const bool isLoaded = files.Load(tree.Get());
+    if (!isLoaded && !isChanged && files.AreNamed()) {
+        throw UsageError("there is no file " +
+                         (options.m_Document.empty() ? options.m_Xml : options.m_Document));
     }
     SettingsPage page(tree.Get());
     ChangeSettings(page, options.m_Set);
-    SaveFiles(files, tree.Get(), isChanged);
-    if (options.m_List || !isChanged) {
+    files.Save(tree.Get(), isChanged);
+    if (options.m_List || !isChanged || !files.AreNamed()) {
         PrintSettings(page);
     }
 }

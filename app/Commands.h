@@ -61,9 +61,10 @@ struct SettingsOptions {
     std::string m_Xml;      ///< the same in XML
 };
 
-/// Loads the settings of a new control from the files that are there, changes them, and prints them
-/// when asked to or when none is changed. Changed settings are saved to every file, others to the
-/// files that were not there; one has to be unless something is changed.
+/// Loads the settings of a new control from the document or, when that is not there, from the XML
+/// file, changes them, and prints them when asked to or when none is changed or kept. Changed
+/// settings are saved to both files, others to the one that they do not come from. One has to be
+/// there unless something is changed.
 void RunSettings(const SettingsOptions& options);
 
 /// Prints the control's interfaces and parameters, for people or as JSON.

@@ -16,9 +16,9 @@ constexpr int32_t kChosenColor = 0x000000;
 constexpr int32_t kRejectedColor = 0xFF0000;
 
 constexpr int32_t kMargin = 8;     // pixels left of the texts
-constexpr int32_t kNameShare = 60; // percent of the width
+constexpr int32_t kNameShare = 68; // percent of the width
 
-constexpr const char* kHelp = "enter applies, F2 keeps, escape cancels";
+constexpr const char* kHelp = "F2 keeps, escape takes back";
 
 class Painter {
 public:

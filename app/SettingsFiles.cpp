@@ -44,6 +44,10 @@ void SaveDocument(IUnknown* control, const std::string& file) {
     document.Commit();
 }
 
+void CheckDocument(const std::string& file) {
+    const Document undone = Document::Save(file);
+}
+
 void LoadXml(IUnknown* control, const std::string& file) {
     const auto stream = XmlFile::Load(file);
     const auto settings = ObtainSettings(control, "load", file);

@@ -11,6 +11,9 @@
 void LoadDocument(IUnknown* control, const std::string& file);
 void SaveDocument(IUnknown* control, const std::string& file);
 
+/// Throws what SaveDocument would throw for the file, and leaves it alone.
+void CheckDocument(const std::string& file);
+
 /// XML elements, named by the host's string table: the settings that have a text. `control` has to
 /// be built on the framework's template for numbered parameters, as the tree control is.
 void LoadXml(IUnknown* control, const std::string& file);

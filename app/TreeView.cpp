@@ -2,6 +2,7 @@
 
 #include "host/Expansion.h"
 #include "host/Source.h"
+#include "host/SuperCollection.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -20,6 +21,12 @@ std::string Absolute(const std::string& path) {
 
 ControlHost::ControlHost()
     : m_Host(ProgramFolder()), m_Module(ProgramFolder() / "UITree.so", m_Host.Components()) {}
+
+SmartPtr<IUITree> ControlHost::CreateTree() const {
+    auto tree = m_Module.Create<IUITree>(L"UITree");
+    tree->put_Collection(SuperCollection::Make()->Identity());
+    return tree;
+}
 
 TreeView::TreeView(const std::string& path, int32_t depth)
     : m_Source(OpenSource(Absolute(path))), m_Tree(m_Host.CreateTree()) {

@@ -14,8 +14,9 @@ public:
     /// Throws ModuleError.
     ControlHost();
 
-    /// A new control. Throws ModuleError.
-    SmartPtr<IUITree> CreateTree() const { return m_Module.Create<IUITree>(L"UITree"); }
+    /// A new control with the host's default sizes, which come with its first tree: an empty one.
+    /// Throws ModuleError.
+    SmartPtr<IUITree> CreateTree() const;
 
 private:
     Host m_Host;

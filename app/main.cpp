@@ -5,6 +5,7 @@
 #include "host/DocumentError.h"
 #include "host/Module.h"
 #include "host/Source.h"
+#include "host/Text.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>
@@ -19,7 +20,8 @@ constexpr const char* kPathHelp = "A folder, an indented outline, or - for stand
 constexpr const char* kDepthHelp = "Levels to open";
 
 int Complain(const std::string& text, ExitStatus status) {
-    std::cerr << "treehost: " << text.substr(0, text.find('\n')) << '\n';
+    const std::wstring line = ToWide(text.substr(0, text.find('\n')));
+    std::cerr << "treehost: " << ToPrintable(Refer(line)) << '\n';
     return status;
 }
 
@@ -92,7 +94,8 @@ void AddSettings(CLI::App& app, SettingsOptions& options) {
     command->add_flag("--list", options.m_List, "Print the settings; without --set it is implied");
     AddFile(command, "--document", options.m_Document,
         "A document to load the settings from and to save them to");
-    AddFile(command, "--xml", options.m_Xml, "The same as XML; goes over what a document says");
+    AddFile(
+        command, "--xml", options.m_Xml, "The same as XML; a document that is there goes over it");
     command->callback([&options] { RunSettings(options); });
 }
 
@@ -131,7 +134,9 @@ int ParseAndRun(int count, char** arguments) {
 } // namespace
 
 int main(int count, char** arguments) {
-    std::signal(SIGPIPE, SIG_IGN); // a closed standard output is reported like any other failure
+    // A closed standard output and a file that may not grow are reported like any other failure.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return ParseAndRun(count, arguments);
     } catch (const UsageError& error) {

@@ -74,6 +74,17 @@ bool IsEmpty(const char* action, const std::string& file) {
     return header.IsEmpty();
 }
 
+/// SQLite takes any file of that name beside a document for the journal of a save that was
+/// interrupted, and removes it.
+void CheckJournal(const char* action, const std::string& file) {
+    const std::string journal = std::filesystem::weakly_canonical(file).string() + "-journal";
+    std::ifstream stream(journal, std::ios::binary);
+    const int first = stream.get();
+    if (first > 0 && first != 0xD9) { // what a journal begins with, or nothing yet
+        throw DocumentError(action, file, "the file beside it that is called its journal is none");
+    }
+}
+
 void CheckContent(const Database& database) {
     // What the tables are called in the file is not to be trusted.
     database.Run("PRAGMA trusted_schema = OFF");
@@ -105,6 +116,7 @@ Database OpenUnlessInterrupted(const std::string& file) {
         return OpenInMemory();
     }
     Database database(file, Database::Access::kRead);
+    database.Run("BEGIN"); // all that is read is of one save
     CheckContent(database);
     return database;
 }
@@ -125,6 +137,7 @@ Database OpenInMemory() {
 Database OpenToLoad(const std::string& file) {
     // SQLite gives names that are not absolute meanings of its own.
     const std::string absolute = std::filesystem::absolute(file).string();
+    CheckJournal("load", absolute);
     try {
         try {
             return OpenUnlessInterrupted(absolute);
@@ -164,6 +177,7 @@ SavePlace::~SavePlace() {
 
 Database SavePlace::Open() const {
     IsEmpty("save", m_File);
+    CheckJournal("save", m_File);
     try {
         Database database(m_File, Database::Access::kWrite);
         if (CountPages(database) > 0) {

@@ -12,17 +12,18 @@ class XmlFile final : public HostObject<XmlFile, IDataStream, IXMLStream, IStrin
 public:
     static constexpr const char* kKind = "XmlFile";
 
-    /// The stream over the text of a file. Throws DocumentMissing or DocumentError.
+    /// The stream over the text of a file. Throws DocumentMissing, or DocumentError for what is no
+    /// sequence of elements with text in them.
     static SmartPtr<XmlFile> Load(const std::string& file);
 
     /// Refuses, with E_INVALIDARG, a name that is null or no name of an element, and a value that
-    /// contains the end of its own element.
+    /// contains the beginning of an end of one. There is no commit then.
     int32_t WriteElement(IString* name, int32_t, IString* value, int32_t) override;
     int32_t GetString(wchar_t** text, int32_t* length) override;
 
-    /// Makes the text the file's content, in one step. Throws DocumentError, also when memory ran
-    /// out while an element was written: the file is as it was, unless only the folder could not be
-    /// written through, and the new text may yet be lost with the power.
+    /// Makes the text the file's content, in one step. Throws DocumentError, also when an
+    /// element could not be written, or none was: the file is as it was, unless only the folder
+    /// could not be written through, and the new text may yet be lost with the power.
     void Commit(const std::string& file) const;
 
 private:

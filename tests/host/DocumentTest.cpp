@@ -216,4 +216,10 @@ TEST_F(DocumentTest, WhatCannotBeUsedIsRefusedInOneLineAndStaysAsItIs) {
         EXPECT_EQ(isFile ? Content(m_File) : "", before) << what;
         EXPECT_FALSE(std::filesystem::exists(m_File + "-journal")) << what;
     }
+    std::filesystem::remove(m_File);
+    std::ofstream(m_File) << good;
+    std::ofstream(m_File + "-journal") << "my diary";
+    ExpectRefused(&Document::Load, "a diary");
+    ExpectRefused(&Document::Save, "a diary");
+    EXPECT_EQ(Content(m_File + "-journal"), "my diary");
 }

@@ -85,7 +85,7 @@ TEST_F(TreehostTest, InfoTellsInterfacesAndParametersToPeopleAndPrograms) {
 }
 
 TEST_F(TreehostTest, SettingsAreListedAndKeptInDocumentsAndXmlFiles) {
-    EXPECT_THAT(Run("settings").m_Output, HasSubstr("4     ElementHeight          15\n"));
+    EXPECT_THAT(Run("settings").m_Output, HasSubstr("4     ElementHeight          22\n"));
     const std::string kept = DATA_FOLDER "/settings-1.tree"; // of the same settings
     std::filesystem::copy_file(kept, m_Folder / "kept");
     for (const std::string height : {"7", "0x1E"}) { // into new files, and into old ones
@@ -129,7 +129,7 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
         "shot - --out ''", "run nowhere", "replay - -", "replay tree", "replay tree nowhere",
         "replay nowhere -", "replay tree - --size 5", "replay tree - --shots ''", "settings --set",
         "settings --set bogus=1", "settings --set ElementHeight", "settings --set =1",
-        "settings --set 4=x", "settings --set 105=2",
+        "settings --set 4=x", "settings --set 105=2", "settings --document a --xml ./a --set 4=3",
         "settings --list --set TextColor=#123456 --set OpenIcon=x", "settings --document nowhere",
         "settings --xml nowhere --list", "settings --xml ''", "shot - --document nowhere",
         "shot - --document ''", "run tree --document ''"};

@@ -28,32 +28,36 @@ protected:
 
 TEST_F(XmlFileTest, ElementsAreWrittenAsTheyAreAndRefusedWhenTheyCannotBeRead) {
     const auto stream = XmlFile::Make();
-    const std::pair<const wchar_t*, std::wstring> taken[] = {{L"Height", L"15"},
-        {L"\u00C4\u20AC", {L" a&b<c></d>\n\0", 13}}, {L"A", L"</AB>"}, {L"A", L""}};
+    const std::pair<const wchar_t*, std::wstring> taken[] = {
+        {L"Height", L"15"}, {L"\u00C4\u20AC", {L" a&b<c>\n\0", 9}}, {L"A", L""}};
     for (const auto& [name, value] : taken) {
         EXPECT_EQ(Write(stream, name, value), S_OK) << ToUtf8(Refer(value));
     }
+    stream->Commit(m_File);
+    EXPECT_EQ(Content(m_File), "<Height>15</Height>\n<\u00C4\u20AC> a&b<c>\n\0"
+                               "</\u00C4\u20AC>\n<A></A>\n"s);
+    const auto loaded = Query<IString>(XmlFile::Load(m_File)->Identity());
+    EXPECT_EQ(ToUtf8(Refer(loaded.Get())), Content(m_File));
     for (const wchar_t* name : {L"", L"a b", L"a\n", L"<", L"a>", L"a/", L"a\x1b"}) {
         EXPECT_EQ(Write(stream, name, L"x"), E_INVALIDARG);
     }
-    EXPECT_EQ(Write(stream, L"A", L"x</A>"), E_INVALIDARG);
-    stream->Commit(m_File);
-    EXPECT_EQ(Content(m_File), "<Height>15</Height>\n<\u00C4\u20AC> a&b<c></d>\n\0"
-                               "</\u00C4\u20AC>\n<A></AB></A>\n<A></A>\n"s);
-    const auto loaded = Query<IString>(XmlFile::Load(m_File)->Identity());
-    EXPECT_EQ(ToUtf8(Refer(loaded.Get())), Content(m_File));
+    EXPECT_EQ(Write(stream, L"A", L"x</b>"), E_INVALIDARG);
+    EXPECT_THROW(stream->Commit(m_File), DocumentError) << "a setting would be lost";
 }
 
 TEST_F(XmlFileTest, WhatCannotBeUsedIsRefused) {
     EXPECT_THROW(XmlFile::Load(m_File), DocumentMissing);
     EXPECT_THROW(XmlFile::Make()->Commit(m_Folder / "no/file"), DocumentError);
     const std::string large(XMLFILE_LARGEST + 1, ' ');
-    for (const std::string& bytes : {large, "<A>\xff</A>"s, "\xc3"s, "\xed\xa0\x80"s}) {
+    for (const std::string& bytes : {large, "<A>\xff</A>"s, "\xc3"s, "\xed\xa0\x80"s, "My notes"s,
+             "<A>1</A> and more"s, "<a><A>1</A></a>"s, "<A>1"s, "<A>1</B>"s, "<!-- "s}) {
         std::ofstream(m_File) << bytes;
         EXPECT_THROW(XmlFile::Load(m_File), DocumentError);
     }
     EXPECT_THROW(XmlFile::Load(m_Folder / ""), DocumentError);
-    EXPECT_THROW(XmlFile::Make()->Commit(m_Folder / ""), DocumentError);
+    EXPECT_THROW(XmlFile::Make()->Commit(m_File), DocumentError) << "nothing is no settings";
+    std::ofstream(m_File) << "<?xml version=\"1.0\"?>\n<!-- <A> -->\n<A unit=\"px\">1</A><B></B>\n";
+    EXPECT_NO_THROW(XmlFile::Load(m_File));
 }
 
 TEST_F(XmlFileTest, PermissionsAndLinksStay) {
