@@ -3,8 +3,6 @@
 #include "app/SettingsPage.h"
 #include "app/TreeView.h"
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
@@ -48,7 +46,7 @@ void ChangeSettings(SettingsPage& page, const std::vector<std::string>& assignme
 }
 
 struct SettingsFile {
-    const std::string& m_Name; ///< "" for none
+    std::string m_Name; ///< "" for none
     void (*m_Load)(IUnknown* control, const std::string& file);
     void (*m_Save)(IUnknown* control, const std::string& file);
 };
@@ -57,7 +55,7 @@ struct SettingsFile {
 class SettingsFiles {
 public:
     SettingsFiles(const std::string& xml, const std::string& document)
-        : m_Files{{{xml, &LoadXml, &SaveXml}, {document, &LoadDocument, &SaveDocument}}} {
+        : m_Files{{xml, &LoadXml, &SaveXml}, {document, &LoadDocument, &SaveDocument}} {
         const auto place = [](const std::string& name) {
             return std::filesystem::weakly_canonical(name);
         };
@@ -66,10 +64,6 @@ public:
         }
     }
 
-    bool AreNamed() const {
-        return std::any_of(m_Files.begin(), m_Files.end(),
-            [](const SettingsFile& file) { return !file.m_Name.empty(); });
-    }
     /// The earlier ones are loaded too, to see that they may be replaced. False when none is there.
     bool Load(IUnknown* control) {
         for (const SettingsFile& file : m_Files) {
@@ -89,7 +83,7 @@ public:
     }
 
 private:
-    std::array<SettingsFile, 2> m_Files;
+    std::vector<SettingsFile> m_Files;
     const SettingsFile* m_Source = nullptr;
 };
 
@@ -106,16 +100,17 @@ void RunSettings(const SettingsOptions& options) {
     const ControlHost host;
     const auto tree = host.CreateTree();
     SettingsFiles files(options.m_Xml, options.m_Document);
+    const bool areNamed = !options.m_Xml.empty() || !options.m_Document.empty();
     const bool isChanged = !options.m_Set.empty();
     const bool isLoaded = files.Load(tree.Get());
-    if (!isLoaded && !isChanged && files.AreNamed()) {
+    if (!isLoaded && !isChanged && areNamed) {
         throw UsageError("there is no file " +
                          (options.m_Document.empty() ? options.m_Xml : options.m_Document));
     }
     SettingsPage page(tree.Get());
     ChangeSettings(page, options.m_Set);
     files.Save(tree.Get(), isChanged);
-    if (options.m_List || !isChanged || !files.AreNamed()) {
+    if (options.m_List || !isChanged || !areNamed) {
         PrintSettings(page);
     }
 }
