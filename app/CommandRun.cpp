@@ -1,4 +1,5 @@
 #include "app/Commands.h"
+#include "app/Parameters.h"
 #include "app/SettingsFiles.h"
 #include "app/SettingsPage.h"
 #include "app/TreeView.h"
@@ -29,11 +30,11 @@ public:
     }
 
 private:
+    /// Without the scroll position, which changes all the time and is not kept.
     std::vector<std::string> Values() const {
-        constexpr int32_t kParameterScrollPos = 115; // changes all the time, and is not kept
         std::vector<std::string> values;
         for (const Setting& setting : SettingsPage(m_Control).List()) {
-            if (setting.m_Parameter.m_Number != kParameterScrollPos) {
+            if (setting.m_Parameter.m_Number != PARAMETER_SCROLLPOS) {
                 values.push_back(setting.m_Value);
             }
         }

@@ -1,5 +1,6 @@
 #include "app/Commands.h"
 #include "app/Panel.h"
+#include "app/Parameters.h"
 #include "app/Picture.h"
 #include "app/SettingsFiles.h"
 #include "app/TreeView.h"
@@ -9,8 +10,6 @@
 #include <iostream>
 
 namespace {
-
-constexpr int32_t kParameterScrollPos = 115;
 
 void OpenRows(const TreeView& view, const std::vector<int32_t>& rows) {
     for (const int32_t row : rows) {
@@ -39,7 +38,7 @@ void RunShot(const ShotOptions& options) {
         LoadDocument(view.Control(), options.m_Document);
     }
     OpenRows(view, options.m_Open);
-    view.Control()->Control(kParameterScrollPos, options.m_Scroll);
+    view.Control()->Control(PARAMETER_SCROLLPOS, options.m_Scroll);
 
     std::optional<Panel> panel;
     if (options.m_Page) {

@@ -1,13 +1,12 @@
 #include "app/Keyboard.h"
 
+#include "app/Parameters.h"
 #include "app/Rows.h"
 #include "host/Expansion.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr int32_t kParameterScrollPos = 115;
 
 /// Tells the listeners what the host changed, so that whoever shows the control draws it again.
 int32_t Announce(IUITree* tree) {
@@ -17,7 +16,7 @@ int32_t Announce(IUITree* tree) {
 
 int32_t FirstRowShown(IUITree* tree) {
     int32_t position = 0;
-    tree->Inquire(kParameterScrollPos, &position);
+    tree->Inquire(PARAMETER_SCROLLPOS, &position);
     return position;
 }
 
@@ -25,7 +24,7 @@ void BringIntoView(IUITree* tree, int32_t row, int32_t rowsShown) {
     const int32_t first = FirstRowShown(tree);
     const int32_t wanted = std::clamp(first, std::max(row - rowsShown + 1, 0), row);
     if (wanted != first) {
-        tree->Control(kParameterScrollPos, wanted);
+        tree->Control(PARAMETER_SCROLLPOS, wanted);
     }
 }
 

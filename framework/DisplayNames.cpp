@@ -5,14 +5,9 @@
 
 namespace {
 
-template <class T>
-SmartPtr<T> Create(const wchar_t* component) {
-    return Adopt(static_cast<T*>(CreateObject(CREFString(component), &IdentifierOf<T>())));
-}
-
 SmartPtr<IString> ComponentName(IUnknown* object) {
     SmartPtr<IString> name;
-    if (const auto description = Create<IComponentString>(L"ComponentString")) {
+    if (const auto description = CreateHostObject<IComponentString>("ComponentString")) {
         description->SetObject(object);
         description->GetPart(COMPONENTPART_NAME, name.Receive());
     }
@@ -26,7 +21,7 @@ DisplayNames::DisplayNames(INamedCollection* strings, IUnknown* object) : m_Stri
         return;
     }
     const auto name = ComponentName(object);
-    if (const auto tables = Create<IStringTable>(L"StringTable")) {
+    if (const auto tables = CreateHostObject<IStringTable>("StringTable")) {
         tables->GetTable(name.Get(), m_Strings.Receive());
     }
 }

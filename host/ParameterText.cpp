@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr uint32_t kPlain = 0; ///< a parameter that tells no type: a long
-
 std::string ColorText(int32_t value) {
     char text[16];
     std::snprintf(text, sizeof(text), "#%06X", static_cast<uint32_t>(value));
@@ -115,7 +113,7 @@ std::optional<ParameterValue> FromText(const HostParameter& parameter, tagREFStr
         return IntegerFrom<uint8_t>(parameter, ToUtf8(text));
     case PROPTYPE_SHORT:
         return IntegerFrom<int16_t>(parameter, ToUtf8(text));
-    case kPlain:
+    case PROPTYPE_NONE:
     case PROPTYPE_LONG:
         return IntegerFrom<int32_t>(parameter, ToUtf8(text));
     case PROPTYPE_FLOAT:

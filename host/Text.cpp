@@ -1,5 +1,7 @@
 #include "host/Text.h"
 
+#include "framework/REFString.h"
+
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -11,13 +13,6 @@ bool IsSurrogate(char32_t character) {
 
 bool IsControl(char32_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
-}
-
-std::wstring_view View(tagREFString text) {
-    if (text.m_Length <= 0 || !text.m_String) {
-        return {};
-    }
-    return {text.m_String, static_cast<size_t>(text.m_Length)};
 }
 
 /// How many bytes the character with this first byte has; 0 when none begins with it.
@@ -80,8 +75,8 @@ void AppendCharacter(std::string& utf8, char32_t character) {
 
 std::string Encode(tagREFString text, bool replaceControls) {
     std::string utf8;
-    utf8.reserve(View(text).size());
-    for (const wchar_t wide : View(text)) {
+    utf8.reserve(ViewOf(text).size());
+    for (const wchar_t wide : ViewOf(text)) {
         const auto character = static_cast<char32_t>(wide);
         const bool illFormed = character > kLastCodePoint || IsSurrogate(character) ||
                                (replaceControls && IsControl(character));
@@ -123,5 +118,5 @@ tagREFString Refer(IString* text) {
 }
 
 bool SameText(tagREFString first, tagREFString second) {
-    return View(first) == View(second);
+    return ViewOf(first) == ViewOf(second);
 }

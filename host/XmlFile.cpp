@@ -1,16 +1,12 @@
 #include "host/XmlFile.h"
 
+#include "framework/REFString.h"
 #include "host/Files.h"
 
 #include <algorithm>
 #include <cwctype>
 
 namespace {
-
-std::wstring_view View(IString* text) {
-    const tagREFString reference = Refer(text);
-    return {reference.m_String, static_cast<size_t>(std::max(reference.m_Length, 0))};
-}
 
 bool IsElementName(std::wstring_view name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](wchar_t character) {
@@ -89,13 +85,13 @@ int32_t XmlFile::WriteElement(IString* name, int32_t /*mode*/, IString* value, i
         return E_POINTER;
     }
     const int32_t status = Guarded([&] {
-        const std::wstring_view content = View(value);
-        const std::wstring end = L"</" + std::wstring(View(name)) + L">";
-        if (!IsElementName(View(name)) || content.find(L"</") != std::wstring_view::npos) {
+        const std::wstring tag(ViewOf(Refer(name)));
+        const std::wstring_view content = ViewOf(Refer(value));
+        if (!IsElementName(tag) || content.find(L"</") != std::wstring_view::npos) {
             return E_INVALIDARG;
         }
-        std::wstring element = L"<" + std::wstring(View(name)) + L">";
-        m_Text += element.append(content).append(end).append(L"\n");
+        std::wstring element = L"<" + tag + L">";
+        m_Text += element.append(content) + L"</" + tag + L">\n";
         return S_OK;
     });
     m_IsIncomplete |= status < 0;

@@ -1,43 +1,7 @@
-#include "host/CreatableString.h"
-#include "host/DocumentFolder.h"
 #include "tests/framework/SettingsTest.h"
+#include "tests/support/Folders.h"
 
 namespace {
-
-/// A document in memory.
-struct Folders {
-    /// The sub-folders in order with their entries by name: "<folder>: <entry>=<value> ...".
-    std::string Describe() const {
-        std::string text;
-        m_Store->Read([&](const Database& database) {
-            Statement rows(database,
-                "SELECT folder.name || ':' || group_concat(' ' || entry.name || '=' || CASE kind "
-                "WHEN 'data' THEN hex(value) ELSE coalesce(value, 'null') END, '') || char(10) "
-                "FROM folder JOIN entry ON folder.id = entry.folder WHERE position NOT NULL "
-                "GROUP BY position");
-            while (rows.Step()) {
-                text += rows.Bytes(0);
-            }
-            return S_OK;
-        });
-        return text;
-    }
-    /// Adds the folder of a parameter; without a value when that is empty.
-    void Add(
-        int32_t id, uint32_t flags, std::string_view value, const wchar_t* entry = L"ID") const {
-        SmartPtr<IFolderStream> folder;
-        m_Root->CreateFolder(CreatableString::Make(L"any").Get(), 0, folder.Receive());
-        folder->WriteData(CreatableString::Make(entry).Get(), &id, sizeof(id), 0);
-        folder->WriteData(CreatableString::Make(L"Flags").Get(), &flags, sizeof(flags), 0);
-        if (!value.empty()) {
-            folder->WriteData(
-                CreatableString::Make(L"Value").Get(), value.data(), int32_t(value.size()), 0);
-        }
-    }
-
-    std::shared_ptr<DocumentStore> m_Store = std::make_shared<DocumentStore>(OpenInMemory(), true);
-    SmartPtr<DocumentFolder> m_Root = DocumentFolder::Make(m_Store, DOCUMENT_ROOTFOLDER, 2);
-};
 
 /// A stream of XML whose text is what was written, and of folders that hold nothing. It may do
 /// something whenever it is used.
@@ -49,9 +13,11 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
     int32_t CreateFolder(IString*, int32_t, IFolderStream** folder) override {
         return OpenFolder(nullptr, 0, folder);
     }
-    int32_t WriteData(IString*, const void*, int32_t, int32_t) override { return Use(); }
-    int32_t WriteString(IString*, IString*) override { return Use(); }
-    int32_t WriteObject(IString*, IUnknown*, int32_t) override { return Use(); }
+    int32_t WriteData(IString* entry, const void*, int32_t, int32_t) override {
+        return Note(entry);
+    }
+    int32_t WriteString(IString* entry, IString*) override { return Note(entry); }
+    int32_t WriteObject(IString* entry, IUnknown*, int32_t) override { return Note(entry); }
     int32_t ReadData(IString*, void*, int32_t, int32_t) override { return Use(); }
     int32_t ReadString(IString*, IString*) override { return Use(); }
     int32_t ReadObject(IString*, IUnknown**, int32_t) override { return Use(); }
@@ -73,10 +39,12 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
         return Use();
     }
     int32_t Use() { return m_OnUse(), S_OK; }
+    int32_t Note(IString* entry) { return m_Written += Text(entry) + L" ", Use(); }
 
     std::wstring m_Text;
     std::optional<HeapText> m_Read;
     std::function<void()> m_OnUse = [] {};
+    std::wstring m_Written; ///< the entries in the order of their writing
 };
 
 /// Names for parameters: "T5" asked for by the text "5", "N5" by the number. 7 has none by text, 2
@@ -151,6 +119,9 @@ TEST_F(PersistenceTest, FoldersHoldEveryParameterByteForByteInTheTablesOrder) {
                                   "T6: Flags=06000000 ID=06000000 Value=<text>\n"
                                   "T16: Flags=06010000 ID=10000000 Value=icons/x.png\n");
     EXPECT_EQ(SaveFolders(*m_Settings.Get(), nullptr), S_OK);
+    const auto stream = AnyStream::Make();
+    SaveFolders(*m_Settings.Get(), stream.Get());
+    EXPECT_TRUE(stream->m_Written.starts_with(L"ID Flags Value ID Flags Value ID Flags Value "));
 }
 
 TEST_F(PersistenceTest, FoldersAreFoundByTheirNumberAndTypeAndSkippedWithoutThem) {

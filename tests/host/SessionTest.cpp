@@ -1,5 +1,6 @@
 #include "app/Session.h"
 #include "app/Keyboard.h"
+#include "app/Parameters.h"
 #include "tests/support/TreeTest.h"
 
 #include <sstream>
@@ -7,8 +8,6 @@
 // The host's own part in using a control: the keys.
 
 namespace {
-
-constexpr int32_t kParameterScrollPos = 115;
 
 constexpr Size kFourRows{200, 4 * 22};
 
@@ -32,7 +31,7 @@ TEST_F(SessionTest, KeysWalkThroughTheTreeAndOpenIt) {
     Session session(m_Tree.Get(), kFourRows, record);
     DrawPicture(m_Tree.Get(), kFourRows); // the control learns the indentation
     const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
-    m_Tree->Control(kParameterScrollPos, 1);
+    m_Tree->Control(PARAMETER_SCROLLPOS, 1);
     for (const auto& [key, selected, rows] : steps) {
         EXPECT_EQ(press(key), selected) << rows;
         EXPECT_EQ(Rows(), rows) << selected;
@@ -53,11 +52,11 @@ TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
     const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
     for (const auto& [key, selected, firstRow] : steps) {
         EXPECT_EQ(press(key), selected);
-        EXPECT_EQ(Value(kParameterScrollPos), firstRow) << selected;
+        EXPECT_EQ(Value(PARAMETER_SCROLLPOS), firstRow) << selected;
     }
-    m_Tree->Control(kParameterScrollPos, 9);
+    m_Tree->Control(PARAMETER_SCROLLPOS, 9);
     EXPECT_EQ(press(kHome), "0") << "selected, but out of view";
-    EXPECT_EQ(Value(kParameterScrollPos), 0);
+    EXPECT_EQ(Value(PARAMETER_SCROLLPOS), 0);
     m_Tree->Control(4, 0); // no row height
     EXPECT_EQ(press(kPageDown), "1");
 }

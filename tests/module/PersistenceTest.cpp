@@ -1,6 +1,6 @@
-#include "host/Document.h"
 #include "host/Text.h"
 #include "host/XmlFile.h"
+#include "tests/support/Folders.h"
 #include "tests/support/TreeTest.h"
 
 #include <random>
@@ -8,8 +8,6 @@
 // The control's settings in documents and XML.
 
 namespace {
-
-constexpr int kNumbers[] = {4, 100, 101, 102, 105, 147, 148};
 
 class PersistenceTest : public TreeTest {
 protected:
@@ -19,19 +17,10 @@ protected:
         return xml;
     }
     static std::string TextOf(const SmartPtr<XmlFile>& xml) { return ToUtf8(Refer(xml.Get())); }
-    std::string Numbers() const {
-        std::string numbers;
-        for (const int id : kNumbers) {
-            numbers = Line(numbers, {Value(id)});
-        }
-        return numbers;
-    }
-    /// Which of the two icons the control has.
-    std::pair<bool, bool> Icons() const {
-        SmartPtr<IUnknown> open, closed;
-        As<IUIPropInterrogateEx>()->InquireEx(170, open.Receive());
-        As<IUIPropInterrogateEx>()->InquireEx(171, closed.Receive());
-        return {bool(open), bool(closed)};
+    std::string SavedFolders() const {
+        const Folders folders;
+        EXPECT_EQ(As<IDataPersist>()->Save(folders.m_Root.Get(), 0), S_OK);
+        return folders.Describe();
     }
     void Renew() {
         m_Tree.Reset();
@@ -48,6 +37,15 @@ TEST_F(PersistenceTest, DefaultsAreStoredUnderTheirNamesInOrder) {
         "<UseDefaultStyle>1</UseDefaultStyle>\n"
         "<RootToggleOnIconOnly>0</RootToggleOnIconOnly>\n"
         "<ChildToggleOnIconOnly>1</ChildToggleOnIconOnly>\n");
+    EXPECT_EQ(SavedFolders(), "ElementHeight: Flags=03000000 ID=04000000 Value=0F000000\n"
+                              "TextColor: Flags=23000000 ID=64000000 Value=4B4B4B00\n"
+                              "Color101: Flags=23000000 ID=65000000 Value=FFFFFF00\n"
+                              "Color102: Flags=23000000 ID=66000000 Value=00000000\n"
+                              "UseDefaultStyle: Flags=13000000 ID=69000000 Value=01000000\n"
+                              "RootToggleOnIconOnly: Flags=13000000 ID=93000000 Value=00000000\n"
+                              "ChildToggleOnIconOnly: Flags=13000000 ID=94000000 Value=01000000\n"
+                              "OpenIcon: Flags=17000000 ID=AA000000 Value=CIFFileEx\n"
+                              "ClosedIcon: Flags=17000000 ID=AB000000 Value=CIFFileEx\n");
     const auto xml = XmlFile::Make(); // no folder stream
     for (IDataStream* stream :
         {static_cast<IDataStream*>(nullptr), static_cast<IDataStream*>(xml.Get())}) {
@@ -59,24 +57,23 @@ TEST_F(PersistenceTest, DefaultsAreStoredUnderTheirNamesInOrder) {
 
 TEST_F(PersistenceTest, AnySettingsSurviveASaveAndALoadIntoANewControl) {
     std::mt19937 random(20'240'607);
-    for (int turn = 0; turn < 1000; ++turn) {
-        for (const int id : kNumbers) {
+    for (int turn = 0; turn <= 1000; ++turn) {
+        const Folders folders;
+        As<IDataPersist>()->Save(folders.m_Root.Get(), 0);
+        const std::string stored = folders.Describe();
+        const auto xml = SavedXml();
+        Renew();
+        Settings()->UIPropInterrogate_LoadXML(nullptr, xml.Get(), 0);
+        ASSERT_EQ(TextOf(SavedXml()), TextOf(xml)) << turn;
+        Renew();
+        As<IDataPersist>()->Load(folders.m_Root.Get(), 0);
+        ASSERT_EQ(SavedFolders(), stored) << turn;
+        ASSERT_EQ(TextOf(SavedXml()), TextOf(xml)) << turn;
+        for (const int id : {4, 100, 101, 102, 105, 147, 148}) {
             m_Tree->Control(id, int32_t(random() >> random() % 32));
         }
         if (random() % 4 == 0) {
             As<IUIPropInterrogateEx>()->ControlEx(170 + int32_t(random() % 2), nullptr);
         }
-        const auto numbers = Numbers();
-        const auto icons = Icons();
-        const auto xml = SavedXml();
-        const auto document = Document::InMemory();
-        As<IDataPersist>()->Save(document.Root().Get(), 0);
-        Renew();
-        Settings()->UIPropInterrogate_LoadXML(nullptr, xml.Get(), 0);
-        ASSERT_EQ(Numbers(), numbers) << turn;
-        Renew();
-        As<IDataPersist>()->Load(document.Root().Get(), 0);
-        ASSERT_EQ(Numbers(), numbers) << turn;
-        ASSERT_EQ(Icons(), icons) << turn;
     }
 }

@@ -3,9 +3,28 @@
 #include "tests/support/FailingNew.h"
 #include "tests/support/TreeTest.h"
 
-// Full memory.
+// Full memory, and a host that does not keep its promises.
+
+namespace {
 
 using RobustnessTest = TreeTest;
+
+/// Claims items that it does not have, and answers with success and nothing.
+class Liar final : public HostObject<Liar, SuperCollectionBase> {
+public:
+    static constexpr const char* kKind = "Liar";
+    int32_t GetCount(int32_t* count) override { return *count = m_Count, E_FAIL; }
+    int32_t GetItem(int32_t, IUnknown** item) override { return *item = nullptr, S_OK; }
+    int32_t GetItemName(int32_t, IString** name) override { return *name = nullptr, S_OK; }
+    int32_t GetItemFlags(int32_t index, int32_t* flags) override {
+        *flags = -1;
+        return index < 100 ? S_OK : E_FAIL;
+    }
+
+    int m_Count = 100;
+};
+
+} // namespace
 
 TEST_F(RobustnessTest, FullMemoryFailsAnOperationAndLeavesTheControlUsable) {
     Bind("A\n a1\n  x\n a2\nB");
@@ -90,4 +109,21 @@ TEST_F(RobustnessTest, MemoryDoesNotGrowWithTheRows) {
         }
     };
     EXPECT_EQ(allocations(10'000), allocations(10));
+}
+
+TEST_F(RobustnessTest, CollectionThatAnswersNothingHarmsNobody) {
+    const auto liar = Liar::Make();
+    for (const int count : {100, -1, INT32_MIN}) {
+        liar->m_Count = count;
+        BindCollection(SmartPtr<ISuperCollection>(liar.Get()));
+        Draw({0, 0, 100, 200});
+        m_Tree->SelectNode(3, SELECT_ABSOLUTE | SELECT_CURRENT | SELECT_SCROLL);
+        for (const int action : {3, 2, 0}) {
+            Pointer(1, action, 0, 5, 5);
+        }
+        m_Tree->MakeNodeVisible(m_Root.Get(), 5);
+        m_Tree->Insert(m_Root.Get(), nullptr, {}, {}, {});
+        EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
+        EXPECT_EQ(m_Tree->Clear(), S_OK);
+    }
 }

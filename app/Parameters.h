@@ -1,0 +1,6 @@
+#pragma once
+
+#include <cstdint>
+
+/// The control's parameter for the first row shown.
+constexpr int32_t PARAMETER_SCROLLPOS = 115;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/CreatableString.h"
+#include "host/DocumentFolder.h"
+
+/// A document in memory.
+struct Folders {
+    /// The sub-folders in order with their entries by name: "<folder>: <entry>=<value> ...".
+    std::string Describe() const {
+        std::string text;
+        m_Store->Read([&](const Database& database) {
+            Statement rows(database,
+                "SELECT folder.name || ':' || group_concat(' ' || entry.name || '=' || CASE kind "
+                "WHEN 'data' THEN hex(value) ELSE coalesce(value, 'null') END, '') || char(10) "
+                "FROM folder JOIN entry ON folder.id = entry.folder WHERE position NOT NULL "
+                "GROUP BY position");
+            while (rows.Step()) {
+                text += rows.Bytes(0);
+            }
+            return S_OK;
+        });
+        return text;
+    }
+    /// Adds the folder of a parameter; without a value when that is empty.
+    void Add(
+        int32_t id, uint32_t flags, std::string_view value, const wchar_t* entry = L"ID") const {
+        SmartPtr<IFolderStream> folder;
+        m_Root->CreateFolder(CreatableString::Make(L"any").Get(), 0, folder.Receive());
+        folder->WriteData(CreatableString::Make(entry).Get(), &id, sizeof(id), 0);
+        folder->WriteData(CreatableString::Make(L"Flags").Get(), &flags, sizeof(flags), 0);
+        if (!value.empty()) {
+            folder->WriteData(
+                CreatableString::Make(L"Value").Get(), value.data(), int32_t(value.size()), 0);
+        }
+    }
+
+    std::shared_ptr<DocumentStore> m_Store = std::make_shared<DocumentStore>(OpenInMemory(), true);
+    SmartPtr<DocumentFolder> m_Root = DocumentFolder::Make(m_Store, DOCUMENT_ROOTFOLDER, 2);
+};
