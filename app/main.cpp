@@ -1,11 +1,11 @@
 // treehost: loads the tree control like any host and shows a folder or an outline with it.
 
-#include "app/Commands.h"
-#include "app/Script.h"
-#include "host/DocumentError.h"
-#include "host/Module.h"
-#include "host/Source.h"
-#include "host/Text.h"
+#include "app/commands/Commands.h"
+#include "app/replay/Script.h"
+#include "host/components/Module.h"
+#include "host/data/Source.h"
+#include "host/settings/DocumentError.h"
+#include "host/text/Text.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>

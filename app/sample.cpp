@@ -1,10 +1,10 @@
 // The smallest host: binds a tree to the control and draws it into sample.png.
 
-#include "framework/DrawingInterfaces.h"
-#include "framework/TreeInterfaces.h"
+#include "framework/interfaces/DrawingInterfaces.h"
+#include "framework/interfaces/TreeInterfaces.h"
 #include "host/Host.h"
-#include "host/Module.h"
-#include "host/OutlineSource.h"
+#include "host/components/Module.h"
+#include "host/data/OutlineSource.h"
 
 #include <cairo.h>
 #include <sstream>

@@ -1,8 +1,8 @@
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
 #include "host/Host.h"
-#include "host/Module.h"
-#include "host/SuperCollection.h"
+#include "host/components/Module.h"
+#include "host/data/SuperCollection.h"
 
 #include <benchmark/benchmark.h>
 #include <chrono>

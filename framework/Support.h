@@ -2,11 +2,11 @@
 
 // The support library: texts, host strings and values, file names, icons and collections.
 
-#include "framework/FileNames.h"
-#include "framework/Format.h"
-#include "framework/HostStrings.h"
-#include "framework/Icons.h"
-#include "framework/NamedCollections.h"
-#include "framework/REFString.h"
-#include "framework/Values.h"
-#include "framework/XMLTag.h"
+#include "framework/support/FileNames.h"
+#include "framework/support/Format.h"
+#include "framework/support/HostStrings.h"
+#include "framework/support/Icons.h"
+#include "framework/support/NamedCollections.h"
+#include "framework/support/REFString.h"
+#include "framework/support/Values.h"
+#include "framework/support/XMLTag.h"

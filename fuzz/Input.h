@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/REFString.h"
+#include "framework/support/REFString.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,9 @@
 // The readers of numbers, and what the writers of numbers wrote.
 
-#include "framework/HostStrings.h"
-#include "framework/Identifiers.h"
-#include "framework/SmartPtr.h"
-#include "framework/Values.h"
+#include "framework/interfaces/Identifiers.h"
+#include "framework/runtime/SmartPtr.h"
+#include "framework/support/HostStrings.h"
+#include "framework/support/Values.h"
 #include "fuzz/Input.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 // The tag reader: a tag, then a text, which is read to its end.
 
-#include "framework/XMLTag.h"
+#include "framework/support/XMLTag.h"
 #include "fuzz/Input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -1,11 +1,11 @@
 // The loader of XML settings: any text sets the parameters to something, which survives a save and
 // a load.
 
-#include "framework/CollectionInterfaces.h"
-#include "framework/HostStrings.h"
-#include "framework/PropInterrogate.h"
+#include "framework/interfaces/CollectionInterfaces.h"
+#include "framework/settings/PropInterrogate.h"
+#include "framework/support/HostStrings.h"
 #include "fuzz/Input.h"
-#include "host/HostObject.h"
+#include "host/components/HostObject.h"
 
 #include <cmath>
 #include <string>

@@ -1,16 +1,16 @@
 #include "host/Host.h"
 
-#include "framework/Components.h"
-#include "host/IconFile.h"
-#include "host/Module.h"
-#include "host/PropertyPage.h"
-#include "host/RegistryFile.h"
-#include "host/RenderStyle.h"
-#include "host/ScrollBar.h"
-#include "host/StringTable.h"
-#include "host/Text.h"
-#include "host/TextRenderer.h"
-#include "host/UIDefault.h"
+#include "framework/runtime/Components.h"
+#include "host/components/Module.h"
+#include "host/drawing/IconFile.h"
+#include "host/drawing/RenderStyle.h"
+#include "host/drawing/ScrollBar.h"
+#include "host/drawing/TextRenderer.h"
+#include "host/drawing/UIDefault.h"
+#include "host/settings/PropertyPage.h"
+#include "host/settings/RegistryFile.h"
+#include "host/settings/StringTable.h"
+#include "host/text/Text.h"
 
 namespace {
 

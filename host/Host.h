@@ -1,9 +1,9 @@
 #pragma once
 
-#include "framework/ComponentInterfaces.h"
-#include "framework/SmartPtr.h"
-#include "host/CreatorDescription.h"
-#include "host/HostInterfaces.h"
+#include "framework/interfaces/ComponentInterfaces.h"
+#include "framework/runtime/SmartPtr.h"
+#include "host/components/CreatorDescription.h"
+#include "host/components/HostInterfaces.h"
 
 #include <filesystem>
 #include <vector>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/Types.h"
+#include "framework/interfaces/Types.h"
 
 #include <limits>
 

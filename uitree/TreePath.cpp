@@ -1,6 +1,6 @@
 #include "uitree/TreePath.h"
 
-#include "framework/SmartPtr.h"
+#include "framework/runtime/SmartPtr.h"
 
 #include <algorithm>
 

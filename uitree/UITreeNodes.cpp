@@ -1,7 +1,7 @@
 #include "uitree/Geometry.h"
 #include "uitree/UITreeImpl.h"
 
-#include "framework/OutParameter.h"
+#include "framework/runtime/OutParameter.h"
 
 #include <algorithm>
 

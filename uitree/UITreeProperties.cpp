@@ -1,7 +1,7 @@
 #include "uitree/UITreeImpl.h"
 
-#include "framework/OutParameter.h"
 #include "framework/Support.h"
+#include "framework/runtime/OutParameter.h"
 
 // The control's parameters, its settings page, and the way to its stored settings.
 

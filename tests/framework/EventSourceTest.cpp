@@ -1,4 +1,4 @@
-#include "host/SuperCollection.h"
+#include "host/data/SuperCollection.h"
 #include "tests/framework/FrameworkTest.h"
 #include "tests/support/Listener.h"
 

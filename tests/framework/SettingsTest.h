@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/SuperCollection.h"
+#include "host/data/SuperCollection.h"
 #include "tests/framework/FrameworkTest.h"
 
 struct Settings final

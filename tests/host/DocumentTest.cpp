@@ -1,11 +1,11 @@
-#include "host/Document.h"
-#include "framework/REFString.h"
-#include "host/DocumentFile.h"
+#include "host/settings/Document.h"
+#include "framework/support/REFString.h"
 #include "host/Host.h"
-#include "host/IconFile.h"
-#include "host/RegistryFile.h"
-#include "host/Variant.h"
-#include "tests/host/HostTest.h"
+#include "host/components/Variant.h"
+#include "host/drawing/IconFile.h"
+#include "host/settings/DocumentFile.h"
+#include "host/settings/RegistryFile.h"
+#include "tests/support/HostTest.h"
 
 #include <cmath>
 #include <sys/stat.h>

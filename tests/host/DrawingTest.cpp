@@ -1,8 +1,8 @@
-#include "host/Cairo.h"
-#include "host/IconFile.h"
-#include "host/RenderStyle.h"
-#include "host/TextRenderer.h"
-#include "tests/host/HostTest.h"
+#include "host/drawing/Cairo.h"
+#include "host/drawing/IconFile.h"
+#include "host/drawing/RenderStyle.h"
+#include "host/drawing/TextRenderer.h"
+#include "tests/support/HostTest.h"
 
 namespace {
 

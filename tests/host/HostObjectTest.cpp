@@ -1,7 +1,7 @@
-#include "framework/Components.h"
-#include "host/CreatableString.h"
-#include "host/LiveObjects.h"
-#include "host/Variant.h"
+#include "framework/runtime/Components.h"
+#include "host/components/CreatableString.h"
+#include "host/components/LiveObjects.h"
+#include "host/components/Variant.h"
 #include "tests/support/TreeTest.h"
 
 // The host's objects and the registry that makes them.

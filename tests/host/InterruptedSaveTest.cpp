@@ -1,7 +1,7 @@
-#include "host/Document.h"
-#include "host/DocumentFile.h"
-#include "host/XmlFile.h"
-#include "tests/host/HostTest.h"
+#include "host/settings/Document.h"
+#include "host/settings/DocumentFile.h"
+#include "host/settings/XmlFile.h"
+#include "tests/support/HostTest.h"
 
 #include <cerrno>
 #include <climits>

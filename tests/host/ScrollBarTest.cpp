@@ -1,5 +1,5 @@
-#include "host/ScrollBar.h"
-#include "tests/host/HostTest.h"
+#include "host/drawing/ScrollBar.h"
+#include "tests/support/HostTest.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
-#include "host/Source.h"
-#include "host/Expansion.h"
-#include "host/FolderSource.h"
-#include "tests/host/HostTest.h"
+#include "host/data/Source.h"
+#include "host/data/Expansion.h"
+#include "host/data/FolderSource.h"
+#include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
 
 #include <unistd.h>

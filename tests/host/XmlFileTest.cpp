@@ -1,6 +1,6 @@
-#include "host/XmlFile.h"
-#include "host/DocumentError.h"
-#include "tests/host/HostTest.h"
+#include "host/settings/XmlFile.h"
+#include "host/settings/DocumentError.h"
+#include "tests/support/HostTest.h"
 
 #include <sys/stat.h>
 

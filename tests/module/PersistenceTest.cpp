@@ -1,5 +1,5 @@
-#include "host/Text.h"
-#include "host/XmlFile.h"
+#include "host/settings/XmlFile.h"
+#include "host/text/Text.h"
 #include "tests/support/Folders.h"
 #include "tests/support/TreeTest.h"
 

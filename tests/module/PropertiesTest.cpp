@@ -1,7 +1,7 @@
 #include "tests/support/TreeTest.h"
 
-#include "host/HostInterfaces.h"
-#include "host/Text.h"
+#include "host/components/HostInterfaces.h"
+#include "host/text/Text.h"
 
 // The control's numbered parameters and its settings page.
 

@@ -1,7 +1,7 @@
 #include "tests/support/TreeTest.h"
 
 #include "framework/Support.h"
-#include "host/Text.h"
+#include "host/text/Text.h"
 
 #include <cairo.h>
 

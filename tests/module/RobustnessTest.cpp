@@ -1,5 +1,5 @@
-#include "host/Document.h"
-#include "host/XmlFile.h"
+#include "host/settings/Document.h"
+#include "host/settings/XmlFile.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/TreeTest.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/CreatableString.h"
-#include "host/DocumentFolder.h"
+#include "host/components/CreatableString.h"
+#include "host/settings/DocumentFolder.h"
 
 /// A document in memory.
 struct Folders {

@@ -2,7 +2,7 @@
 
 #include "framework/Support.h"
 #include "host/Host.h"
-#include "host/LiveObjects.h"
+#include "host/components/LiveObjects.h"
 
 #include <gtest/gtest.h>
 

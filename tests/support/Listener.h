@@ -1,7 +1,7 @@
 #pragma once
 
 #include "framework/Interfaces.h"
-#include "host/HostObject.h"
+#include "host/components/HostObject.h"
 
 #include <functional>
 #include <string>

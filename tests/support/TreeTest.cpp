@@ -1,9 +1,9 @@
 #include "tests/support/TreeTest.h"
 
 #include "framework/Support.h"
-#include "host/Expansion.h"
-#include "host/OutlineSource.h"
-#include "host/Text.h"
+#include "host/data/Expansion.h"
+#include "host/data/OutlineSource.h"
+#include "host/text/Text.h"
 
 #include <dlfcn.h>
 #include <sstream>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/Clock.h"
+#include "app/replay/Clock.h"
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
-#include "host/Module.h"
-#include "host/SuperCollection.h"
+#include "host/components/Module.h"
+#include "host/data/SuperCollection.h"
 #include "tests/support/HostedTest.h"
 #include "tests/support/Listener.h"
 

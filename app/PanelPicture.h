@@ -1,8 +1,0 @@
-#pragma once
-
-#include "app/Panel.h"
-#include "framework/Types.h"
-
-/// Draws the panel into a rectangle as high as it was fitted to. Its texts are drawn by the host's
-/// text renderer, as the tree's are; without one there are none.
-void DrawPanel(const Panel& panel, UbuntuCanvas& canvas, const CANVASRect& rect);

@@ -1,0 +1,72 @@
+#include "app/commands/Commands.h"
+#include "app/settings/SettingsPage.h"
+#include "app/view/TreeView.h"
+#include "framework/settings/ParameterTable.h"
+#include "host/settings/ParameterText.h"
+
+#include <iomanip>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+/// The framework's interfaces that an object answers.
+std::vector<std::string> InterfacesOf(IUnknown* object) {
+    std::vector<std::string> names;
+    const auto test = [&](const char* name, const IID& iid) {
+        if (Adopt(static_cast<IUnknown*>(QueryObject(object, iid)))) {
+            names.emplace_back(name);
+        }
+    };
+#define TEST_INTERFACE(name) test(#name, IID_##name);
+    FRAMEWORK_INTERFACE_NAMES(TEST_INTERFACE)
+#undef TEST_INTERFACE
+    return names;
+}
+
+void PrintText(const std::vector<std::string>& interfaces, const std::vector<Setting>& settings) {
+    std::cout << "Interfaces\n";
+    for (const std::string& name : interfaces) {
+        std::cout << "  " << name << '\n';
+    }
+    std::cout
+        << "Parameters\n  number  name                   type    flags    range       value\n";
+    for (const auto& [parameter, name, value] : settings) {
+        const std::string range =
+            std::to_string(parameter.m_Min) + ".." + std::to_string(parameter.m_Max);
+        std::cout << "  " << std::left << std::setw(8) << parameter.m_Number << std::setw(22)
+                  << name << ' ' << std::setw(8) << TypeName(parameter.m_Flags) << "0x" << std::hex
+                  << std::setw(7) << parameter.m_Flags << std::dec << std::setw(12) << range
+                  << value << '\n';
+    }
+}
+
+/// A number where JSON has one for the value (it has none for "not a number"), else its text.
+nlohmann::ordered_json JsonValue(const Setting& setting) {
+    const int32_t flags = setting.m_Parameter.m_Flags;
+    const auto number = nlohmann::ordered_json::parse(setting.m_Value, nullptr, false);
+    const bool isNumber = TypeOf(flags) <= PROPTYPE_DOUBLE && !IsColor(flags) && number.is_number();
+    return isNumber ? number : nlohmann::ordered_json(setting.m_Value);
+}
+
+void PrintJson(const std::vector<std::string>& interfaces, const std::vector<Setting>& settings) {
+    nlohmann::ordered_json info;
+    info["interfaces"] = interfaces;
+    info["parameters"] = nlohmann::ordered_json::array();
+    for (const Setting& setting : settings) {
+        const auto& [number, flags, min, max] = setting.m_Parameter;
+        info["parameters"].push_back(
+            {{"number", number}, {"name", setting.m_Name}, {"type", TypeName(flags)},
+                {"flags", flags}, {"min", min}, {"max", max}, {"value", JsonValue(setting)}});
+    }
+    std::cout << info.dump(2) << '\n';
+}
+
+} // namespace
+
+void RunInfo(bool asJson) {
+    const ControlHost host;
+    const auto tree = host.CreateTree();
+    const auto print = asJson ? &PrintJson : &PrintText;
+    print(InterfacesOf(tree.Get()), SettingsPage(tree.Get()).List());
+}

@@ -1,0 +1,66 @@
+#include "app/commands/Commands.h"
+#include "app/settings/Parameters.h"
+#include "app/settings/SettingsFiles.h"
+#include "app/settings/SettingsPage.h"
+#include "app/view/TreeView.h"
+#include "app/window/TreeWindow.h"
+
+#include <iostream>
+
+namespace {
+
+/// Keeps the settings of a control in a document while it is shown.
+class KeptSettings {
+public:
+    /// Loads the document if it is there. Throws DocumentError, also when it could not be saved.
+    KeptSettings(IUITree* control, const std::string& document)
+        : m_Control(control), m_Document(document) {
+        if (!m_Document.empty()) {
+            m_IsThere = LoadIfThere(&LoadDocument, control, document);
+            CheckDocument(document);
+            m_Loaded = Values();
+        }
+    }
+
+    /// Only what was changed here is saved: the document may have been changed elsewhere.
+    void Save() const {
+        if (!m_Document.empty() && (!m_IsThere || m_Loaded != Values())) {
+            SaveDocument(m_Control, m_Document);
+        }
+    }
+
+private:
+    /// Without the scroll position, which changes all the time and is not kept.
+    std::vector<std::string> Values() const {
+        std::vector<std::string> values;
+        for (const Setting& setting : SettingsPage(m_Control).List()) {
+            if (setting.m_Parameter.m_Number != PARAMETER_SCROLLPOS) {
+                values.push_back(setting.m_Value);
+            }
+        }
+        return values;
+    }
+
+    IUITree* m_Control;
+    std::string m_Document; ///< "" for none
+    bool m_IsThere = false;
+    std::vector<std::string> m_Loaded;
+};
+
+} // namespace
+
+void RunWindow(const WindowOptions& options) {
+    const Size size = ParseSize(options.m_Size);
+    const TreeView view(options.m_Path, 0);
+    const KeptSettings settings(view.Control(), options.m_Document);
+    std::ostream silence(nullptr);
+    try {
+        TreeWindow window(view.Control(), "treehost " + options.m_Path, size,
+            options.m_Record ? std::cout : silence);
+        window.Run();
+    } catch (const NoDisplay& error) {
+        throw std::runtime_error(std::string("there is no display: ") + error.what() +
+                                 "; to draw into a file: treehost shot PATH");
+    }
+    settings.Save();
+}

@@ -1,0 +1,50 @@
+#include "app/commands/Commands.h"
+#include "app/settings/Panel.h"
+#include "app/settings/Parameters.h"
+#include "app/settings/SettingsFiles.h"
+#include "app/view/Picture.h"
+#include "app/view/TreeView.h"
+#include "host/data/Expansion.h"
+
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+void OpenRows(const TreeView& view, const std::vector<int32_t>& rows) {
+    for (const int32_t row : rows) {
+        switch (OpenRow(view.Source(), row)) {
+        case OpenResult::kDone:
+            break;
+        case OpenResult::kNoSuchRow:
+            throw UsageError("--open: there is no row " + std::to_string(row));
+        case OpenResult::kNothingBelow:
+            throw UsageError("--open: nothing can be opened in row " + std::to_string(row));
+        }
+    }
+}
+
+} // namespace
+
+void RunShot(const ShotOptions& options) {
+    const Size size = ParseSize(options.m_Size);
+    if (options.m_Out.empty()) {
+        throw UsageError("--out: a file name is missing");
+    }
+    const std::string file = std::filesystem::absolute(options.m_Out).string();
+
+    const TreeView view(options.m_Path, options.m_Depth);
+    if (!options.m_Document.empty()) {
+        LoadDocument(view.Control(), options.m_Document);
+    }
+    OpenRows(view, options.m_Open);
+    view.Control()->Control(PARAMETER_SCROLLPOS, options.m_Scroll);
+
+    std::optional<Panel> panel;
+    if (options.m_Page) {
+        panel.emplace(view.Control());
+    }
+    const auto picture = DrawPicture(view.Control(), size, panel ? &*panel : nullptr);
+    WritePicture(picture.get(), file, options.m_Out);
+    std::cout << options.m_Out << '\n';
+}

@@ -1,0 +1,92 @@
+#include "app/replay/Session.h"
+
+#include "app/input/Keyboard.h"
+#include "app/view/Rows.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int32_t kConnect = 1; ///< any flag but those of Advise that mean something
+
+/// A double click is reported like a secondary press; what it was is known by what was fed.
+bool IsPrimaryRelease(const Input& input) {
+    const auto* pointer = std::get_if<PointerInput>(&input);
+    return pointer && pointer->m_Action == POINTERACTION_RELEASE &&
+           (pointer->m_State & POINTERSTATE_PRIMARY) != 0;
+}
+
+} // namespace
+
+Session::Session(IUITree* tree, Size size, std::ostream& record)
+    : m_Tree(tree), m_Size(size), m_Record(record), m_Log(EventLog::Make(tree)) {
+    if (const auto events = Query<IEventSource>(tree)) {
+        events->Advise(m_Log->Identity(), kConnect);
+    }
+}
+
+Session::~Session() {
+    if (const auto events = Query<IEventSource>(m_Tree)) {
+        events->Advise(m_Log->Identity(), ADVISE_DISCONNECT);
+    }
+}
+
+void Session::Feed(const Input& input) {
+    const int32_t status = std::visit([this](const auto& each) { return Perform(each); }, input);
+    const EventLog::Heard heard = Note(ToText(input), StatusText(status));
+    if (IsPrimaryRelease(input) && heard.m_Reported) {
+        Activate(heard.m_Reported.Get());
+    }
+}
+
+EventLog::Heard Session::Note(const std::string& text, const std::string& result) {
+    EventLog::Heard heard = m_Log->Take();
+    m_Record << text << (result.empty() ? "" : " -> ") << result << '\n';
+    for (const std::string& line : heard.m_Lines) {
+        m_Record << "  " << line << '\n';
+    }
+    m_Record.flush();
+    m_IsChanged |= heard.m_NeedsDrawing;
+    if (heard.m_Action >= 0) {
+        m_ClickToggled = heard.m_Action != NODEACTION_NONE;
+    }
+    return heard;
+}
+
+int32_t Session::Perform(const PointerInput& input) {
+    CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
+    const auto mouse = Query<IUIMouseInput>(m_Tree);
+    return mouse ? mouse->Pointer(input.m_State, input.m_Action, input.m_Keys, input.m_X, input.m_Y,
+                       &rect, nullptr)
+                 : E_NOINTERFACE;
+}
+
+int32_t Session::Perform(const TouchInput& input) {
+    CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
+    const auto touch = Query<IUITouchInput>(m_Tree);
+    return touch ? touch->Touch(0, 0, &rect, input.m_Phase, 0, 0, 0, 0, 0, input.m_PanY, 0, 0)
+                 : E_NOINTERFACE;
+}
+
+int32_t Session::Perform(const KeyInput& input) {
+    // Rows may have come since the last drawing: this tells the scroll bar of them.
+    CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
+    SmartPtr<IUnknown> unused;
+    m_Tree->HitTest(0, 0, &rect, unused.Receive());
+    return PressKey(m_Tree, input.m_Key, RowsShown());
+}
+
+void Session::Activate(IUnknown* node) {
+    const int32_t row = RowOfNode(m_Tree, node).m_Number;
+    const int32_t status = GoToRow(m_Tree, row, RowsShown());
+    if (!m_ClickToggled) {
+        ToggleRow(m_Tree, row);
+    }
+    Note("activate " + std::to_string(row), StatusText(status));
+}
+
+int32_t Session::RowsShown() const {
+    int32_t rowHeight = 0;
+    m_Tree->GetElementSize(nullptr, &rowHeight);
+    return rowHeight > 0 ? std::max(m_Size.m_Height / rowHeight, 1) : 1;
+}

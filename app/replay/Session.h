@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/input/Input.h"
+#include "app/replay/EventLog.h"
+#include "app/view/Picture.h"
+
+#include <ostream>
+
+/// A control in use: hands input on to it, listens to it, writes the record, and does what a host
+/// does about a double click, which selects the row and opens or closes it unless the click before
+/// has done that already.
+///
+/// The record has one line for everything done to the control with the status that it returned, and
+/// indented below it a line for every event that this fired:
+///
+///     release 40 11 -> 0
+///       UIItemChanged
+///       NodeSelect container=root state=1 index=0 action=opened node="Fruit"
+class Session {
+public:
+    /// The control's rectangle begins at 0, 0. `tree` and `record` outlive the session.
+    Session(IUITree* tree, Size size, std::ostream& record);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    IUITree* Tree() const { return m_Tree; }
+    Size GetSize() const { return m_Size; }
+    void Resize(Size size) { m_Size = size; }
+
+    void Feed(const Input& input);
+
+    /// Records something that was done to the control, with its result, and what was heard of it.
+    EventLog::Heard Note(const std::string& text, const std::string& result);
+
+    /// Whether the control changed since the last time it was asked for.
+    bool TakeChanged() { return std::exchange(m_IsChanged, false); }
+
+private:
+    int32_t Perform(const PointerInput& input);
+    int32_t Perform(const TouchInput& input);
+    int32_t Perform(const KeyInput& input);
+    void Activate(IUnknown* node);
+    int32_t RowsShown() const;
+
+    IUITree* m_Tree;
+    Size m_Size;
+    std::ostream& m_Record;
+    SmartPtr<EventLog> m_Log;
+    bool m_IsChanged = true;     ///< a new control was never drawn
+    bool m_ClickToggled = false; ///< the last click opened or closed its row
+};

@@ -1,0 +1,83 @@
+#include "app/view/Rows.h"
+
+#include "host/data/Expansion.h"
+
+namespace {
+
+/// The first row that a test accepts.
+template <class Test>
+Row FindRow(IUITree* tree, const Test& test) {
+    Row found;
+    const auto root = RootOf(tree);
+    if (!root) {
+        return found;
+    }
+    int32_t number = 0;
+    VisitRows(root.Get(), [&](ISuperCollection* collection, int32_t index, int32_t flags) {
+        const Row row{number++, SmartPtr(collection), index, flags};
+        if (test(row)) {
+            found = row;
+        }
+        return !found.IsFound();
+    });
+    return found;
+}
+
+SmartPtr<IUnknown> NodeOf(const Row& row) {
+    SmartPtr<IUnknown> node;
+    row.m_Collection->GetItem(row.m_Index, node.Receive());
+    return node;
+}
+
+SmartPtr<ISuperCollection> CollectionBelow(const Row& row) {
+    return CollectionBelow(row.m_Collection.Get(), row.m_Index);
+}
+
+} // namespace
+
+SmartPtr<ISuperCollection> RootOf(IUITree* tree) {
+    SmartPtr<IUnknown> root;
+    tree->get_Collection(root.Receive());
+    return Query<ISuperCollection>(root.Get());
+}
+
+int32_t CountRows(IUITree* tree) {
+    int32_t rows = 0;
+    tree->GetContainerSize(nullptr, &rows, nullptr);
+    return rows;
+}
+
+Row RowAt(IUITree* tree, int32_t number) {
+    return FindRow(tree, [&](const Row& row) { return row.m_Number == number; });
+}
+
+Row RowOfNode(IUITree* tree, IUnknown* node) {
+    return node ? FindRow(tree, [&](const Row& row) { return NodeOf(row) == node; }) : Row{};
+}
+
+Row RowOfCollection(IUITree* tree, IUnknown* collection) {
+    return FindRow(tree, [&](const Row& row) {
+        const auto below = CollectionBelow(row);
+        return below && IsSameObject(below.Get(), collection);
+    });
+}
+
+Row SelectedRow(IUITree* tree) {
+    SmartPtr<IUnknown> collection;
+    const int32_t index = tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
+    return FindRow(tree, [&](const Row& row) {
+        return row.m_Index == index && IsSameObject(row.m_Collection.Get(), collection.Get());
+    });
+}
+
+Row ParentRow(IUITree* tree, const Row& row) {
+    Row parent;
+    FindRow(tree, [&](const Row& above) {
+        const auto below = CollectionBelow(above);
+        if (above.m_Number < row.m_Number && IsSameObject(below.Get(), row.m_Collection.Get())) {
+            parent = above;
+        }
+        return above.m_Number >= row.m_Number;
+    });
+    return parent;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "framework/interfaces/CollectionInterfaces.h"
+#include "framework/interfaces/TreeInterfaces.h"
+#include "framework/runtime/SmartPtr.h"
+
+/// A visible row of a control, and where its node is kept. A row that was not found has a negative
+/// number and no collection.
+struct Row {
+    int32_t m_Number = -1;
+    SmartPtr<ISuperCollection> m_Collection = {};
+    int32_t m_Index = 0;
+    int32_t m_Flags = 0;
+
+    bool IsFound() const { return m_Number >= 0; }
+};
+
+/// The collection that a control shows; empty when it has none.
+SmartPtr<ISuperCollection> RootOf(IUITree* tree);
+int32_t CountRows(IUITree* tree);
+
+Row RowAt(IUITree* tree, int32_t number);
+/// The first row that shows this node.
+Row RowOfNode(IUITree* tree, IUnknown* node);
+/// The first row whose node is, or stands for, this collection.
+Row RowOfCollection(IUITree* tree, IUnknown* collection);
+/// The row of the selected node. None while that is hidden.
+Row SelectedRow(IUITree* tree);
+/// The row above under which `row` is indented.
+Row ParentRow(IUITree* tree, const Row& row);

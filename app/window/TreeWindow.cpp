@@ -1,0 +1,129 @@
+#include "app/window/TreeWindow.h"
+
+#include <SDL.h>
+
+void TreeWindow::Run() {
+    while (!m_IsClosed) {
+        Update();
+        SDL_Event event;
+        if (SDL_WaitEvent(&event) == 0) {
+            throw std::runtime_error(std::string("no more events: ") + SDL_GetError());
+        }
+        do {
+            Handle(event);
+        } while (SDL_PollEvent(&event) != 0);
+    }
+}
+
+void TreeWindow::Handle(const SDL_Event& event) {
+    m_IsClosed |= event.type == SDL_QUIT;
+    m_IsExposed |= event.type == SDL_WINDOWEVENT;
+    if (HandleKey(event) || HandlePanelFinger(event)) {
+        return;
+    }
+    for (const Input& input : m_Input.Translate(event, m_Window.GetSize())) {
+        if (!HandlePanelPointer(input)) {
+            m_Session.Feed(input);
+        }
+    }
+}
+
+bool TreeWindow::HandleKey(const SDL_Event& event) {
+    const bool isKey = event.type == SDL_KEYDOWN;
+    const SDL_Keycode code = isKey ? event.key.keysym.sym : SDLK_UNKNOWN;
+    const bool isSwitch = code == SDLK_ESCAPE || code == SDLK_F2;
+    if (isSwitch && event.key.repeat != 0) {
+        return true; // one key held down does not close the panel and then the window
+    }
+    if (m_Panel) {
+        return HandlePanelKey(event);
+    }
+    if (code == SDLK_F2) {
+        OpenPanel();
+    }
+    m_IsClosed |= code == SDLK_ESCAPE;
+    return isSwitch;
+}
+
+bool TreeWindow::HandlePanelKey(const SDL_Event& event) {
+    if (event.type == SDL_TEXTINPUT) {
+        m_Panel->Type(event.text.text);
+    } else if (event.type != SDL_KEYDOWN) {
+        return false;
+    } else if (const auto key = PanelKeyOf(event.key.keysym.sym)) {
+        m_Panel->Press(*key);
+    }
+    m_IsPanelChanged = true;
+    if (m_Panel->IsClosed()) {
+        ClosePanel();
+    }
+    return true;
+}
+
+/// A finger that goes down on the panel is a click there, and no pan of the tree.
+bool TreeWindow::HandlePanelFinger(const SDL_Event& event) {
+    const Size size = m_Window.GetSize();
+    if (event.type != SDL_FINGERDOWN || !IsOnPanel(double(event.tfinger.x) * size.m_Width)) {
+        return false;
+    }
+    m_Panel->Click(double(event.tfinger.y) * size.m_Height);
+    m_IsPanelChanged = true;
+    return true;
+}
+
+/// While a button is held, the pointer belongs to where it went down.
+bool TreeWindow::HandlePanelPointer(const Input& input) {
+    const auto* pointer = std::get_if<PointerInput>(&input);
+    if (!pointer) {
+        return false;
+    }
+    const bool isOnPanel = IsOnPanel(pointer->m_X);
+    if (pointer->m_Action == POINTERACTION_PRESS) {
+        m_IsPanelPressed = isOnPanel;
+        m_IsPanelChanged |= isOnPanel;
+        if (isOnPanel) {
+            m_Panel->Click(pointer->m_Y);
+        }
+    }
+    const bool isHeld = (pointer->m_State & (POINTERSTATE_PRIMARY | POINTERSTATE_SECONDARY)) != 0;
+    return isHeld ? m_IsPanelPressed : isOnPanel;
+}
+
+void TreeWindow::OpenPanel() {
+    m_Panel.emplace(m_Session.Tree(), [this](const std::string& text, int32_t status) {
+        m_Session.Note(text, StatusText(status));
+    });
+    m_IsPanelChanged = true;
+    SDL_StartTextInput();
+}
+
+void TreeWindow::ClosePanel() {
+    m_Panel.reset();
+    SDL_StopTextInput();
+}
+
+bool TreeWindow::IsOnPanel(double x) const {
+    return m_Panel && x >= TreeSize().m_Width;
+}
+
+Size TreeWindow::TreeSize() const {
+    const Size size = m_Window.GetSize();
+    return {size.m_Width - (m_Panel ? Panel::WidthIn(size.m_Width) : 0), size.m_Height};
+}
+
+/// Draws only what changed, and shows it again when the window asks for that.
+void TreeWindow::Update() {
+    const Size size = m_Window.GetSize();
+    m_Session.Resize(TreeSize());
+    const bool isTreeChanged = m_Session.TakeChanged();
+    const bool isDrawn = isTreeChanged || m_IsPanelChanged || size != m_Drawn;
+    if (isDrawn) {
+        m_Picture = DrawPicture(m_Session.Tree(), size, m_Panel ? &*m_Panel : nullptr);
+        m_Drawn = size;
+    }
+    if (isDrawn || m_IsExposed) {
+        m_Window.Show(m_Picture.get());
+    }
+    m_IsPanelChanged = false;
+    m_IsExposed = false;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/replay/Session.h"
+#include "app/settings/Panel.h"
+#include "app/window/Window.h"
+#include "app/window/WindowInput.h"
+
+/// A window with a control in it, and with the control's settings beside it when they are wanted.
+class TreeWindow {
+public:
+    /// `tree` and `record` outlive the window. Throws NoDisplay.
+    TreeWindow(IUITree* tree, const std::string& title, Size size, std::ostream& record)
+        : m_Window(title, size), m_Session(tree, m_Window.GetSize(), record) {}
+
+    /// Returns when the user ends it.
+    void Run();
+
+private:
+    void Handle(const SDL_Event& event);
+    /// True when the event is for the panel, or opens it, or ends the program.
+    bool HandleKey(const SDL_Event& event);
+    bool HandlePanelKey(const SDL_Event& event);
+    bool HandlePanelFinger(const SDL_Event& event);
+    bool HandlePanelPointer(const Input& input);
+    void OpenPanel();
+    void ClosePanel();
+    bool IsOnPanel(double x) const;
+    Size TreeSize() const;
+    void Update();
+
+    Window m_Window;
+    Session m_Session;
+    WindowInput m_Input;
+    std::optional<Panel> m_Panel;
+    SurfacePtr m_Picture;
+    Size m_Drawn;                  ///< the size of the picture
+    bool m_IsPanelPressed = false; ///< the button that is held went down on the panel
+    bool m_IsPanelChanged = false;
+    bool m_IsExposed = false;
+    bool m_IsClosed = false;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/input/Finger.h"
+#include "app/input/Wheel.h"
+#include "app/settings/Panel.h"
+#include "app/view/Picture.h"
+
+union SDL_Event;
+
+/// What a key, by its code, means to the panel.
+std::optional<PanelKey> PanelKeyOf(int32_t code);
+
+/// Makes input for the control of the window system's events.
+class WindowInput {
+public:
+    /// `size` is the window's. Empty for events that are no input.
+    std::vector<Input> Translate(const SDL_Event& event, Size size);
+
+private:
+    std::vector<Input> TranslateWheel(const SDL_Event& event);
+    std::vector<Input> TranslateFinger(const SDL_Event& event, Size size);
+
+    Wheel m_Wheel;
+    Finger m_Finger;
+};

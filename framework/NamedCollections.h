@@ -1,9 +1,0 @@
-#pragma once
-
-#include "framework/CollectionInterfaces.h"
-
-struct BASEObject {
-    /// A new, empty collection of the component registered as "SuperCollection", with one
-    /// reference; null when there is none. The registration is looked up once.
-    [[nodiscard]] static ISuperCollection* CreateNamedCollection();
-};

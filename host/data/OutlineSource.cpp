@@ -1,0 +1,95 @@
+#include "host/data/OutlineSource.h"
+
+#include "host/data/SuperCollection.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr size_t kTabWidth = 8;
+
+/// A line without lines below it.
+class OutlineLeaf final : public HostObject<OutlineLeaf, IUnknown> {
+public:
+    static constexpr const char* kKind = "OutlineLeaf";
+};
+
+class OutlineBranch final : public HostObject<OutlineBranch, SuperCollectionBase> {
+public:
+    static constexpr const char* kKind = "OutlineBranch";
+
+    bool IsEmpty() { return Entries().empty(); }
+    void AppendLeaf(std::string_view label) {
+        Append(std::string(label), OutlineLeaf::Make().Get());
+    }
+    void ReplaceLast(IUnknown* item) { Entries().back().m_Item = item; }
+};
+
+/// Columns in front of the text, and the text.
+struct Line {
+    size_t m_Indent = 0;
+    std::string_view m_Label;
+};
+
+Line Parse(std::string_view text) {
+    Line line;
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
+        line.m_Indent += text.front() == ' ' ? 1 : kTabWidth - line.m_Indent % kTabWidth;
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r')) {
+        text.remove_suffix(1);
+    }
+    line.m_Label = text;
+    return line;
+}
+
+/// The road from the first level down to the line read last.
+class OutlineBuilder {
+public:
+    void Add(const Line& line) {
+        while (m_Open.size() > 1 && m_Open.back().m_Indent > line.m_Indent) {
+            m_Open.pop_back();
+        }
+        Level& level = m_Open.back();
+        if (line.m_Indent <= level.m_Indent || level.m_Branch->IsEmpty()) {
+            level.m_Indent = line.m_Indent;
+            level.m_Branch->AppendLeaf(line.m_Label);
+            level.m_LastBranch.Reset();
+            return;
+        }
+        if (!level.m_LastBranch) {
+            level.m_LastBranch = OutlineBranch::Make();
+            level.m_Branch->ReplaceLast(level.m_LastBranch->Identity());
+        }
+        level.m_LastBranch->AppendLeaf(line.m_Label);
+        m_Open.push_back({line.m_Indent, level.m_LastBranch, {}});
+    }
+
+    OutlineBranch* Root() const { return m_Open.front().m_Branch.Get(); }
+
+private:
+    struct Level {
+        size_t m_Indent;
+        SmartPtr<OutlineBranch> m_Branch;
+        SmartPtr<OutlineBranch> m_LastBranch; ///< below the last line; null while that is a leaf
+    };
+
+    std::vector<Level> m_Open{{0, OutlineBranch::Make(), {}}};
+};
+
+} // namespace
+
+SmartPtr<ISuperCollection> ReadOutline(std::istream& input) {
+    OutlineBuilder outline;
+    std::string text;
+    while (std::getline(input, text)) {
+        const Line line = Parse(text);
+        if (!line.m_Label.empty()) {
+            outline.Add(line);
+        }
+    }
+    return SmartPtr<ISuperCollection>(outline.Root());
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "framework/interfaces/CollectionInterfaces.h"
+#include "host/components/HostObject.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Implements ISuperCollection over a list of entries, for the component "SuperCollection" and for
+/// the data sources. A collection may be shared, and may contain itself (its owner then has to
+/// break that cycle with RemoveAll).
+class SuperCollectionBase : public ISuperCollection {
+public:
+    using Interface = ISuperCollection;
+
+    SuperCollectionBase(const SuperCollectionBase&) = delete;
+    SuperCollectionBase& operator=(const SuperCollectionBase&) = delete;
+
+    int32_t GetCount(int32_t* count) override;
+    int32_t GetItem(int32_t index, IUnknown** item) override;
+    int32_t GetItemName(int32_t index, IString** name) override;
+    int32_t GetItemData(int32_t index, IUnknown** data) override;
+    int32_t GetItemFlags(int32_t index, int32_t* flags) override;
+    int32_t SetItemFlags(int32_t index, int32_t flags) override;
+    int32_t AddEntry(IString* name, IString* component, IString* owner, int32_t) override;
+    int32_t InsertItem(int32_t index, int32_t, IUnknown* item, int32_t, int32_t) override;
+    int32_t RemoveAll() override {
+        Clear();
+        return S_OK;
+    }
+
+    struct Entry {
+        std::optional<std::string> m_Name; ///< UTF-8, may be ill-formed; nothing: no name
+        SmartPtr<IUnknown> m_Item;
+        SmartPtr<IUnknown> m_Data;
+        int32_t m_Flags = 0;
+    };
+
+    /// Appends an entry. Throws when memory runs out.
+    void Append(Entry entry) { m_Entries.push_back(std::move(entry)); }
+    /// The same for a named item.
+    void Append(std::string name, IUnknown* item);
+
+protected:
+    SuperCollectionBase() = default;
+    ~SuperCollectionBase() { Clear(); }
+
+    std::vector<Entry>& Entries() { return m_Entries; }
+
+private:
+    Entry* Find(int32_t index);
+    void Clear();
+
+    std::vector<Entry> m_Entries;
+};
+
+/// The component "SuperCollection".
+class SuperCollection final : public HostObject<SuperCollection, SuperCollectionBase> {
+public:
+    static constexpr const char* kKind = "SuperCollection";
+};

@@ -1,0 +1,19 @@
+#include "host/drawing/Cairo.h"
+
+void SetSourceColor(cairo_t* context, int32_t rgb) {
+    const auto part = [rgb](int shift) { return (rgb >> shift & 0xFF) / 255.0; };
+    cairo_set_source_rgb(context, part(16), part(8), part(0));
+}
+
+void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb) {
+    SetSourceColor(context, rgb);
+    cairo_rectangle(context, rect.left, rect.top, rect.width, rect.height);
+    cairo_fill(context);
+}
+
+bool CanDraw(const UbuntuCanvas* canvas, const CANVASRect* rect) {
+    const auto isPlace = [](int32_t value) { return value > -kFarthest && value < kFarthest; };
+    const auto isSide = [](int32_t value) { return value > 0 && value < kFarthest; };
+    return canvas && canvas->m_Context && rect && isPlace(rect->left) && isPlace(rect->top) &&
+           isSide(rect->width) && isSide(rect->height);
+}

@@ -1,0 +1,83 @@
+#include "host/drawing/ScrollBar.h"
+
+#include "host/drawing/Cairo.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int64_t kMinThumbHeight = 12; // pixels
+constexpr int32_t kThumbMargin = 4;     // pixels left and right of the thumb
+constexpr int32_t kTrackColor = 0xF2F2F2;
+constexpr int32_t kThumbColor = 0xBDBDBD;
+
+} // namespace
+
+int32_t ScrollBar::GetPos(int32_t* pos) {
+    if (!pos) {
+        return E_POINTER;
+    }
+    *pos = m_Pos;
+    return S_OK;
+}
+
+int32_t ScrollBar::SetPos(int32_t pos) {
+    m_Pos = std::clamp(pos, m_Min, m_Max);
+    return S_OK;
+}
+
+int32_t ScrollBar::SetRange(int32_t min, int32_t max) {
+    m_Min = min;
+    m_Max = std::max(min, max);
+    return SetPos(m_Pos);
+}
+
+int32_t ScrollBar::Configure(int32_t what, int32_t value) {
+    if (what != SCROLLBAR_WIDTH || value < 0) {
+        return E_INVALIDARG;
+    }
+    m_Width = value;
+    return S_OK;
+}
+
+int32_t ScrollBar::Layout(CANVASRect* area, CANVASRect* bar, CANVASRect* client) {
+    if (!area || area->width < 0 || area->height < 0) {
+        return E_FAIL;
+    }
+    const CANVASRect whole = *area; // an output may be the same rectangle
+    const bool shown = RowCount() > RowsIn(whole.height);
+    const int32_t width = shown ? std::min(m_Width, whole.width) : 0;
+    const int32_t rest = whole.width - width;
+    if (bar) {
+        const auto left =
+            static_cast<int32_t>(std::min<int64_t>(int64_t{whole.left} + rest, INT32_MAX));
+        *bar = shown ? CANVASRect{left, whole.top, width, whole.height} : CANVASRect{};
+    }
+    if (client) {
+        *client = {whole.left, whole.top, rest, whole.height};
+    }
+    return shown ? S_OK : S_FALSE;
+}
+
+int32_t ScrollBar::Render(
+    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
+    if (!CanDraw(canvas, rect)) {
+        return S_OK;
+    }
+    const CairoState state(canvas->m_Context);
+    cairo_new_path(canvas->m_Context);
+    FillRect(canvas->m_Context, *rect, kTrackColor);
+    FillRect(canvas->m_Context, ThumbRect(*rect), kThumbColor);
+    return S_OK;
+}
+
+CANVASRect ScrollBar::ThumbRect(const CANVASRect& track) const {
+    const int64_t proportional = track.height * RowsIn(track.height) / RowCount();
+    const int64_t smallest = std::min<int64_t>(kMinThumbHeight, track.height);
+    const int64_t height = std::clamp<int64_t>(proportional, smallest, track.height);
+    const int64_t steps = std::max<int64_t>(RowCount() - 1, 1);
+    const int64_t offset = (track.height - height) * (int64_t{m_Pos} - m_Min) / steps;
+    const int32_t margin = track.width > 3 * kThumbMargin ? kThumbMargin : 0;
+    return {track.left + margin, static_cast<int32_t>(track.top + offset), track.width - 2 * margin,
+        static_cast<int32_t>(height)};
+}

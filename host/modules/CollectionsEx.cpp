@@ -1,0 +1,11 @@
+// The module "CollectionsEx": the component registry and its descriptions.
+
+#include "host/components/ComponentRegistry.h"
+#include "host/components/ComponentString.h"
+#include "host/modules/ModuleFactory.h"
+
+extern "C" MODULE_EXPORT int32_t CreateFunction(tagREFString name, void** creator) {
+    return FindCreator({{L"GlobalComponentCollection", &ComponentRegistry::Share},
+                           {L"ComponentString", &CreatorOf<ComponentString>}},
+        name, creator);
+}

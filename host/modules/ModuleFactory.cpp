@@ -1,0 +1,22 @@
+#include "host/modules/ModuleFactory.h"
+
+#include "host/components/ObjectCount.h"
+#include "host/text/Text.h"
+
+int32_t FindCreator(
+    std::initializer_list<ModuleComponent> components, tagREFString name, void** creator) {
+    if (!creator) {
+        return E_POINTER;
+    }
+    for (const ModuleComponent& component : components) {
+        if (SameText(Refer(std::wstring_view(component.m_Name)), name)) {
+            *creator = reinterpret_cast<void*>(component.m_Creator);
+            return S_OK;
+        }
+    }
+    return E_FAIL;
+}
+
+void ReportLiveObjects(ObjectCountVisitor visitor, void* context) {
+    VisitObjectCounts(visitor, context);
+}

@@ -1,0 +1,123 @@
+#include "host/settings/XmlFile.h"
+
+#include "framework/support/REFString.h"
+#include "host/settings/Files.h"
+
+#include <algorithm>
+#include <cwctype>
+
+namespace {
+
+bool IsElementName(std::wstring_view name) {
+    return !name.empty() && std::none_of(name.begin(), name.end(), [](wchar_t character) {
+        return std::wstring_view(L"<>/").find(character) != std::wstring_view::npos ||
+               std::iswspace(static_cast<wint_t>(character)) ||
+               std::iswcntrl(static_cast<wint_t>(character));
+    });
+}
+
+/// Where a mark ends; 0 when there is none.
+size_t EndOf(std::wstring_view text, std::wstring_view mark) {
+    const size_t start = text.find(mark);
+    return start == std::wstring_view::npos ? 0 : start + mark.size();
+}
+
+/// The length of the element, declaration or comment that a text begins with; 0 when it begins with
+/// anything else, an element in which there are others included.
+size_t ItemLength(std::wstring_view text) {
+    if (text.starts_with(L"<?") || text.starts_with(L"<!--")) {
+        return EndOf(text, text[1] == L'?' ? L"?>" : L"-->");
+    }
+    const std::wstring_view tag = text.substr(0, EndOf(text, L">"));
+    if (!tag.starts_with(L'<')) {
+        return 0;
+    }
+    const std::wstring_view name = tag.substr(1, tag.find_first_of(L" \t\r\n>") - 1);
+    const std::wstring end = L"</" + std::wstring(name) + L">";
+    const size_t content = std::min(text.find(L"</", tag.size()), text.size());
+    const bool isClosed = IsElementName(name) && text.substr(content).starts_with(end);
+    return isClosed ? content + end.size() : 0;
+}
+
+/// Whether a text is nothing but elements side by side: what would not survive a save is no file of
+/// settings.
+bool IsSettings(std::wstring_view text) {
+    while (true) {
+        text.remove_prefix(std::min(text.find_first_not_of(L" \t\r\n"), text.size()));
+        const size_t length = ItemLength(text);
+        if (length == 0) {
+            return text.empty();
+        }
+        text.remove_prefix(length);
+    }
+}
+
+std::string Read(const std::string& file) {
+    std::ifstream stream = OpenFile("load", file);
+    const std::streamoff size = stream.seekg(0, std::ios::end).tellg();
+    if (size > static_cast<std::streamoff>(XMLFILE_LARGEST)) {
+        throw DocumentError("load", file, "it is too large");
+    }
+    std::string bytes(static_cast<size_t>(std::max<std::streamoff>(size, 0)), '\0');
+    if (!stream.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+        throw DocumentError("load", file, "it cannot be read");
+    }
+    return bytes;
+}
+
+} // namespace
+
+SmartPtr<XmlFile> XmlFile::Load(const std::string& file) {
+    const std::string bytes = Read(file);
+    auto stream = Make();
+    stream->m_Text = ToWide(bytes);
+    if (ToUtf8(Refer(stream->m_Text)) != bytes) {
+        throw DocumentError("load", file, "it is no UTF-8 text");
+    }
+    if (!IsSettings(stream->m_Text)) {
+        throw DocumentError("load", file, "it is no file of settings");
+    }
+    return stream;
+}
+
+int32_t XmlFile::WriteElement(IString* name, int32_t /*mode*/, IString* value, int32_t /*flags*/) {
+    if (!value) {
+        return E_POINTER;
+    }
+    const int32_t status = Guarded([&] {
+        const std::wstring tag(ViewOf(Refer(name)));
+        const std::wstring_view content = ViewOf(Refer(value));
+        if (!IsElementName(tag) || content.find(L"</") != std::wstring_view::npos) {
+            return E_INVALIDARG;
+        }
+        std::wstring element = L"<" + tag + L">";
+        m_Text += element.append(content) + L"</" + tag + L">\n";
+        return S_OK;
+    });
+    m_IsIncomplete |= status < 0;
+    return status;
+}
+
+int32_t XmlFile::GetString(wchar_t** text, int32_t* length) {
+    if (text) {
+        *text = m_Text.data();
+    }
+    if (length) {
+        *length = static_cast<int32_t>(m_Text.size());
+    }
+    return text && length ? S_OK : E_POINTER;
+}
+
+void XmlFile::Commit(const std::string& file) const {
+    if (m_IsIncomplete) {
+        throw DocumentError("save", file, "a setting cannot be written as an element");
+    }
+    if (m_Text.empty()) {
+        throw DocumentError("save", file, "no setting has a name");
+    }
+    const std::string bytes = ToUtf8(Refer(m_Text));
+    if (bytes.size() > XMLFILE_LARGEST) {
+        throw DocumentError("save", file, "it would be too large");
+    }
+    ReplaceFile(file, bytes);
+}

@@ -1,0 +1,122 @@
+#include "host/text/Text.h"
+
+#include "framework/support/REFString.h"
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kLastCodePoint = 0x10FFFF;
+
+bool IsSurrogate(char32_t character) {
+    return character >= 0xD800 && character <= 0xDFFF;
+}
+
+bool IsControl(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character <= 0x9F);
+}
+
+/// How many bytes the character with this first byte has; 0 when none begins with it.
+size_t LengthFrom(unsigned char first) {
+    if (first < 0x80) {
+        return 1;
+    }
+    if (first >= 0xC2 && first <= 0xDF) {
+        return 2;
+    }
+    if (first >= 0xE0 && first <= 0xEF) {
+        return 3;
+    }
+    return first >= 0xF0 && first <= 0xF4 ? 4 : 0;
+}
+
+bool IsInRange(char32_t character, size_t length) {
+    constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    return character >= kSmallest[length] && character <= kLastCodePoint && !IsSurrogate(character);
+}
+
+/// Takes one character off the front; an ill-formed one takes a single byte with it.
+char32_t TakeCharacter(std::string_view& utf8) {
+    const auto first = static_cast<unsigned char>(utf8.front());
+    const size_t length = LengthFrom(first);
+    char32_t character = length < 2 ? first : first & (0x7FU >> length);
+    bool wellFormed = length > 0 && length <= utf8.size();
+    for (size_t i = 1; wellFormed && i < length; ++i) {
+        const auto next = static_cast<unsigned char>(utf8[i]);
+        wellFormed = (next & 0xC0U) == 0x80;
+        character = character << 6 | (next & 0x3FU);
+    }
+    wellFormed = wellFormed && IsInRange(character, length);
+    utf8.remove_prefix(wellFormed ? length : 1);
+    return wellFormed ? character : kReplacement;
+}
+
+void AppendByte(std::string& utf8, char32_t byte) {
+    utf8.push_back(static_cast<char>(byte));
+}
+
+void AppendCharacter(std::string& utf8, char32_t character) {
+    if (character < 0x80) {
+        AppendByte(utf8, character);
+        return;
+    }
+    if (character < 0x800) {
+        AppendByte(utf8, 0xC0 | character >> 6);
+    } else {
+        if (character < 0x10000) {
+            AppendByte(utf8, 0xE0 | character >> 12);
+        } else {
+            AppendByte(utf8, 0xF0 | character >> 18);
+            AppendByte(utf8, 0x80 | (character >> 12 & 0x3F));
+        }
+        AppendByte(utf8, 0x80 | (character >> 6 & 0x3F));
+    }
+    AppendByte(utf8, 0x80 | (character & 0x3F));
+}
+
+std::string Encode(tagREFString text, bool replaceControls) {
+    std::string utf8;
+    utf8.reserve(ViewOf(text).size());
+    for (const wchar_t wide : ViewOf(text)) {
+        const auto character = static_cast<char32_t>(wide);
+        const bool illFormed = character > kLastCodePoint || IsSurrogate(character) ||
+                               (replaceControls && IsControl(character));
+        AppendCharacter(utf8, illFormed ? kReplacement : character);
+    }
+    return utf8;
+}
+
+} // namespace
+
+std::wstring ToWide(std::string_view utf8) {
+    std::wstring text;
+    text.reserve(utf8.size());
+    while (!utf8.empty()) {
+        text.push_back(static_cast<wchar_t>(TakeCharacter(utf8)));
+    }
+    return text;
+}
+
+std::string ToUtf8(tagREFString text) {
+    return Encode(text, false);
+}
+
+std::string ToPrintable(tagREFString text) {
+    return Encode(text, true);
+}
+
+tagREFString Refer(std::wstring_view text) {
+    return {static_cast<int32_t>(text.size()), text.data()};
+}
+
+tagREFString Refer(IString* text) {
+    wchar_t* characters = nullptr;
+    int32_t length = 0;
+    if (!text || text->GetString(&characters, &length) < 0) {
+        return {0, nullptr};
+    }
+    return {length, characters};
+}
+
+bool SameText(tagREFString first, tagREFString second) {
+    return ViewOf(first) == ViewOf(second);
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "framework/interfaces/TextInterfaces.h"
+
+#include <string>
+#include <string_view>
+
+// Texts are wide characters, one per code point, towards the framework, and UTF-8 inside the host
+// and towards the system. What is ill-formed on either side becomes U+FFFD, the replacement
+// character.
+
+std::wstring ToWide(std::string_view utf8);
+std::string ToUtf8(tagREFString text);
+/// UTF-8 fit to be shown on one line: control characters are replaced too.
+std::string ToPrintable(tagREFString text);
+
+/// A reference to the characters of `text`, which must outlive it.
+tagREFString Refer(std::wstring_view text);
+/// A reference to the characters of a host string, valid as long as the string stays unchanged;
+/// empty for null.
+tagREFString Refer(IString* text);
+
+/// Whether both refer to the same characters.
+bool SameText(tagREFString first, tagREFString second);

@@ -1,0 +1,62 @@
+#include "app/replay/Session.h"
+#include "app/input/Keyboard.h"
+#include "app/settings/Parameters.h"
+#include "tests/support/TreeTest.h"
+
+#include <sstream>
+
+// The host's own part in using a control: the keys.
+
+namespace {
+
+constexpr Size kFourRows{200, 4 * 22};
+
+using SessionTest = TreeTest;
+
+} // namespace
+
+TEST_F(SessionTest, KeysWalkThroughTheTreeAndOpenIt) {
+    using enum Key;
+    const std::tuple<Key, const char*, const char*> steps[] = {
+        {kDown, "B", "A B C"}, // the first row shown
+        {kUp, "A", "A B C"}, {kUp, "A", "A B C"}, {kEnd, "C", "A B C"}, {kHome, "A", "A B C"},
+        {kRight, "A", "A a1 a2 B C"}, {kRight, "a1", "A a1 a2 B C"},
+        {kRight, "a1", "A a1 aa a2 B C"}, {kRight, "aa", "A a1 aa a2 B C"},
+        {kRight, "aa", "A a1 aa a2 B C"}, {kLeft, "a1", "A a1 aa a2 B C"},
+        {kHome, "A", "A a1 aa a2 B C"}, {kLeft, "A", "A B C"}, {kLeft, "A", "A B C"},
+        {kRight, "A", "A a1 aa a2 B C"}, // what was open below is again
+        {kEnter, "A", "A B C"}, {kDown, "B", "A B C"}, {kEnter, "B", "A B C"}};
+    Bind("A\n a1\n  aa\n a2\nB\nC\n c1");
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    DrawPicture(m_Tree.Get(), kFourRows); // the control learns the indentation
+    const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
+    m_Tree->Control(PARAMETER_SCROLLPOS, 1);
+    for (const auto& [key, selected, rows] : steps) {
+        EXPECT_EQ(press(key), selected) << rows;
+        EXPECT_EQ(Rows(), rows) << selected;
+    }
+    SetFlags("A", Flags("A") | NODE_SELECTED);
+    press(kEnd);
+    EXPECT_EQ(Flags("A") & NODE_SELECTED, 0) << "a key selects one row";
+}
+
+TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
+    using enum Key;
+    const std::tuple<Key, const char*, int> steps[] = {{kPageDown, "0", 0}, {kPageDown, "4", 1},
+        {kEnd, "9", 6}, {kPageUp, "5", 5}, {kPageUp, "1", 1}, {kPageUp, "0", 0}};
+    Bind("0\n1\n2\n3\n4\n5\n6\n7\n8\n9");
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    DrawPicture(m_Tree.Get(), kFourRows); // the control learns the indentation
+    const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
+    for (const auto& [key, selected, firstRow] : steps) {
+        EXPECT_EQ(press(key), selected);
+        EXPECT_EQ(Value(PARAMETER_SCROLLPOS), firstRow) << selected;
+    }
+    m_Tree->Control(PARAMETER_SCROLLPOS, 9);
+    EXPECT_EQ(press(kHome), "0") << "selected, but out of view";
+    EXPECT_EQ(Value(PARAMETER_SCROLLPOS), 0);
+    m_Tree->Control(4, 0); // no row height
+    EXPECT_EQ(press(kPageDown), "1");
+}

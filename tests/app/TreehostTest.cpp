@@ -1,0 +1,180 @@
+#include "tests/support/HostTest.h"
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr const char* kOutline = "A\n  a1\n  a2\nB\n  b\n    bb\n";
+
+struct Outcome {
+    int m_Status;
+    std::string m_Output; ///< standard output
+    std::string m_Errors; ///< standard error
+};
+
+/// Runs the program as a process of its own from a folder that is not its own.
+class TreehostTest : public testing::Test {
+protected:
+    TreehostTest() { std::ofstream(m_Folder / "tree") << kOutline; }
+
+    /// `arguments` is what follows the program's name; `input` goes to standard input.
+    Outcome Run(const std::string& arguments, const std::string& input = "",
+        const std::string& program = Treehost()) const {
+        std::ofstream(m_Folder / "input") << input;
+        const std::string line = "cd '" + (m_Folder / "").string() + "' && " + program +
+                                 "< input 2> errors > output " + arguments;
+        const int status = std::system(line.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content(m_Folder / "output"),
+            Content(m_Folder / "errors")};
+    }
+    /// One line that begins so, and nothing else.
+    void ExpectWrong(
+        const std::string& begin, const std::string& arguments, const std::string& input) const {
+        const auto [status, output, errors] = Run(arguments, input);
+        EXPECT_EQ(status, 2) << arguments << input;
+        EXPECT_EQ(output, "") << arguments << input;
+        EXPECT_THAT(errors, StartsWith(begin)) << arguments << input;
+        EXPECT_EQ(errors.find('\n'), errors.size() - 1) << errors;
+    }
+
+    TemporaryFolder m_Folder;
+};
+
+} // namespace
+
+TEST_F(TreehostTest, RowsShowsLevelsAndMarks) {
+    EXPECT_EQ(Run("rows -", kOutline).m_Output, "+ A\n+ B\n");
+    EXPECT_EQ(Run("rows - --depth 1", kOutline).m_Output, "- A\n    a1\n    a2\n- B\n  + b\n");
+    EXPECT_EQ(Run("rows -", "esc\x1b[31m\n").m_Output, "  esc\uFFFD[31m\n");
+    std::filesystem::create_directories(m_Folder / "folder/sub/deep");
+    EXPECT_EQ(Run("rows folder --depth 2").m_Output, "- sub\n  + deep\n");
+}
+
+TEST_F(TreehostTest, ShotOpeningScrollingAndEmptinessChangeThePicture) {
+    const auto shot = [&](const std::string& options, const std::string& input = kOutline) {
+        const Outcome outcome = Run("shot - --out my.png " + options, input);
+        EXPECT_EQ(outcome.m_Output, "my.png\n") << outcome.m_Errors;
+        return Content(m_Folder / "my.png");
+    };
+    const std::string closed = shot("");
+    EXPECT_NE(closed, shot("", "")) << "rows are drawn";
+    EXPECT_NE(closed, shot("--scroll 1"));
+    EXPECT_EQ(shot("--scroll 2147483647"), shot("--scroll 1"));
+    EXPECT_NE(closed, shot("--open 0 --open 3"));
+    EXPECT_EQ(shot("--depth 1"), shot("--open 0 --open 3"));
+    EXPECT_NE(closed, shot("--page"));
+    EXPECT_NE(closed, shot("--size 200x150"));
+}
+
+TEST_F(TreehostTest, InfoTellsInterfacesAndParametersToPeopleAndPrograms) {
+    const std::string text = Run("info").m_Output;
+    EXPECT_THAT(text, HasSubstr("\n  IUITree\n"));
+    EXPECT_THAT(text, HasSubstr("\n  100     TextColor              long    0x23     0..0        "
+                                "#4B4B4B\n"));
+    const std::string json = Run("info --json").m_Output;
+    for (const char* part : {"\n    \"IUITree\",", "\"value\": \"#4B4B4B\"",
+             "\"number\": 148,\n      \"name\": \"ChildToggleOnIconOnly\",\n      \"type\": "
+             "\"long\"",
+             "\"flags\": 19,\n      \"min\": 0,\n      \"max\": 1,\n      \"value\": 1\n"}) {
+        EXPECT_THAT(json, HasSubstr(part));
+    }
+}
+
+TEST_F(TreehostTest, SettingsAreListedAndKeptInDocumentsAndXmlFiles) {
+    EXPECT_THAT(Run("settings").m_Output, HasSubstr("4     ElementHeight          22\n"));
+    const std::string kept = DATA_FOLDER "/settings-1.tree"; // of the same settings
+    std::filesystem::copy_file(kept, m_Folder / "kept");
+    for (const std::string height : {"7", "0x1E"}) { // into new files, and into old ones
+        const std::string set = "settings --set 100=#C03000 --set elementheight=" + height;
+        EXPECT_EQ(Run(set + " --document document --xml xml").m_Output, "");
+    }
+    for (const std::string options : {"--document kept", "--document document --xml copy",
+             "--xml xml", "--xml copy", "--set 4=7 --set 100=#C03000 --set 4=30 --list"}) {
+        const auto [status, list, errors] = Run("settings " + options);
+        EXPECT_THAT(list, HasSubstr("4     ElementHeight          30\n")) << options << errors;
+        EXPECT_THAT(list, HasSubstr("100   TextColor              #C03000\n")) << options;
+    }
+    EXPECT_EQ(Content(m_Folder / "kept"), Content(kept)) << "nothing was changed";
+}
+
+TEST_F(TreehostTest, ModuleIsBesideTheProgramAndNamesAndIconsWhereTheIniFileSays) {
+    const auto copy = [&](const char* file) {
+        std::filesystem::copy_file(BuildFolder() / file, m_Folder / file);
+    };
+    const auto list = [&] { return Run("settings", "", Treehost(m_Folder / "")); };
+    copy("treehost");
+    copy("Collections.so");
+    copy("CollectionsEx.so");
+    EXPECT_EQ(list().m_Status, 3);
+    EXPECT_THAT(list().m_Errors, HasSubstr("UITree.so: cannot open shared object"));
+    copy("UITree.so");
+    EXPECT_THAT(list().m_Output, HasSubstr("170   170                    not set\n"));
+    std::filesystem::copy(
+        BuildFolder() / "share", m_Folder / "other", std::filesystem::copy_options::recursive);
+    std::ofstream(m_Folder / "other/_strings/UITree.ini") << "[Parameters]\n170=Open\n";
+    std::ofstream(m_Folder / "treehost.ini")
+        << "[Workspace]\nCommonPath=" << (m_Folder / "other").string() << '\n';
+    EXPECT_THAT(list().m_Output, HasSubstr("170   Open                   set\n"));
+}
+
+TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
+    const char* const wrong[] = {"", "bogus", "rows", "rows - extra", "rows /nowhere", "rows ''",
+        "rows - --depth -1", "shot - --size 0x0", "shot - --size 100", "shot - --size 5x5x5",
+        "shot - --size -5x5", "shot - --size 99999999999x5", "shot - --scroll 99999999999",
+        "shot - --scroll x", "shot - --open 7", "shot - --open -1", "shot - --open 0 --open 1",
+        "shot - --out ''", "run nowhere", "replay - -", "replay tree", "replay tree nowhere",
+        "replay nowhere -", "replay tree - --size 5", "replay tree - --shots ''", "settings --set",
+        "settings --set bogus=1", "settings --set ElementHeight", "settings --set =1",
+        "settings --set 4=x", "settings --set 105=2", "settings --document a --xml ./a --set 4=3",
+        "settings --list --set TextColor=#123456 --set OpenIcon=x", "settings --document nowhere",
+        "settings --xml nowhere --list", "settings --xml ''", "shot - --document nowhere",
+        "shot - --document ''", "run tree --document ''"};
+    for (const char* arguments : wrong) {
+        ExpectWrong("treehost: ", arguments, "A\n  leaf\n");
+    }
+}
+
+TEST_F(TreehostTest, WrongLineOfAScriptIsNamedAndNothingIsPlayed) {
+    const char* const wrong[] = {"fly 1 2", "press 1", "press 1 x", "press 1 2 third",
+        "press 1 2 primary alt", "press 1 2 primary shift 5", "wheel 1 2 3 slow",
+        "wheel 1 2 99999999999", "wheel 1 2 1.5", "touch begin 0", "touch start", "key",
+        "key space", "key 3", "wait -1", "wait 86400001", "size 10", "size 0x5", "bind",
+        "bind nowhere", "select 1", "select one absolute", "open", "compact all", "set row-height",
+        "set colour 1", "set 4 0x123456789", "get", "shot", "shot ../up.png", "shot .."};
+    for (const std::string line : wrong) {
+        ExpectWrong("treehost: standard input:4: ", "replay tree -",
+            "# first\n\npress 5 5\n" + line + "\npress 5 5\n");
+    }
+}
+
+TEST_F(TreehostTest, WhatCannotBeReadOrWrittenOrShownIsStatus1) {
+    for (const char* arguments : {"shot - --out no/such/folder.png", "rows - > /dev/full",
+             "rows - >&-", "shot - >&-", "shot - --document input", "replay . ."}) {
+        EXPECT_EQ(Run(arguments, kOutline).m_Status, 1) << arguments;
+    }
+    const Outcome outcome = Run("run .", "", "DISPLAY=:none SDL_VIDEODRIVER=x11 " + Treehost());
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_THAT(outcome.m_Errors, StartsWith("treehost: there is no display"));
+}
+
+TEST_F(TreehostTest, ReplayOfTheExampleGivesItsRecord) {
+    const std::string folder = SHARE_FOLDER "/replay/";
+    const Outcome outcome = Run("replay '" + folder + "garden' '" + folder + "example.replay'");
+    EXPECT_EQ(outcome.m_Output, Content(folder + "example.record")) << outcome.m_Errors;
+}
+
+TEST_F(TreehostTest, ReplayWritesWhatAWindowWouldShow) {
+    const char* const script =
+        "shot 1.png\npress 60 11\nrelease 60 11\nshot 2.png\n"
+        "wheel 5 5 100\nwheel 5 5 -100\nshot 3.png\nsize 50x60\nshot 4.png\n";
+    EXPECT_EQ(Run("replay tree - --shots some/folder --size 120x40", script).m_Status, 0);
+    const auto shot = [&](const char* name) { return Content(m_Folder / "some/folder" / name); };
+    EXPECT_NE(shot("1.png"), shot("2.png"));
+    EXPECT_EQ(shot("2.png"), shot("3.png"));
+    EXPECT_NE(shot("3.png"), shot("4.png"));
+    EXPECT_EQ(Run("replay tree - --shots tree", script).m_Status, 1) << "not a folder";
+}

@@ -1,0 +1,132 @@
+#include "host/settings/Document.h"
+#include "tests/support/HostTest.h"
+
+#include <X11/Xlib.h>
+#include <cstdio>
+#include <optional>
+
+// The window, driven by a hand on a display that nobody sees.
+
+namespace {
+
+/// A program that runs beside the test, which reads what it writes line by line. It is waited for
+/// at the end, for a minute at most.
+class Program {
+public:
+    explicit Program(const std::string& command)
+        : m_Output(popen(("exec timeout 60 " + command).c_str(), "r")) {}
+    ~Program() { Wait(); }
+    Program(const Program&) = delete;
+
+    /// The next line with its end, or "" when there is none.
+    std::string ReadLine() {
+        char line[1000] = "";
+        return m_Output && fgets(line, sizeof(line), m_Output) ? line : "";
+    }
+    /// Reads on up to a line that contains the text; false when none does.
+    bool WaitFor(const std::string& text) {
+        std::string line = ReadLine();
+        while (!line.empty() && line.find(text) == std::string::npos) {
+            line = ReadLine();
+        }
+        return !line.empty();
+    }
+    /// Waits until the program ends: its exit status, or -1.
+    int Wait() {
+        while (!ReadLine().empty()) {
+        }
+        const int status = m_Output ? pclose(std::exchange(m_Output, nullptr)) : -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    FILE* m_Output;
+};
+
+/// Asks the focused window to close, as a window manager does when its close button is pressed.
+void PressCloseButton() {
+    Display* display = XOpenDisplay(nullptr);
+    int next = 0;
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    XGetInputFocus(display, &event.xclient.window, &next);
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = long(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    XSendEvent(display, event.xclient.window, False, NoEventMask, &event);
+    XCloseDisplay(display);
+}
+
+class WindowTest : public testing::Test {
+protected:
+    /// Opens a window of four rows on a tree of six folders in the display's corner.
+    void SetUp() override {
+        if (*EMULATOR != '\0' || std::system("which Xvfb xdotool >/dev/null") != 0) {
+            GTEST_SKIP() << "no display for an emulated program, or without Xvfb and xdotool";
+        }
+        // It ends when nobody uses it any more.
+        m_Server.emplace("Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp -terminate");
+        const std::string number = m_Server->ReadLine();
+        ASSERT_NE(number, "") << "Xvfb does not start";
+        setenv("DISPLAY", (':' + number.substr(0, number.size() - 1)).c_str(), 1);
+        std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
+        // The system's own libraries keep what they allocate.
+        m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
+                         "run '" + (m_Folder / "tree").string() +
+                         "' --size 200x88 --record --document '" + m_Settings + "'");
+        Do("search --sync --onlyvisible --name '^treehost' windowmove --sync %1 0 0 "
+           "windowfocus --sync %1");
+    }
+
+    /// Moves the pointer or presses something.
+    static void Do(const std::string& action) {
+        EXPECT_EQ(std::system(("timeout 60 xdotool " + action).c_str()), 0) << action;
+    }
+    /// Does something and waits until the record tells of it.
+    void Expect(const std::string& action, const std::string& line) {
+        Do(action);
+        ASSERT_TRUE(m_Window->WaitFor(line)) << line << " is missing";
+    }
+
+    TemporaryFolder m_Folder;
+    std::string m_Settings = m_Folder / "settings";
+    std::optional<Program> m_Server;
+    std::optional<Program> m_Window;
+};
+
+} // namespace
+
+TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
+    Expect("mousemove 11 11 click 1", "action=opened node=\"A\"");
+    Expect("click 5", "wheel 11 11 100 -> 0");
+    Expect("click 4", "wheel 11 11 -100 -> 0");
+    Expect("keydown shift click 1 keyup shift", "state=5 index=0 action=closed");
+    Expect("click 3", "press 11 11 secondary -> 1");
+    Expect("key End", "index=5 action=none node=\"F\"");
+    Expect("mousedown 1 mousemove_relative 29 39", "NodeDrag state=1 x=40 y=50");
+    EXPECT_FALSE(std::filesystem::exists(m_Settings)) << "saved at the end";
+    Do("mouseup 1 key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+    EXPECT_NO_THROW(Document::Load(m_Settings));
+}
+
+TEST_F(WindowTest, ScrollBarIsDraggedAndTheCloseButtonEndsIt) {
+    Expect("mousemove 190 5 mousedown 1", "press 190 5 -> 0");
+    Expect("mousemove 190 85", "move 190 85 primary -> 0");
+    Do("mouseup 1");
+    Expect("mousemove 60 11 click 1", "index=5 action=none node=\"F\"");
+    PressCloseButton();
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(WindowTest, PanelChangesTheTreeBesideItWhichStillAnswersTheMouse) {
+    Expect("mousemove 11 11 key F2 type 44", "move 11 11");
+    Expect("key Return", "set 4 44 -> 0");
+    Expect("mousemove 11 50 click 1", "node=\"B\"");
+    Do("mousemove 150 55 click 1 type '#12345'");
+    Expect("key Return key 6 key Return", "set 100 #123456 -> 0"); // refused, and corrected
+    Expect("mousemove 50 70 key Escape", "cancel -> 0");
+    Expect("click 1", "node=\"D\"");
+    Do("key F2 key F2 key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
