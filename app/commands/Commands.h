@@ -1,16 +1,12 @@
 #pragma once
 
+#include "app/UsageError.h"
+
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 // The commands of treehost. Each prints its result on standard output and throws when it fails.
-
-/// A wrong argument that only shows once the input is there.
-struct UsageError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 struct ShotOptions {
     std::string m_Path;             ///< of a folder or an outline, or "-"

@@ -1,6 +1,6 @@
 #include "app/replay/Script.h"
 
-#include "app/commands/Commands.h"
+#include "app/UsageError.h"
 #include "app/replay/ScriptForms.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "app/replay/ScriptForms.h"
 
-#include "app/commands/Commands.h"
+#include "app/UsageError.h"
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/text/Numbers.h"
 

@@ -1,6 +1,6 @@
 #include "app/replay/ScriptLine.h"
 
-#include "app/commands/Commands.h"
+#include "app/UsageError.h"
 #include "host/text/Numbers.h"
 
 #include <sstream>

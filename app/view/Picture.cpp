@@ -1,6 +1,6 @@
 #include "app/view/Picture.h"
 
-#include "app/commands/Commands.h"
+#include "app/UsageError.h"
 #include "app/settings/PanelPicture.h"
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
