@@ -64,8 +64,8 @@ public:
         *object = nullptr;
         return E_NOINTERFACE;
     }
-    int32_t AddRef() override { return IncrementCount(); }
-    int32_t Release() override { return DecrementCount(); }
+    int32_t AddRef() override { return m_RefCount.Increment(); }
+    int32_t Release() override { return m_RefCount.Decrement(); }
 
     void Load(Text& text) {
         UIPropInterrogate_LoadXML(m_Names.Get(), static_cast<IDataStream*>(&text), 0);

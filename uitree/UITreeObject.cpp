@@ -63,15 +63,15 @@ int32_t CUITree::QueryInterface(const IID& iid, void** object) {
 }
 
 int32_t CUITree::AddRef() {
-    return IncrementCount();
+    return m_RefCount.Increment();
 }
 
 int32_t CUITree::Release() {
-    const int32_t count = DecrementCount();
+    const int32_t count = m_RefCount.Decrement();
     if (count != 0) {
         return count;
     }
-    HoldCountWhileDying();
+    m_RefCount.HoldWhileDying();
     FinalRelease();
     delete this;
     return 0;

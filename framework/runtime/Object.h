@@ -1,8 +1,8 @@
 #pragma once
 
+#include "framework/runtime/RefCount.h"
 #include "framework/runtime/SmartPtr.h"
 
-#include <atomic>
 #include <new>
 
 /// The part of every component class that does not depend on the class: its primary interface
@@ -10,7 +10,7 @@
 class ObjectBase : public IUnknown {
 public:
     int32_t QueryInterface(const IID& iid, void** object) override;
-    // AddRef and Release are supplied by the component class.
+    // AddRef and Release are supplied by the component class, on m_RefCount.
 
     /// Runs once, after construction; anything but S_OK fails the creation.
     virtual int32_t FinalConstruct() { return S_OK; }
@@ -23,18 +23,8 @@ public:
 protected:
     ~ObjectBase() = default;
 
-    int32_t IncrementCount() { return m_RefCount.fetch_add(1) + 1; }
-    int32_t DecrementCount() { return m_RefCount.fetch_sub(1) - 1; }
-    /// To be called when the count has reached 0, before the object is torn down: an object that is
-    /// released on the way may add and drop a reference to this one without destroying it again.
-    void HoldCountWhileDying() { m_RefCount.store(kDyingCount); }
-
-private:
-    static constexpr int32_t kDyingCount = 0x40000000;
-
-    std::atomic<int32_t> m_RefCount{1};
+    RefCount m_RefCount;
 };
-static_assert(sizeof(std::atomic<int32_t>) == sizeof(int32_t));
 
 /// Creator function of a component: (outer, iid, object) -> status. Aggregation is not supported.
 using CreatorFunction = int32_t (*)(void* outer, IID* iid, void** object);

@@ -77,13 +77,12 @@ public:
         AddRef();
         return S_OK;
     }
-    int32_t AddRef() override { return ++m_RefCount; }
+    int32_t AddRef() override { return m_RefCount.Increment(); }
     int32_t Release() override {
         static_assert(std::is_final_v<Self>, "objects are destroyed as what they are");
-        const int32_t count = --m_RefCount;
+        const int32_t count = m_RefCount.Decrement();
         if (count == 0) {
-            // What dies with the object may still add and drop a reference to it.
-            m_RefCount = kDyingCount;
+            m_RefCount.HoldWhileDying();
             delete static_cast<Self*>(this);
         }
         return count;
@@ -99,8 +98,6 @@ protected:
     ~HostObject() { Counter().Add(-1); }
 
 private:
-    static constexpr int32_t kDyingCount = 0x40000000;
-
     static ObjectCount& Counter() {
         static ObjectCount counter(Self::kKind);
         return counter;
@@ -128,7 +125,7 @@ private:
         return nullptr;
     }
 
-    std::atomic<int32_t> m_RefCount{1};
+    RefCount m_RefCount;
 };
 
 /// Makes an object of a host class and asks it for `iid`.

@@ -14,9 +14,9 @@ struct Component : CObject<Self>, Bases... {
         *object = iid == IID_IUnknown ? SmartPtr<ObjectBase>(this).Detach() : nullptr;
         return *object ? S_OK : E_NOINTERFACE;
     }
-    int32_t AddRef() override { return this->IncrementCount(); }
+    int32_t AddRef() override { return this->m_RefCount.Increment(); }
     int32_t Release() override {
-        const int32_t count = this->DecrementCount();
+        const int32_t count = this->m_RefCount.Decrement();
         if (count == 0) {
             this->FinalRelease();
             delete static_cast<Self*>(this);
