@@ -9,10 +9,6 @@
 
 namespace {
 
-/// Parameters of "UIDefault".
-constexpr int32_t kDefaultRowHeight = 3;
-constexpr int32_t kDefaultTextSize = 10;
-
 constexpr int32_t kRootFlags = NODE_VISIBLE | 1;
 constexpr int32_t kSmallestIndent = 10; ///< pixels
 
@@ -103,9 +99,9 @@ void CUITree::ApplyDefaultSizes() {
     if (!defaults) {
         return;
     }
-    defaults->Inquire(kDefaultRowHeight, &m_ElementHeight);
+    defaults->Inquire(UIDEFAULT_ROWHEIGHT, &m_ElementHeight);
     int32_t textSize = 0;
-    defaults->Inquire(kDefaultTextSize, &textSize);
+    defaults->Inquire(UIDEFAULT_TEXTSIZE, &textSize);
     m_ElementHeight = std::max(m_ElementHeight, textSize);
     if (m_RenderStyle) {
         m_RenderStyle->SetStyleSize(textSize);

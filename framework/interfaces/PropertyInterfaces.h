@@ -12,6 +12,10 @@ struct IUIPropInterrogate : IUnknown {
     virtual int32_t ParameterEnumeration(int32_t id, IUnknown** enumeration) = 0;
 };
 
+/// The parameters of "UIDefault", the host's component of default sizes; both are in pixels.
+constexpr int32_t UIDEFAULT_ROWHEIGHT = 3;
+constexpr int32_t UIDEFAULT_TEXTSIZE = 10;
+
 struct IUIPropInterrogateEx : IUIPropInterrogate {
     /// The parameter as a string, an object or a new variant, with one reference.
     virtual int32_t InquireEx(int32_t id, IUnknown** value) = 0;

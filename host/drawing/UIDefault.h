@@ -2,10 +2,6 @@
 
 #include "host/components/HostObject.h"
 
-/// Parameters of "UIDefault".
-constexpr int32_t UIDEFAULT_ROWHEIGHT = 3;
-constexpr int32_t UIDEFAULT_TEXTSIZE = 10;
-
 /// The component "UIDefault": the host's default sizes. They cannot be changed.
 class UIDefault final : public HostObject<UIDefault, IUIPropInterrogate> {
 public:
