@@ -45,7 +45,11 @@ IComponentCollection* GLOBALComponents() {
 
 CreatorFunction MODULECreateFunction(tagREFString module, tagREFString component) {
     std::string path;
-    if (Guarded([&] { return path = ModulePath(module), S_OK; }) < 0) {
+    const int32_t status = Guarded([&] {
+        path = ModulePath(module);
+        return S_OK;
+    });
+    if (status < 0) {
         return nullptr;
     }
     void* library = dlopen(path.c_str(), RTLD_NOW);

@@ -30,7 +30,10 @@ public:
         }
     }
     void Commit() {
-        Run([](const Database& database) { return database.Run("COMMIT"), S_OK; });
+        Run([](const Database& database) {
+            database.Run("COMMIT");
+            return S_OK;
+        });
         Check();
         m_IsSaving = false;
     }

@@ -38,7 +38,10 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
         *length = static_cast<int32_t>(m_Read->size());
         return Use();
     }
-    int32_t Use() { return m_OnUse(), S_OK; }
+    int32_t Use() {
+        m_OnUse();
+        return S_OK;
+    }
     int32_t Note(IString* entry) { return m_Written += Text(entry) + L" ", Use(); }
 
     std::wstring m_Text;

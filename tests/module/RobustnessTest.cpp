@@ -14,8 +14,14 @@ class Liar final : public HostObject<Liar, SuperCollectionBase> {
 public:
     static constexpr const char* kKind = "Liar";
     int32_t GetCount(int32_t* count) override { return *count = m_Count, E_FAIL; }
-    int32_t GetItem(int32_t, IUnknown** item) override { return *item = nullptr, S_OK; }
-    int32_t GetItemName(int32_t, IString** name) override { return *name = nullptr, S_OK; }
+    int32_t GetItem(int32_t, IUnknown** item) override {
+        *item = nullptr;
+        return S_OK;
+    }
+    int32_t GetItemName(int32_t, IString** name) override {
+        *name = nullptr;
+        return S_OK;
+    }
     int32_t GetItemFlags(int32_t index, int32_t* flags) override {
         *flags = -1;
         return index < 100 ? S_OK : E_FAIL;
