@@ -20,7 +20,7 @@ std::string RowText(ISuperCollection* collection, int32_t index, int32_t flags, 
     SmartPtr<IString> name;
     collection->GetItemName(index, name.Receive());
     return std::string(kIndent * level, ' ') + MarkOf(collection, index, flags) + ' ' +
-           ToPrintable(Refer(name.Get())) + '\n';
+           ToPrintable(CREFString(name.Get())) + '\n';
 }
 
 } // namespace

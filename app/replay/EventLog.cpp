@@ -14,7 +14,7 @@ std::string LabelOf(const Row& row) {
     SmartPtr<IString> name;
     row.m_Collection->GetItemName(row.m_Index, name.Receive());
     std::ostringstream text;
-    text << std::quoted(ToPrintable(Refer(name.Get())));
+    text << std::quoted(ToPrintable(CREFString(name.Get())));
     return text.str();
 }
 

@@ -34,7 +34,7 @@ SmartPtr<IString> PageName(IUnknown* control) {
 
 SettingsPage::SettingsPage(IUnknown* control) {
     const auto name = PageName(control);
-    const tagREFString text = Refer(name.Get());
+    const tagREFString text = CREFString(name.Get());
     const IID& iid = IdentifierOf<IHostPropertyPage>();
     m_Page.Attach(name ? static_cast<IHostPropertyPage*>(CreateObject(text, &iid)) : nullptr);
     if (!m_Page || m_Page->SetObject(control) < 0) {
@@ -56,8 +56,8 @@ Setting SettingsPage::At(int32_t index) const {
     m_Page->GetParameter(index, &setting.m_Parameter);
     m_Page->GetName(index, name.Receive());
     m_Page->GetText(index, value.Receive());
-    setting.m_Name = ToPrintable(Refer(name.Get()));
-    setting.m_Value = ToPrintable(Refer(value.Get()));
+    setting.m_Name = ToPrintable(CREFString(name.Get()));
+    setting.m_Value = ToPrintable(CREFString(value.Get()));
     return setting;
 }
 

@@ -40,7 +40,7 @@ ComponentRegistry::~ComponentRegistry() {
 
 std::vector<ComponentRegistry::Entry>::iterator ComponentRegistry::Find(tagREFString name) {
     return std::find_if(m_Entries.begin(), m_Entries.end(),
-        [&](const Entry& entry) { return SameText(Refer(entry.m_Name), name); });
+        [&](const Entry& entry) { return IsEqual(Refer(entry.m_Name), name); });
 }
 
 int32_t ComponentRegistry::GetItem(int32_t index, IUnknown** item) {
@@ -59,7 +59,7 @@ int32_t ComponentRegistry::FindItem(IString* name, int32_t* index) {
     if (!name || !index) {
         return E_POINTER;
     }
-    const auto found = Find(Refer(name));
+    const auto found = Find(CREFString(name));
     const bool exists = found != m_Entries.end();
     *index = exists ? static_cast<int32_t>(found - m_Entries.begin()) : -1;
     return exists ? S_OK : E_FAIL;

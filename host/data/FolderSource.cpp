@@ -48,7 +48,7 @@ std::vector<FolderEntry> ReadFolder(const std::string& path, std::error_code& er
 
 int32_t FolderSource::SetFileName(IString* fileName) {
     return Guarded([&] {
-        m_Path = ToUtf8(Refer(fileName));
+        m_Path = ToUtf8(CREFString(fileName));
         RemoveAll();
         m_Filled = false;
         return S_OK;

@@ -131,7 +131,7 @@ int32_t SuperCollectionBase::SetItemFlags(int32_t index, int32_t flags) {
 int32_t SuperCollectionBase::AddEntry(IString* name, IString* component, IString* owner, int32_t) {
     return Guarded([&] {
         const auto item = CollectionEntry::Make(name, component, owner);
-        Append(ToUtf8(Refer(name)), item.Get());
+        Append(ToUtf8(CREFString(name)), item.Get());
         return S_OK;
     });
 }

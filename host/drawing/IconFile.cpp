@@ -16,19 +16,19 @@ std::string ToStored(const std::string& fileName) {
     FILENAMECreateRelative(
         install.Get(), CreatableString::Make(ToWide(fileName)).Get(), relative.Receive());
     FILENAMECreateAbsolute(relative.Get(), back.Receive());
-    const bool leadsBack = back && ToUtf8(Refer(back.Get())) == fileName;
-    return leadsBack ? ToUtf8(Refer(relative.Get())) : fileName;
+    const bool leadsBack = back && ToUtf8(CREFString(back.Get())) == fileName;
+    return leadsBack ? ToUtf8(CREFString(relative.Get())) : fileName;
 }
 
 /// The file name that was stored. An absolute one is left as it is, backslashes included.
 std::string FromStored(IString* stored) {
-    std::string name = ToUtf8(Refer(stored));
+    std::string name = ToUtf8(CREFString(stored));
     if (name.starts_with('/')) {
         return name;
     }
     SmartPtr<IString> absolute;
     FILENAMECreateAbsolute(stored, absolute.Receive());
-    return ToUtf8(Refer(absolute.Get()));
+    return ToUtf8(CREFString(absolute.Get()));
 }
 
 } // namespace
@@ -54,7 +54,7 @@ int32_t IconFile::Render(
 
 int32_t IconFile::SetFileName(IString* fileName) {
     return Guarded([&] {
-        m_FileName = ToUtf8(Refer(fileName));
+        m_FileName = ToUtf8(CREFString(fileName));
         return S_OK;
     });
 }

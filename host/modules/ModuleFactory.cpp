@@ -9,7 +9,7 @@ int32_t FindCreator(
         return E_POINTER;
     }
     for (const ModuleComponent& component : components) {
-        if (SameText(Refer(std::wstring_view(component.m_Name)), name)) {
+        if (IsEqual(CREFString(component.m_Name), name)) {
             *creator = reinterpret_cast<void*>(component.m_Creator);
             return S_OK;
         }

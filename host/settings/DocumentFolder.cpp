@@ -13,7 +13,7 @@ constexpr const char* kString = "string";
 constexpr const char* kObject = "object"; ///< its value is the component's name, or null
 
 std::string NameOf(IString* text) {
-    return ToUtf8(Refer(text));
+    return ToUtf8(CREFString(text));
 }
 
 /// Looks for an entry of a kind: E_INVALIDARG when there is none of that name. `use` gets the

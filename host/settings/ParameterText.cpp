@@ -97,7 +97,7 @@ std::string ToText(int32_t flags, const ParameterValue& value) {
     case PROPTYPE_DOUBLE:
         return RealText(value);
     case PROPTYPE_STRING:
-        return ToUtf8(Refer(Query<IString>(value.m_Object.Get()).Get()));
+        return ToUtf8(CREFString(Query<IString>(value.m_Object.Get()).Get()));
     case PROPTYPE_OBJECT:
         return value.m_Object ? "set" : "not set";
     case PROPTYPE_ACTION:

@@ -11,7 +11,7 @@ namespace {
 constexpr int64_t kMostNumbers = 65536;
 
 std::string NameOf(const DisplayNames& names, int32_t number) {
-    const std::string name = ToUtf8(Refer(names.FindByText(number).Get()));
+    const std::string name = ToUtf8(CREFString(names.FindByText(number).Get()));
     return name.empty() ? std::to_string(number) : name;
 }
 

@@ -43,7 +43,7 @@ public:
         }
         *index = 0;
         return Guarded([&] {
-            const std::string text = ToUtf8(Refer(name));
+            const std::string text = ToUtf8(CREFString(name));
             const auto key = ReadInteger(text);
             if (!key || std::to_string(*key) != text || !m_Texts.contains(*key)) {
                 return E_INVALIDARG;
@@ -68,7 +68,7 @@ Texts ReadTexts(const std::string& component) {
     if (!IsFileName(component) || FILENAMEGetCommonPath(common.Receive()) < 0) {
         return texts;
     }
-    const std::filesystem::path folder(ToUtf8(Refer(common.Get())));
+    const std::filesystem::path folder(ToUtf8(CREFString(common.Get())));
     const KeyFile file(folder / "_strings" / (component + ".ini"));
     for (const std::string& key : file.KeysOf(kSection)) {
         const auto number = ReadInteger(key);
@@ -88,7 +88,7 @@ int32_t StringTable::GetTable(IString* component, INamedCollection** table) {
     }
     *table = nullptr;
     return Guarded([&] {
-        Texts texts = ReadTexts(ToUtf8(Refer(component)));
+        Texts texts = ReadTexts(ToUtf8(CREFString(component)));
         if (texts.empty()) {
             return E_FAIL;
         }

@@ -85,8 +85,8 @@ int32_t XmlFile::WriteElement(IString* name, int32_t /*mode*/, IString* value, i
         return E_POINTER;
     }
     const int32_t status = Guarded([&] {
-        const std::wstring tag(ViewOf(Refer(name)));
-        const std::wstring_view content = ViewOf(Refer(value));
+        const std::wstring tag(ViewOf(CREFString(name)));
+        const std::wstring_view content = ViewOf(CREFString(value));
         if (!IsElementName(tag) || content.find(L"</") != std::wstring_view::npos) {
             return E_INVALIDARG;
         }

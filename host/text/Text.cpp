@@ -1,7 +1,5 @@
 #include "host/text/Text.h"
 
-#include "framework/support/REFString.h"
-
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -106,17 +104,4 @@ std::string ToPrintable(tagREFString text) {
 
 tagREFString Refer(std::wstring_view text) {
     return {static_cast<int32_t>(text.size()), text.data()};
-}
-
-tagREFString Refer(IString* text) {
-    wchar_t* characters = nullptr;
-    int32_t length = 0;
-    if (!text || text->GetString(&characters, &length) < 0) {
-        return {0, nullptr};
-    }
-    return {length, characters};
-}
-
-bool SameText(tagREFString first, tagREFString second) {
-    return ViewOf(first) == ViewOf(second);
 }

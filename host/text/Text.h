@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/interfaces/TextInterfaces.h"
+#include "framework/support/REFString.h"
 
 #include <string>
 #include <string_view>
@@ -16,9 +16,3 @@ std::string ToPrintable(tagREFString text);
 
 /// A reference to the characters of `text`, which must outlive it.
 tagREFString Refer(std::wstring_view text);
-/// A reference to the characters of a host string, valid as long as the string stays unchanged;
-/// empty for null.
-tagREFString Refer(IString* text);
-
-/// Whether both refer to the same characters.
-bool SameText(tagREFString first, tagREFString second);

@@ -52,7 +52,7 @@ std::string Read(const Folder& folder, const wchar_t* entry, size_t size) {
 std::string ReadText(const Folder& folder, const wchar_t* entry) {
     const auto text = Text(L"-");
     folder->ReadString(Text(entry).Get(), text.Get());
-    return ToUtf8(Refer(text.Get()));
+    return ToUtf8(CREFString(text.Get()));
 }
 
 bool WriteObject(const Folder& folder, IUnknown* object) {
@@ -72,7 +72,8 @@ public:
     static constexpr const char* kKind = "Failing";
 
     int32_t GetName(int32_t, tagREFString* name) override {
-        return *name = Refer(std::wstring_view(L"Failing")), S_OK;
+        *name = Refer(L"Failing");
+        return S_OK;
     }
     int32_t Save(IDataStream* stream, int32_t) override {
         return Write(Query<IFolderStream>(stream), L"data", "some"), m_SaveStatus;

@@ -37,7 +37,7 @@ TEST_F(XmlFileTest, ElementsAreWrittenAsTheyAreAndRefusedWhenTheyCannotBeRead) {
     EXPECT_EQ(Content(m_File), "<Height>15</Height>\n<\u00C4\u20AC> a&b<c>\n\0"
                                "</\u00C4\u20AC>\n<A></A>\n"s);
     const auto loaded = Query<IString>(XmlFile::Load(m_File)->Identity());
-    EXPECT_EQ(ToUtf8(Refer(loaded.Get())), Content(m_File));
+    EXPECT_EQ(ToUtf8(CREFString(loaded.Get())), Content(m_File));
     for (const wchar_t* name : {L"", L"a b", L"a\n", L"<", L"a>", L"a/", L"a\x1b"}) {
         EXPECT_EQ(Write(stream, name, L"x"), E_INVALIDARG);
     }

@@ -16,7 +16,9 @@ protected:
         EXPECT_EQ(Settings()->UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0), S_OK);
         return xml;
     }
-    static std::string TextOf(const SmartPtr<XmlFile>& xml) { return ToUtf8(Refer(xml.Get())); }
+    static std::string TextOf(const SmartPtr<XmlFile>& xml) {
+        return ToUtf8(CREFString(xml.Get()));
+    }
     std::string SavedFolders() const {
         const Folders folders;
         EXPECT_EQ(As<IDataPersist>()->Save(folders.m_Root.Get(), 0), S_OK);

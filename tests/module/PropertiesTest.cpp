@@ -83,7 +83,7 @@ TEST_F(PropertiesTest, PageListNamesTheGenericPage) {
     ASSERT_TRUE(entry);
     SmartPtr<IString> component;
     EXPECT_EQ(entry->GetText(1, component.Receive()), S_OK);
-    EXPECT_EQ(ToUtf8(Refer(component.Get())), "UIPropPages.UIPropInterrogatePropPage");
+    EXPECT_EQ(ToUtf8(CREFString(component.Get())), "UIPropPages.UIPropInterrogatePropPage");
     EXPECT_FALSE((Place{list, 1}.Item())) << "there is one page";
     EXPECT_EQ(pages->GetPages(0, nullptr, nullptr), E_POINTER);
 }

@@ -57,7 +57,7 @@ public:
         return m_Answer;
     }
     int32_t SetFileName(IString* fileName) override {
-        m_Name = ToUtf8(Refer(fileName)).find("Open") < 99 ? "open" : "closed";
+        m_Name = ToUtf8(CREFString(fileName)).find("Open") < 99 ? "open" : "closed";
         return S_OK;
     }
     int32_t Populate() override { return S_OK; }

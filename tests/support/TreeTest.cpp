@@ -44,7 +44,7 @@ SmartPtr<SuperCollection> TreeTest::BindItems(
 std::string TreeTest::Place::Label() const {
     SmartPtr<IString> name;
     collection->GetItemName(index, name.Receive());
-    return ToUtf8(Refer(name.Get()));
+    return ToUtf8(CREFString(name.Get()));
 }
 
 SmartPtr<IUnknown> TreeTest::Place::Item() const {
