@@ -99,27 +99,52 @@ void AddSettings(CLI::App& app, SettingsOptions& options) {
     command->callback([&options] { RunSettings(options); });
 }
 
-void AddInfo(CLI::App& app, bool& asJson) {
+void AddInfo(CLI::App& app, InfoOptions& options) {
     CLI::App* command = app.add_subcommand("info", "Print the control's interfaces and parameters");
-    command->add_flag("--json", asJson, "For programs");
-    command->callback([&asJson] { RunInfo(asJson); });
+    command->add_flag("--json", options.m_AsJson, "For programs");
+    command
+        ->add_flag("--paths", options.m_Paths, "Print what is loaded from where, and nothing else")
+        ->excludes("--json");
+    command->callback([&options] { RunInfo(options); });
+}
+
+/// `treehost help COMMAND` is `treehost COMMAND --help`.
+void AddHelp(CLI::App& app, std::string& name) {
+    CLI::App* command = app.add_subcommand("help", "Print help on a command, or this");
+    command->add_option("COMMAND", name, "One of these commands");
+    command->callback([&app, &name] {
+        if (name.empty()) { // not app.help(), which is that of the command being run
+            std::cout << app.get_formatter()->make_help(
+                &app, app.get_name(), CLI::AppFormatMode::Normal);
+            return;
+        }
+        const auto found =
+            app.get_subcommands([&name](const CLI::App* each) { return each->get_name() == name; });
+        if (found.empty()) {
+            throw UsageError("there is no command " + name);
+        }
+        std::cout << found.front()->help("treehost");
+    });
 }
 
 int ParseAndRun(int count, char** arguments) {
     CLI::App app("Shows a tree with the tree control.", "treehost");
+    app.set_version_flag("--version", "treehost " TREEHOST_VERSION);
     app.require_subcommand(1);
     ShotOptions shot;
     WindowOptions window;
     ReplayOptions replay;
     RowsOptions rows;
     SettingsOptions settings;
-    bool asJson = false;
+    InfoOptions info;
+    std::string helpOn;
     AddRun(app, window);
     AddShot(app, shot);
     AddReplay(app, replay);
     AddRows(app, rows);
     AddSettings(app, settings);
-    AddInfo(app, asJson);
+    AddInfo(app, info);
+    AddHelp(app, helpOn);
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {

@@ -3,6 +3,7 @@
 #include "app/view/TreeView.h"
 #include "framework/settings/ParameterTable.h"
 #include "host/settings/ParameterText.h"
+#include "host/text/Text.h"
 
 #include <iomanip>
 #include <iostream>
@@ -62,11 +63,33 @@ void PrintJson(const std::vector<std::string>& interfaces, const std::vector<Set
     std::cout << info.dump(2) << '\n';
 }
 
+std::string Shown(const std::filesystem::path& path) {
+    std::error_code error;
+    const bool exists = std::filesystem::exists(path, error);
+    return ToPrintable(Refer(ToWide(path.string()))) + (exists ? "" : " (missing)");
+}
+
+void PrintPaths() {
+    const Installation installation = FindInstallation();
+    const std::filesystem::path share = installation.m_Host / "share";
+    std::cout << "module     " << Shown(installation.m_Module) << "\ncomponents "
+              << Shown(installation.m_Host) << "\nicons      " << Shown(share / "_icons")
+              << "\nnames      " << Shown(share / "_strings") << "\nsearched  ";
+    for (const std::filesystem::path& folder : installation.m_Searched) {
+        std::cout << ' ' << Shown(folder);
+    }
+    std::cout << '\n';
+}
+
 } // namespace
 
-void RunInfo(bool asJson) {
+void RunInfo(const InfoOptions& options) {
+    if (options.m_Paths) {
+        PrintPaths();
+        return;
+    }
     const ControlHost host;
     const auto tree = host.CreateTree();
-    const auto print = asJson ? &PrintJson : &PrintText;
+    const auto print = options.m_AsJson ? &PrintJson : &PrintText;
     print(InterfacesOf(tree.Get()), SettingsPage(tree.Get()).List());
 }

@@ -63,5 +63,10 @@ struct SettingsOptions {
 /// there unless something is changed.
 void RunSettings(const SettingsOptions& options);
 
-/// Prints the control's interfaces and parameters, for people or as JSON.
-void RunInfo(bool asJson);
+struct InfoOptions {
+    bool m_AsJson = false;
+    bool m_Paths = false; ///< what is loaded from where instead, which needs nothing loaded
+};
+
+/// Prints the control's interfaces and parameters.
+void RunInfo(const InfoOptions& options);

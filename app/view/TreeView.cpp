@@ -9,18 +9,16 @@
 
 namespace {
 
-std::filesystem::path ProgramFolder() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
-}
-
 std::string Absolute(const std::string& path) {
     return path == "-" || path.empty() ? path : std::filesystem::absolute(path).string();
 }
 
 } // namespace
 
-ControlHost::ControlHost()
-    : m_Host(ProgramFolder()), m_Module(ProgramFolder() / "UITree.so", m_Host.Components()) {}
+ControlHost::ControlHost() : ControlHost(FindInstallation()) {}
+
+ControlHost::ControlHost(const Installation& installation)
+    : m_Host(installation.m_Host), m_Module(installation.m_Module, m_Host.Components()) {}
 
 SmartPtr<IUITree> ControlHost::CreateTree() const {
     auto tree = m_Module.Create<IUITree>(L"UITree");

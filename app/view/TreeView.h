@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/view/Installation.h"
 #include "framework/interfaces/CollectionInterfaces.h"
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/Host.h"
@@ -7,12 +8,13 @@
 
 #include <string>
 
-/// A host with the control's module loaded, both from the program's own folder. Making it moves
-/// the process there, so relative paths have to be made absolute before.
+/// A host with the control's module loaded. Making it moves the process to the folder of the host's
+/// modules, so relative paths have to be made absolute before.
 class ControlHost {
 public:
     /// Throws ModuleError.
     ControlHost();
+    explicit ControlHost(const Installation& installation);
 
     /// A new control with the host's default sizes, which come with its first tree: an empty one.
     /// Throws ModuleError.

@@ -101,6 +101,28 @@ TEST_F(TreehostTest, SettingsAreListedAndKeptInDocumentsAndXmlFiles) {
     EXPECT_EQ(Content(m_Folder / "kept"), Content(kept)) << "nothing was changed";
 }
 
+TEST_F(TreehostTest, HelpManualAndCompletionAgreeOnEveryOption) {
+    EXPECT_EQ(Run("--version").m_Output, "treehost " TREEHOST_VERSION "\n");
+    EXPECT_THAT(Content(SHARE_FOLDER "/man/treehost.1"), HasSubstr("treehost " TREEHOST_VERSION));
+    EXPECT_EQ(Run("help").m_Output, Run("--help").m_Output);
+    std::string manual = Content(SHARE_FOLDER "/man/treehost.1");
+    std::erase(manual, '\\');
+    const std::string completion = Content(SHARE_FOLDER "/completion/treehost");
+    for (const std::string command : {"run", "shot", "replay", "rows", "settings", "info"}) {
+        const std::string help = Run("help " + command).m_Output;
+        EXPECT_EQ(help, Run(command + " --help").m_Output);
+        EXPECT_THAT(manual, HasSubstr("\n.SS \"" + command + ' '));
+        const size_t line = completion.find("        [" + command + "]=");
+        const std::string completed =
+            completion.substr(line, completion.find('\n', line) - line) + ' ';
+        for (size_t at = help.find("\n  --"); at != help.npos; at = help.find("\n  --", at + 1)) {
+            const std::string option = help.substr(at + 3, help.find(' ', at + 3) - at - 3);
+            EXPECT_THAT(manual, HasSubstr(option)) << command;
+            EXPECT_THAT(completed, HasSubstr(option)) << command;
+        }
+    }
+}
+
 TEST_F(TreehostTest, ModuleIsBesideTheProgramAndNamesAndIconsWhereTheIniFileSays) {
     const auto copy = [&](const char* file) {
         std::filesystem::copy_file(BuildFolder() / file, m_Folder / file);
@@ -111,6 +133,11 @@ TEST_F(TreehostTest, ModuleIsBesideTheProgramAndNamesAndIconsWhereTheIniFileSays
     copy("CollectionsEx.so");
     EXPECT_EQ(list().m_Status, 3);
     EXPECT_THAT(list().m_Errors, HasSubstr("UITree.so: cannot open shared object"));
+    const std::string added =
+        "TREEHOST_MODULE_PATH=/nowhere::" + BuildFolder().string() + ' ' + Treehost(m_Folder / "");
+    EXPECT_THAT(
+        Run("info --paths", "", added).m_Output, HasSubstr((BuildFolder() / "UITree.so").string()));
+    EXPECT_EQ(Run("settings", "", added).m_Status, 0);
     copy("UITree.so");
     EXPECT_THAT(list().m_Output, HasSubstr("170   170                    not set\n"));
     std::filesystem::copy(
