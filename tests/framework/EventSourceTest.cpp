@@ -70,19 +70,21 @@ TEST_F(EventSourceTest, GrowingAndShrinkingListHasEachSinkOnceInOrder) {
 
 TEST_F(EventSourceTest, SinksMayChangeTheListWhileTheyAreServed) {
     // Who leaves and joins a, b and c when b is served; who hears a selection, and a refresh.
-    const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
-        {"b", "", "ab", "ab"}, {"a", "", "ab", "ab"}, {"c", "", "ab", "ab"},
+    struct Case {
+        std::string leaving, joining, select, refresh;
+    };
+    const Case cases[] = {{"b", "", "ab", "ab"}, {"a", "", "ab", "ab"}, {"c", "", "ab", "ab"},
         {"abc", "", "ab", "ab"}, {"", "d", "abc", "abcd"}, {"a", "d", "abd", "abd"}};
-    for (const auto& [leaving, joining, select, refresh] : cases) {
+    for (const Case& each : cases) {
         for (const bool refreshing : {false, true}) {
             Connect("abc");
             m_Sinks['b']->m_Reaction = [&](const Listener::Event&) {
                 m_Log += 'b';
-                Disconnect(leaving);
-                Connect(joining);
+                Disconnect(each.leaving);
+                Connect(each.joining);
             };
-            EXPECT_EQ(Fire(refreshing), refreshing ? refresh : select)
-                << leaving << " leaving, joining: " << joining;
+            EXPECT_EQ(Fire(refreshing), refreshing ? each.refresh : each.select)
+                << each.leaving << " leaving, joining: " << each.joining;
             EXPECT_EQ(m_Source->Advise(nullptr, 0), S_OK);
         }
     }

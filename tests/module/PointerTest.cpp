@@ -11,13 +11,17 @@ constexpr int kTop = 100;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
+struct NamelessArchive : IFileArchive {
+    using Interface = IFileArchive;
+    int32_t SetFileName(IString*) override { return E_FAIL; }
+};
+
 /// An item that fills itself when asked to, and counts how often it was.
 template <class Archive, int32_t kState>
 class Lazy final : public HostObject<Lazy<Archive, kState>, SuperCollectionBase, Archive> {
 public:
     static constexpr const char* kKind = "Lazy";
 
-    int32_t SetFileName(IString*) { return E_FAIL; }
     int32_t Populate() override {
         this->Append("filled", SuperCollection::Make()->Identity());
         return ++m_Filled;
@@ -28,7 +32,7 @@ public:
     }
     int32_t m_Filled = 0;
 };
-using LazyFolder = Lazy<IFileArchive, CONTENTSTATE_ARCHIVE>;
+using LazyFolder = Lazy<NamelessArchive, CONTENTSTATE_ARCHIVE>;
 using LazyNames = Lazy<IFileNameCollection, CONTENTSTATE_FILENAMES>;
 
 /// A control of rows 10 pixels high in a rectangle that does not begin at the origin.
