@@ -1,8 +1,9 @@
 # How everything is compiled. Warnings are errors where CMAKE_COMPILE_WARNING_AS_ERROR says so, as the
 # presets of those who work on the project do.
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Woverloaded-virtual
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                    $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>
                     # g++ 12 sees overlaps in the library's strings that are none
-                    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+                    $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>
                     # clang counts signs among the conversions, g++ does not
                     $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
 # What is built does not depend on where.
@@ -28,4 +29,5 @@ if(CCACHE AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}
         CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+    set(CMAKE_C_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
 endif()

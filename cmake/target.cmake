@@ -1,6 +1,7 @@
 # The target: 32-bit ARM hard-float, with its libraries in TARGET_ROOT, run under user-mode emulation.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)
+set(CMAKE_C_COMPILER arm-linux-gnueabihf-gcc)
 set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TARGET_ROOT)
 set(CMAKE_SYSROOT ${TARGET_ROOT})
