@@ -1,7 +1,6 @@
 // The smallest host: binds a tree to the control and draws it into sample.png.
 
-#include "framework/interfaces/DrawingInterfaces.h"
-#include "framework/interfaces/TreeInterfaces.h"
+#include "framework/Interfaces.h"
 #include "host/Host.h"
 #include "host/components/Module.h"
 #include "host/data/OutlineSource.h"
