@@ -38,6 +38,11 @@ static Item rows[] = {FOLDER(L"Fruit", fruit), LEAF(L"Bread")};
 static Item data = FOLDER(L"", rows);
 
 int main(void) {
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 200, 100);
+    UbuntuCanvas canvas = {cairo_create(surface)};
+    cairo_set_source_rgb(canvas.m_Context, 1, 1, 1);
+    cairo_paint(canvas.m_Context);
+
     void* module = dlopen("./UITree.so", RTLD_NOW | RTLD_LOCAL);
     InitializeFunction initialize;
     FactoryFunction find;
@@ -57,12 +62,8 @@ int main(void) {
     tree->table->put_Collection(tree, (IUnknown*)&data);
     mouse->table->Pointer(mouse, POINTERSTATE_PRIMARY, POINTERACTION_PRESS, 0, 5, 5, &rect, NULL);
     mouse->table->Pointer(mouse, POINTERSTATE_PRIMARY, POINTERACTION_RELEASE, 0, 5, 5, &rect, NULL);
-
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 200, 100);
-    UbuntuCanvas canvas = {cairo_create(surface)};
-    cairo_set_source_rgb(canvas.m_Context, 1, 1, 1);
-    cairo_paint(canvas.m_Context);
     drawn->table->Render(drawn, &canvas, &rect, NULL, 0);
+
     cairo_destroy(canvas.m_Context);
     const int written = cairo_surface_write_to_png(surface, "sample-c.png") == CAIRO_STATUS_SUCCESS;
     cairo_surface_destroy(surface);

@@ -95,5 +95,16 @@ TEST_F(SwatchTest, ItemOfAnotherModuleIsDrawnInItsColour) {
     cairo_destroy(canvas.m_Context);
     cairo_surface_flush(picture.Surface());
     EXPECT_EQ(picture.At(height + height / 2, height / 2), 0xC03000U);
-    BindItems({}); // the item goes before its module
+    BindItems({}); // an item goes before its module
+}
+
+TEST_F(SwatchTest, ComponentOfAnotherModuleIsMadeByItsName) {
+    const CREFString name(L"Swatch");
+    const auto registry = Query<IHostComponents>(m_Host->Components());
+    const auto description = CreateHostObject<IComponentString>("ComponentString");
+    description->SetPart(COMPONENTPART_MODULE, name);
+    description->SetPart(COMPONENTPART_NAME, name);
+    EXPECT_EQ(registry->Register(name, description.Get()), S_OK);
+    EXPECT_TRUE(CreateHostObject<IRenderableObject>("Swatch"));
+    registry->Unregister(name);
 }
