@@ -6,10 +6,13 @@
 #include "host/data/OutlineSource.h"
 
 #include <cairo.h>
+#include <filesystem>
 #include <sstream>
 
-int main() {
-    Host host(".");                                  // the folder with the modules
+int main(int count, char** arguments) {
+    const std::filesystem::path modules = count > 1 ? arguments[1] : "."; // where UITree.so is
+    const auto picture = std::filesystem::absolute("sample.png");
+    Host host(modules);                              // moves the process there
     Module module("./UITree.so", host.Components()); // loads it and hands the components over
     auto tree = module.Create<IUITree>(L"UITree");   // the one reference is ours
     std::istringstream text("Fruit\n  Apple\n  Pear\nBread\n");
@@ -24,7 +27,7 @@ int main() {
     CANVASRect rect{0, 0, 200, 100};
     Query<IRenderableObject>(tree.Get())->Render(&canvas, &rect, nullptr, 0);
     cairo_destroy(canvas.m_Context);
-    const bool written = cairo_surface_write_to_png(surface, "sample.png") == CAIRO_STATUS_SUCCESS;
+    const auto status = cairo_surface_write_to_png(surface, picture.c_str());
     cairo_surface_destroy(surface);
-    return written ? 0 : 1;
+    return status == CAIRO_STATUS_SUCCESS ? 0 : 1;
 }

@@ -17,7 +17,7 @@ class CSwatch final : public CObject<CSwatch>,
                       public IUIPropInterrogateImpl<CSwatch, IUIPropInterrogateEx, 10> {
 public:
     int32_t QueryInterface(const IID& iid, void** object) override;
-    int32_t AddRef() override { return IncrementCount(); }
+    int32_t AddRef() override { return m_RefCount.Increment(); }
     int32_t Release() override;
     int32_t FinalConstruct() override;
     void Lock() override { m_Lock.Lock(); }
@@ -48,9 +48,9 @@ int32_t CSwatch::QueryInterface(const IID& iid, void** object) {
 }
 
 int32_t CSwatch::Release() {
-    const int32_t count = DecrementCount();
+    const int32_t count = m_RefCount.Decrement();
     if (count == 0) {
-        HoldCountWhileDying();
+        m_RefCount.HoldWhileDying();
         FinalRelease();
         delete this;
     }

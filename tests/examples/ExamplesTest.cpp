@@ -1,4 +1,4 @@
-#include "host/Cairo.h"
+#include "host/drawing/Cairo.h"
 #include "tests/support/TreeTest.h"
 
 #include <cairo.h>
