@@ -41,6 +41,14 @@ function(install_files)
             DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT treehost)
     install_compressed(${share}/man/treehost.1 ${CMAKE_INSTALL_MANDIR}/man1 treehost)
 
+    install(FILES ${PROJECT_SOURCE_DIR}/include/uitree.h DESTINATION ${UITREE_INSTALL_INCLUDE}
+            COMPONENT uitree-dev)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/examples
+            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/uitree-dev COMPONENT uitree-dev
+            PATTERN CMakeLists.txt EXCLUDE PATTERN excerpt.cmake EXCLUDE PATTERN .* EXCLUDE)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/modules.md
+            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/uitree-dev COMPONENT uitree-dev)
+
     include(CMakePackageConfigHelpers)
     configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/UITreeConfig.cmake.in
                                   ${PROJECT_BINARY_DIR}/install/UITreeConfig.cmake
