@@ -43,129 +43,127 @@ SmartPtr<IString> ChooseLabel(SmartPtr<IString> own, ISuperCollection& collectio
 
 } // namespace
 
-int32_t RowPainter::Paint(ISuperCollection* collection, int32_t start, int32_t* rowCounter) {
-    if (*rowCounter > m_Settings.maxRows) {
+int32_t RowPainter::Paint(TreePath& path, ISuperCollection* collection, int32_t start,
+    int32_t* rowCounter, int32_t* indentWidth) {
+    if (*rowCounter > m_Settings.m_MaxRows) {
         return S_OK;
     }
-    if (!collection || *rowCounter == m_Settings.maxRows) {
+    if (!collection || *rowCounter == m_Settings.m_MaxRows) {
         return E_FAIL;
     }
     Push(SmartPtr(collection), start, *rowCounter);
-    int32_t status = S_OK;
-    while (!m_Levels.empty()) {
-        Level& level = m_Levels.back();
-        if (!Load(level)) {
-            status = Leave(level.position == level.firstRow ? E_FAIL : S_OK, rowCounter);
+    bool ranOut = false;
+    while (!m_Levels->empty()) {
+        Level& level = m_Levels->back();
+        if (Fits(level.m_Position) && Read(level)) {
+            *indentWidth = m_Settings.m_RowHeight;
+            Describe(level);
+            DrawExpander(level);
+            if (!OpenChildren(path, level)) {
+                Finish(level, level.m_Position + 1);
+            }
             continue;
         }
-        DrawExpander(level);
-        if (!OpenChildren(level) && !Finish(level, level.position + 1)) {
-            status = Leave(E_FAIL, rowCounter);
-        }
+        // The last collection to be left is the one that the drawing began with.
+        ranOut = Fits(level.m_Position) && level.m_Position > level.m_FirstRow;
+        *rowCounter = level.m_Position;
+        Leave(path);
     }
-    return status;
+    return ranOut ? S_OK : E_FAIL;
 }
 
 void RowPainter::Push(SmartPtr<ISuperCollection> collection, int32_t start, int32_t position) {
-    m_Levels.push_back({.collection = std::move(collection),
-        .index = start,
-        .firstRow = position,
-        .position = position,
-        .openIcon = Query<IRenderableObject>(m_Settings.openIcon.Get()),
-        .closedIcon = Query<IRenderableObject>(m_Settings.closedIcon.Get())});
+    m_Levels->push_back({.m_Collection = std::move(collection),
+        .m_Index = start,
+        .m_FirstRow = position,
+        .m_Position = position});
 }
 
 /// Reads the current item; false when the collection has no more.
-bool RowPainter::Load(Level& level) const {
-    SmartPtr<IUnknown> item;
-    if (level.index == std::numeric_limits<int32_t>::max() ||
-        level.collection->GetItem(level.index, item.Receive()) < 0) {
+bool RowPainter::Read(Level& level) {
+    if (level.m_Index == std::numeric_limits<int32_t>::max() ||
+        level.m_Collection->GetItem(level.m_Index, level.m_Row.m_Object.Receive()) < 0) {
         return false;
     }
-    level.row.flags = FlagsOf(*level.collection.Get(), level.index);
-    *m_Settings.indentWidth = m_Settings.rowHeight;
-    SmartPtr<IString> own;
-    level.row.object = ResolveItem(std::move(item), own);
-    level.row.label = ChooseLabel(std::move(own), *level.collection.Get(), level.index);
-    level.row.children = IsCollection(level.row.object.Get());
+    level.m_Row.m_Flags = FlagsOf(*level.m_Collection.Get(), level.m_Index);
     return true;
 }
 
+/// Finds out what the current item stands for, its label, and what is below it.
+void RowPainter::Describe(Level& level) {
+    Row& row = level.m_Row;
+    SmartPtr<IString> own;
+    row.m_Object = ResolveItem(std::move(row.m_Object), own);
+    row.m_Label = ChooseLabel(std::move(own), *level.m_Collection.Get(), level.m_Index);
+    row.m_Children = IsCollection(row.m_Object.Get());
+}
+
 /// Goes on with the rows below the current one when it is open and another row fits.
-bool RowPainter::OpenChildren(Level& level) {
-    const int32_t position = level.position + 1;
-    if (!level.row.children || (level.row.flags & NODE_EXPANDED) == 0 ||
-        position >= m_Settings.maxRows || !m_Path.Enter(level.row.children.Get())) {
+bool RowPainter::OpenChildren(TreePath& path, Level& level) {
+    const int32_t position = level.m_Position + 1;
+    if (!level.m_Row.m_Children || (level.m_Row.m_Flags & NODE_EXPANDED) == 0 || !Fits(position) ||
+        !path.Enter(level.m_Row.m_Children.Get())) {
         return false;
     }
-    Push(std::move(level.row.children), 0, position);
+    Push(std::move(level.m_Row.m_Children), 0, position);
     return true;
 }
 
 /// Draws what follows the rows below the current one, and moves on to the next item, whose row is
-/// at `next`; false when all rows are drawn.
-bool RowPainter::Finish(Level& level, int32_t next) {
+/// at `next`.
+void RowPainter::Finish(Level& level, int32_t next) {
     DrawImage(level);
     DrawLabel(level);
-    level.row = {};
-    ++level.index;
-    level.position = next;
-    return next < m_Settings.maxRows;
+    level.m_Row = {};
+    ++level.m_Index;
+    level.m_Position = next;
 }
 
-/// Leaves the current collection with `status`, and with it every one above in which no further row
-/// fits. The status and the counter are those of the collection that the drawing began with.
-int32_t RowPainter::Leave(int32_t status, int32_t* rowCounter) {
-    for (;;) {
-        const int32_t next = m_Levels.back().position;
-        m_Levels.pop_back();
-        m_Path.Leave();
-        if (m_Levels.empty()) {
-            *rowCounter = next;
-            return status;
-        }
-        if (Finish(m_Levels.back(), next)) {
-            return S_OK;
-        }
-        status = E_FAIL;
+/// Leaves the current collection; the row above that it was opened for is finished by that.
+void RowPainter::Leave(TreePath& path) {
+    const int32_t next = m_Levels->back().m_Position;
+    m_Levels->pop_back();
+    if (!m_Levels->empty()) {
+        path.Leave();
+        Finish(m_Levels->back(), next);
     }
 }
 
 RowGeometry RowPainter::GeometryOf(const Level& level) const {
-    return {
-        m_Settings.client, m_Settings.rowHeight, level.position, level.row.flags & NODE_LEVEL_MASK};
+    return {m_Settings.m_Client, m_Settings.m_RowHeight, level.m_Position,
+        level.m_Row.m_Flags & NODE_LEVEL_MASK};
 }
 
 void RowPainter::DrawExpander(const Level& level) const {
-    const bool open = (level.row.flags & NODE_EXPANDED) != 0;
-    const auto& icon = open ? level.openIcon : level.closedIcon;
-    if (level.row.children && icon) {
+    const bool open = (level.m_Row.m_Flags & NODE_EXPANDED) != 0;
+    const auto& icon = open ? m_Settings.m_OpenIcon : m_Settings.m_ClosedIcon;
+    if (level.m_Row.m_Children && icon) {
         DrawObject(*icon.Get(), GeometryOf(level).Expander(), kDrawIcon);
     }
 }
 
 void RowPainter::DrawImage(const Level& level) const {
-    if (const auto image = QueryItem<IRenderableObject>(level.row.object.Get())) {
+    if (const auto image = QueryItem<IRenderableObject>(level.m_Row.m_Object.Get())) {
         DrawObject(*image.Get(), GeometryOf(level).Image(), kDrawItemImage);
     }
 }
 
 /// A selected row differs in its text colour only.
 void RowPainter::DrawLabel(const Level& level) const {
-    if (!m_Settings.style || !m_Settings.renderer) {
+    if (!m_Settings.m_Style || !m_Settings.m_Renderer) {
         return;
     }
-    if ((level.row.flags & NODE_SELECTED) != 0) {
-        m_Settings.style->SetColor(kSelectedColor);
+    if ((level.m_Row.m_Flags & NODE_SELECTED) != 0) {
+        m_Settings.m_Style->SetColor(kSelectedColor);
     } else {
-        m_Settings.style->SetStyleValue(0);
-        m_Settings.style->SetColor(m_Settings.textColor);
+        m_Settings.m_Style->SetStyleValue(0);
+        m_Settings.m_Style->SetColor(m_Settings.m_TextColor);
     }
     CANVASRect rect = GeometryOf(level).Label();
-    m_Settings.renderer->DrawText(
-        m_Settings.style.Get(), CREFString(level.row.label.Get()), m_Settings.canvas, &rect, 0, 0);
+    m_Settings.m_Renderer->DrawText(m_Settings.m_Style.Get(), CREFString(level.m_Row.m_Label.Get()),
+        m_Settings.m_Canvas, &rect, 0, 0);
 }
 
 void RowPainter::DrawObject(IRenderableObject& object, CANVASRect rect, int32_t param) const {
-    object.Render(m_Settings.canvas, &rect, nullptr, param);
+    object.Render(m_Settings.m_Canvas, &rect, nullptr, param);
 }

@@ -5,22 +5,38 @@
 #include <algorithm>
 
 bool TreePath::Enter(ISuperCollection* collection) {
-    const void* identity = Query<IUnknown>(collection).Get();
-    const auto shallowEnd =
-        m_Identities.begin() + static_cast<ptrdiff_t>(std::min(m_Identities.size(), kShallow));
-    if (std::find(m_Identities.begin(), shallowEnd, identity) != shallowEnd) {
+    if (m_Identities->empty()) {
+        m_Root = collection;
+        m_Identities->push_back(nullptr);
+        return true;
+    }
+    if (collection == m_Root) {
         return false;
     }
-    if (m_Identities.size() >= kShallow && !m_Deep.insert(identity).second) {
+    if (!m_Identities->front()) {
+        m_Identities->front() = IdentityOf(m_Root);
+    }
+    const void* identity = IdentityOf(collection);
+    if (Contains(identity)) {
         return false;
     }
-    m_Identities.push_back(identity);
+    if (m_Identities->size() >= kNearLevels) {
+        m_Deep.insert(identity);
+    }
+    m_Identities->push_back(identity);
     return true;
 }
 
 void TreePath::Leave() {
-    if (m_Identities.size() > kShallow) {
-        m_Deep.erase(m_Identities.back());
+    if (m_Identities->size() > kNearLevels) {
+        m_Deep.erase(m_Identities->back());
     }
-    m_Identities.pop_back();
+    m_Identities->pop_back();
+}
+
+/// Up to kNearLevels a scan is the quickest way to look.
+bool TreePath::Contains(const void* identity) {
+    const size_t near = std::min(m_Identities->size(), kNearLevels);
+    const auto end = m_Identities->begin() + static_cast<ptrdiff_t>(near);
+    return std::find(m_Identities->begin(), end, identity) != end || m_Deep.contains(identity);
 }

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "framework/Interfaces.h"
+#include "uitree/NearVector.h"
 
 #include <unordered_set>
-#include <vector>
 
 /// The collections from the root of a walk down to where it stands. It refuses one that is already
 /// on the path, so that a collection that contains itself does not make the walk endless. Holds no
-/// references: the walk holds the collections.
+/// references: whoever walks holds the collections until they are left.
 class TreePath {
 public:
     /// False when `collection` is on the path already; the path is unchanged then.
@@ -16,9 +16,10 @@ public:
     void Leave();
 
 private:
-    /// Up to here a scan of the identities is the quickest way to look one up.
-    static constexpr size_t kShallow = 32;
+    bool Contains(const void* identity);
 
-    std::vector<const void*> m_Identities;
-    std::unordered_set<const void*> m_Deep; ///< what lies below the first kShallow
+    ISuperCollection* m_Root = nullptr;
+    /// Of the root it is asked only when something is entered below.
+    NearVector<const void*, kNearLevels> m_Identities;
+    std::unordered_set<const void*> m_Deep; ///< what lies below the first kNearLevels
 };

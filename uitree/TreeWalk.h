@@ -1,5 +1,6 @@
 #pragma once
 
+#include "uitree/RowMarks.h"
 #include "uitree/TreeItems.h"
 #include "uitree/TreePath.h"
 
@@ -15,7 +16,7 @@
 ///
 /// It keeps its own stack, so that depth costs memory and not the thread's stack, and never enters
 /// a collection below itself. It holds a reference to every collection on the way down. Throws
-/// std::bad_alloc.
+/// std::bad_alloc, but not in trees of up to kNearLevels levels.
 class TreeWalk {
 public:
     /// A walk through nothing when `root` is null.
@@ -26,36 +27,40 @@ public:
     bool Next();
     /// Moves on to the visible row `row`, counted from 0 at the start of the walk and stepping over
     /// hidden items with everything below them. False at the end; Seen() is the number of rows
-    /// then.
-    bool SeekRow(int32_t row);
+    /// then. A row that the walk has passed is not found. Marks the rows on the way in `marks`.
+    bool SeekRow(int32_t row, RowMarks* marks = nullptr);
+    /// Puts a walk that has not begun on the row that was marked. False when the way there is no
+    /// more; the walk is of no use then.
+    bool GoTo(const RowMark& mark);
     /// The rows passed by SeekRow.
     int32_t Seen() const { return m_Seen; }
 
     /// The current item: the collection that holds it, its index there, its flag word (0 when it
     /// cannot be read) and the item itself, fetched on first use.
-    ISuperCollection* Collection() const { return m_Levels.back().collection.Get(); }
-    int32_t Index() const { return m_Levels.back().index; }
+    ISuperCollection* Collection() const { return m_Levels->back().m_Collection.Get(); }
+    int32_t Index() const { return m_Levels->back().m_Index; }
     int32_t Flags() const { return FlagsOf(*Collection(), Index()); }
     IUnknown* Item();
-    bool IsAtRoot() const { return m_Levels.size() == 1; }
+    bool IsAtRoot() const { return m_Levels->size() == 1; }
 
     /// Lets Next go below the current item when that is a collection.
     void Descend();
 
-    /// The path down to the current item's collection.
-    const TreePath& Path() const { return m_Path; }
+    /// The path down to the current item's collection. Who enters more leaves it again.
+    TreePath& Path() { return m_Path; }
 
 private:
     struct Level {
-        SmartPtr<ISuperCollection> collection;
-        int32_t count;
-        int32_t index = -1;
-        SmartPtr<IUnknown> item = {};
+        SmartPtr<ISuperCollection> m_Collection;
+        int32_t m_Count;
+        int32_t m_Index = -1;
     };
 
     void Enter(SmartPtr<ISuperCollection> collection);
 
-    std::vector<Level> m_Levels;
+    NearVector<Level, kNearLevels> m_Levels;
     TreePath m_Path;
+    SmartPtr<IUnknown> m_Item; ///< the current one, once it was asked for
     int32_t m_Seen = 0;
+    bool m_IsOnRow = false; ///< SeekRow has still to go below the current item
 };

@@ -56,8 +56,8 @@ int32_t CUITree::CompactSubNodes(ISuperCollection* collection) {
     });
 }
 
-/// Closes and hides every visible item; with `keepRootRows` the items of `collection` itself are
-/// all closed, but stay visible if they are. Only levels outlive it besides.
+/// Closes and hides every visible item, and takes every other bit but the level. With
+/// `keepRootRows` the items of `collection` itself are all closed, but stay visible if they are.
 void CUITree::Compact(ISuperCollection* collection, bool keepRootRows) {
     TreeWalk walk(collection);
     while (walk.Next()) {
@@ -77,9 +77,11 @@ int32_t CUITree::Find(
     if (!collection || !owner) {
         return E_POINTER;
     }
+    const void* wanted = node ? IdentityOf(node) : nullptr;
     TreeWalk walk(collection);
     while (walk.Next()) {
-        if (IsSameObject(walk.Item(), node)) {
+        IUnknown* item = walk.Item();
+        if (item == node || (item && node && IdentityOf(item) == wanted)) {
             *index = walk.Index();
             *owner = SmartPtr(walk.Collection()).Detach();
             return S_OK;
@@ -94,9 +96,9 @@ int32_t CUITree::Insert(IUnknown* reference, IUnknown* node, InsertAtConstants /
     return Perform([&] {
         NodeAddress place;
         const int32_t found =
-            Find(m_Collection.Get(), reference, &place.index, place.collection.Receive());
+            Find(m_Collection.Get(), reference, &place.m_Index, place.m_Collection.Receive());
         // The index in the reference's own collection serves as the row.
-        put_Node(0, found < 0 ? -1 : place.index, 0, node);
+        put_Node(0, found < 0 ? -1 : place.m_Index, 0, node);
         return S_OK;
     });
 }

@@ -4,6 +4,7 @@
 #include "framework/Runtime.h"
 #include "uitree/TreeWalk.h"
 
+#include <optional>
 #include <sys/time.h>
 
 class CUITree;
@@ -34,8 +35,8 @@ constexpr int32_t OPTION_FILLONPRESS = 2; ///< a press lets lazily filled items 
 
 /// A node by the collection that holds it and its index there.
 struct NodeAddress {
-    SmartPtr<ISuperCollection> collection;
-    int32_t index = 0;
+    SmartPtr<ISuperCollection> m_Collection;
+    int32_t m_Index = 0;
 };
 
 /// One pointer event as the operations that handle it see it: truncated to whole pixels, with the
@@ -127,14 +128,15 @@ private:
     /// What an operation on the shown rows starts from: the collection, taken under the lock, and
     /// the number of its visible rows.
     struct View {
-        SmartPtr<ISuperCollection> collection;
-        int32_t rows = 0;
+        SmartPtr<ISuperCollection> m_Collection;
+        int32_t m_Rows = 0;
+        RowMarks m_Marks = {}; ///< along the rows, from when they were counted
     };
     /// How the scroll bar splits the control's rectangle.
     struct Layout {
-        int32_t status = S_FALSE; ///< as of IUIScrollBar::Layout
-        CANVASRect bar = {};
-        CANVASRect client = {};
+        int32_t m_Status = S_FALSE; ///< as of IUIScrollBar::Layout
+        CANVASRect m_Bar = {};
+        CANVASRect m_Client = {};
     };
 
     CUITree();
@@ -157,29 +159,33 @@ private:
 
     // Rows and nodes.
     /// Finds the visible row `row` of `collection`. When there is none it answers E_INVALIDARG and
-    /// stores the number of visible rows in `index`, which may be null.
+    /// stores the number of visible rows in `index`, which may be null; for a negative row, without
+    /// a collection or an `owner`, nothing is stored.
     static int32_t get_VisibleIndex(
         ISuperCollection* collection, int32_t row, int32_t* index, ISuperCollection** owner);
     /// Finds a node object anywhere in the tree, in display order.
     static int32_t Find(
         ISuperCollection* collection, IUnknown* node, int32_t* index, ISuperCollection** owner);
-    static int32_t CountRows(ISuperCollection* collection);
+    static int32_t CountRows(ISuperCollection* collection, RowMarks* marks);
+    /// Puts the walk on a row of what was counted; false when there is none.
+    static bool FindRow(const View& view, int32_t row, std::optional<TreeWalk>& walk);
     /// The row under a height in pixels below the control's top edge.
     void GetElementPos(int32_t x, int32_t y, int32_t* row) const;
     /// The node at that height and its address; empty when there is none.
-    SmartPtr<IUnknown> NodeAt(ISuperCollection* collection, int32_t y, NodeAddress& address) const;
+    SmartPtr<IUnknown> NodeAt(const View& view, int32_t y, NodeAddress& address) const;
     void EmptyOwnCollection();
     void ApplyDefaultSizes();
     static void Compact(ISuperCollection* collection, bool keepRootRows);
 
     // Rows on the canvas.
+    /// A host may take the height away at any time, also within an operation.
+    bool HasRowHeight() const { return m_ElementHeight > 0; }
     /// False when there is nothing to draw or hit: no visible row, or no row height.
     bool TakeView(View& view);
     Layout LayOut(const CANVASRect& rect, int32_t rows);
     int32_t ScrollPos() const;
     void Scroll(int32_t position);
-    void DrawRows(ISuperCollection* collection, int32_t first, UbuntuCanvas* canvas,
-        const CANVASRect& client);
+    void DrawRows(const View& view, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client);
     PaintSettings SettingsOf(UbuntuCanvas* canvas, const CANVASRect& client, int32_t maxRows);
 
     // Selection.

@@ -10,12 +10,12 @@ int32_t CUITree::HitTest(int32_t x, int32_t y, CANVASRect* rect, IUnknown** node
     return Perform([&] {
         const CANVASRect area = RectOf(rect);
         View view;
-        if (!TakeView(view) || !Contains(area, x, y)) {
+        if (!Contains(area, x, y) || !TakeView(view)) {
             return E_FAIL;
         }
-        LayOut(area, view.rows);
+        LayOut(area, view.m_Rows);
         NodeAddress hit;
-        auto found = NodeAt(view.collection.Get(), Saturate(int64_t{y} - area.top), hit);
+        auto found = NodeAt(view, Saturate(int64_t{y} - area.top), hit);
         if (!found) {
             return E_FAIL;
         }
@@ -31,7 +31,7 @@ int32_t CUITree::Touch(double /*x*/, double /*y*/, CANVASRect* /*rect*/, double 
         if (phase == 0.0) {
             m_TouchStartPos = position;
         }
-        if (phase < 0.0 || m_ElementHeight <= 0) {
+        if (phase < 0.0 || !HasRowHeight()) {
             return S_OK;
         }
         Scroll(Truncate(m_TouchStartPos - panY / m_ElementHeight));

@@ -29,26 +29,27 @@ int32_t CUITree::get_VisibleIndex(
     return S_OK;
 }
 
-int32_t CUITree::CountRows(ISuperCollection* collection) {
-    int32_t count = 0;
-    SmartPtr<ISuperCollection> owner;
-    get_VisibleIndex(collection, kNoRow, &count, owner.Receive());
-    return count;
+int32_t CUITree::CountRows(ISuperCollection* collection, RowMarks* marks) {
+    TreeWalk walk(collection);
+    return walk.SeekRow(kNoRow, marks) ? walk.Index() : walk.Seen();
 }
 
 /// Without a row height, which a host object may just have taken away, there is no row.
 void CUITree::GetElementPos(int32_t /*x*/, int32_t y, int32_t* row) const {
     const int64_t position = ScrollPos();
-    *row = m_ElementHeight > 0 ? Saturate(y / m_ElementHeight + position) : -1;
+    *row = HasRowHeight() ? Saturate(y / m_ElementHeight + position) : -1;
 }
 
-SmartPtr<IUnknown> CUITree::NodeAt(
-    ISuperCollection* collection, int32_t y, NodeAddress& address) const {
+SmartPtr<IUnknown> CUITree::NodeAt(const View& view, int32_t y, NodeAddress& address) const {
     int32_t row = 0;
     GetElementPos(0, y, &row);
-    get_VisibleIndex(collection, row, &address.index, address.collection.Receive());
-    return address.collection ? ItemOf(*address.collection.Get(), address.index)
-                              : SmartPtr<IUnknown>();
+    std::optional<TreeWalk> walk;
+    if (!FindRow(view, row, walk)) {
+        return {};
+    }
+    address.m_Collection = SmartPtr(walk->Collection());
+    address.m_Index = walk->Index();
+    return ItemOf(*walk->Collection(), walk->Index());
 }
 
 int32_t CUITree::get_Collection(IUnknown** collection) {
@@ -116,24 +117,24 @@ int32_t CUITree::get_Node(int32_t, int32_t row, int32_t, IUnknown** node) {
     return Perform([&] {
         NodeAddress found;
         const int32_t status =
-            get_VisibleIndex(m_Collection.Get(), row, &found.index, found.collection.Receive());
-        return status < 0 ? E_INVALIDARG : found.collection->GetItem(found.index, node);
+            get_VisibleIndex(m_Collection.Get(), row, &found.m_Index, found.m_Collection.Receive());
+        return status < 0 ? E_INVALIDARG : found.m_Collection->GetItem(found.m_Index, node);
     });
 }
 
 int32_t CUITree::put_Node(int32_t, int32_t row, int32_t, IUnknown* node) {
     return Perform([&] {
-        NodeAddress place{.collection = {}, .index = row < 0 ? kNoRow : row};
+        NodeAddress place{.m_Collection = {}, .m_Index = row < 0 ? kNoRow : row};
         const int32_t resolved = get_VisibleIndex(
-            m_Collection.Get(), place.index, &place.index, place.collection.Receive());
+            m_Collection.Get(), place.m_Index, &place.m_Index, place.m_Collection.Receive());
         if (resolved < 0) {
-            place.collection = m_Collection;
+            place.m_Collection = m_Collection;
         }
-        if (!place.collection) {
+        if (!place.m_Collection) {
             return resolved;
         }
-        const int32_t status = place.collection->InsertItem(place.index, 0, node, 0, 0);
-        place.collection->SetItemFlags(place.index, kRootFlags);
+        const int32_t status = place.m_Collection->InsertItem(place.m_Index, 0, node, 0, 0);
+        place.m_Collection->SetItemFlags(place.m_Index, kRootFlags);
         return status;
     });
 }

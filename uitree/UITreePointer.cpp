@@ -6,17 +6,17 @@
 // Pointer input: the wheel, the scroll bar, and clicks on rows.
 
 struct PointerEvent {
-    int32_t state;
-    int32_t action;
-    int32_t keys;
-    double x;
-    double y;
-    int32_t ix; ///< x and y truncated to whole pixels
-    int32_t iy;
-    CANVASRect rect; ///< the control's
-    IUnknown* context;
-    NodeAddress row = {}; ///< of the node under the pointer
-    SmartPtr<IUnknown> node = {};
+    int32_t m_State;
+    int32_t m_Action;
+    int32_t m_Keys;
+    double m_X;
+    double m_Y;
+    int32_t m_PixelX; ///< the position truncated to whole pixels
+    int32_t m_PixelY;
+    CANVASRect m_Rect; ///< the control's
+    IUnknown* m_Context;
+    NodeAddress m_Row = {}; ///< of the node under the pointer
+    SmartPtr<IUnknown> m_Node = {};
 };
 
 namespace {
@@ -53,42 +53,42 @@ int32_t CUITree::Pointer(int32_t state, int32_t action, int32_t keys, double x, 
         return S_OK;
     }
     return Perform([&] {
-        PointerEvent event{.state = state,
-            .action = action,
-            .keys = keys,
-            .x = x,
-            .y = y,
-            .ix = Truncate(x),
-            .iy = Truncate(y),
-            .rect = RectOf(rect),
-            .context = context};
+        PointerEvent event{.m_State = state,
+            .m_Action = action,
+            .m_Keys = keys,
+            .m_X = x,
+            .m_Y = y,
+            .m_PixelX = Truncate(x),
+            .m_PixelY = Truncate(y),
+            .m_Rect = RectOf(rect),
+            .m_Context = context};
         return HandlePointer(event);
     });
 }
 
 int32_t CUITree::HandlePointer(PointerEvent& event) {
     View view;
-    if (!TakeView(view) || !Contains(event.rect, event.ix, event.iy)) {
+    if (!Contains(event.m_Rect, event.m_PixelX, event.m_PixelY) || !TakeView(view)) {
         return E_FAIL;
     }
-    const Layout layout = LayOut(event.rect, view.rows);
-    if ((event.state & POINTERSTATE_WHEEL) != 0) {
+    const Layout layout = LayOut(event.m_Rect, view.m_Rows);
+    if ((event.m_State & POINTERSTATE_WHEEL) != 0) {
         Wheel(event);
         return S_OK;
     }
-    if (const int32_t taken = OfferToScrollBar(event, layout.bar); taken >= 0) {
+    if (const int32_t taken = OfferToScrollBar(event, layout.m_Bar); taken >= 0) {
         if (taken == S_OK) {
             FIRE_UIItemChanged(Self(), 0);
         }
         return S_OK;
     }
-    event.node = NodeAt(view.collection.Get(), Truncate(event.y - event.rect.top), event.row);
-    if (!event.node) {
+    event.m_Node = NodeAt(view, Truncate(event.m_Y - event.m_Rect.top), event.m_Row);
+    if (!event.m_Node) {
         return S_FALSE;
     }
     ReportDrag(event);
-    if ((event.state & POINTERSTATE_PRIMARY) != 0) {
-        switch (event.action) {
+    if ((event.m_State & POINTERSTATE_PRIMARY) != 0) {
+        switch (event.m_Action) {
         case POINTERACTION_PRESS:
             return PrimaryPress(event);
         case POINTERACTION_RELEASE:
@@ -97,18 +97,18 @@ int32_t CUITree::HandlePointer(PointerEvent& event) {
             return S_FALSE;
         }
     }
-    if (event.action == POINTERACTION_PRESS && event.state == POINTERSTATE_SECONDARY) {
+    if (event.m_Action == POINTERACTION_PRESS && event.m_State == POINTERSTATE_SECONDARY) {
         return SecondaryPress(event);
     }
     return S_FALSE;
 }
 
 void CUITree::Wheel(const PointerEvent& event) {
-    const int32_t steps = event.keys / kWheelStep;
+    const int32_t steps = event.m_Keys / kWheelStep;
     if (steps == 0) {
         return;
     }
-    const bool fast = (event.state & POINTERSTATE_FAST) != 0;
+    const bool fast = (event.m_State & POINTERSTATE_FAST) != 0;
     const double distance = steps * (fast ? kFastWheelFactor : 1.0);
     Scroll(Truncate(ScrollPos() + distance));
     FIRE_UIItemChanged(Self(), 0);
@@ -117,35 +117,36 @@ void CUITree::Wheel(const PointerEvent& event) {
 /// The bar's answer; negative when it is none of its business.
 int32_t CUITree::OfferToScrollBar(const PointerEvent& event, CANVASRect bar) {
     const auto input = Query<IUIMouseInput>(m_ScrollBar.Get());
-    return input ? input->Pointer(
-                       event.state, event.action, event.keys, event.x, event.y, &bar, event.context)
+    return input ? input->Pointer(event.m_State, event.m_Action, event.m_Keys, event.m_X, event.m_Y,
+                       &bar, event.m_Context)
                  : E_FAIL;
 }
 
 /// Informs about every move with the button held; nothing is moved and nothing latched.
 void CUITree::ReportDrag(const PointerEvent& event) {
-    if (event.state == POINTERSTATE_PRIMARY && event.action == POINTERACTION_MOVE &&
-        event.keys == 0 && m_PointerDown &&
-        (IsAway(event.x, m_PressX) || IsAway(event.y, m_PressY))) {
+    if (event.m_State == POINTERSTATE_PRIMARY && event.m_Action == POINTERACTION_MOVE &&
+        event.m_Keys == 0 && m_PointerDown &&
+        (IsAway(event.m_X, m_PressX) || IsAway(event.m_Y, m_PressY))) {
         const SmartPtr<IUnknown> pressed = m_PressedNode;
-        Fire_NodeDrag(event.context, event.state, event.ix, event.iy, pressed.Get());
+        Fire_NodeDrag(
+            event.m_Context, event.m_State, event.m_PixelX, event.m_PixelY, pressed.Get());
     }
 }
 
 int32_t CUITree::PrimaryPress(const PointerEvent& event) {
     m_PointerDown = true;
-    m_PressX = event.ix;
-    m_PressY = event.iy;
-    m_PressedNode = event.node;
+    m_PressX = event.m_PixelX;
+    m_PressY = event.m_PixelY;
+    m_PressedNode = event.m_Node;
     if ((m_Options & OPTION_FILLONPRESS) != 0) {
-        FillOnPress(event.node.Get());
+        FillOnPress(event.m_Node.Get());
     }
-    if ((event.keys & kKeepSelectionKeys) != 0 || m_SelectOnPress == 0) {
+    if ((event.m_Keys & kKeepSelectionKeys) != 0 || m_SelectOnPress == 0) {
         return S_OK;
     }
     ForgetSelection();
-    if (!IsCollection(event.node.Get())) {
-        FlipAndSelect(event.row);
+    if (!IsCollection(event.m_Node.Get())) {
+        FlipAndSelect(event.m_Row);
     }
     Refresh();
     return S_OK;
@@ -161,13 +162,13 @@ void CUITree::ForgetSelection() {
             Unmark(collection.Get(), i);
         }
     }
-    SetSelection({.collection = {}, .index = -1});
+    SetSelection({.m_Collection = {}, .m_Index = -1});
 }
 
 /// The flags are read afresh: what came before may have changed them.
 void CUITree::FlipAndSelect(const NodeAddress& row) {
-    const int32_t flags = FlagsOf(*row.collection.Get(), row.index);
-    row.collection->SetItemFlags(row.index, flags ^ NODE_SELECTED);
+    const int32_t flags = FlagsOf(*row.m_Collection.Get(), row.m_Index);
+    row.m_Collection->SetItemFlags(row.m_Index, flags ^ NODE_SELECTED);
     SetSelection(row);
 }
 
@@ -178,14 +179,14 @@ int32_t CUITree::PrimaryRelease(const PointerEvent& event) {
 bool CUITree::IsDoubleClick(const PointerEvent& event) const {
     timeval now;
     gettimeofday(&now, nullptr);
-    return MillisecondsBetween(m_LastClickTime, now) < kDoubleClickInterval && event.keys == 0 &&
-           !IsAway(event.x, m_LastClickX) && !IsAway(event.y, m_LastClickY);
+    return MillisecondsBetween(m_LastClickTime, now) < kDoubleClickInterval && event.m_Keys == 0 &&
+           !IsAway(event.m_X, m_LastClickX) && !IsAway(event.m_Y, m_LastClickY);
 }
 
 /// Leaves the press, the selection and the click time alone, and pairs with no further release.
 int32_t CUITree::DoubleClick(const PointerEvent& event) {
     Fire_NodeSelect(
-        Self(), NODESELECT_DOUBLECLICK, event.row.index, NODEACTION_NONE, event.node.Get());
+        Self(), NODESELECT_DOUBLECLICK, event.m_Row.m_Index, NODEACTION_NONE, event.m_Node.Get());
     m_LastClickX = kNoClick;
     m_LastClickY = kNoClick;
     return S_OK;
@@ -193,31 +194,31 @@ int32_t CUITree::DoubleClick(const PointerEvent& event) {
 
 int32_t CUITree::Click(const PointerEvent& event) {
     gettimeofday(&m_LastClickTime, nullptr);
-    m_LastClickX = event.ix;
-    m_LastClickY = event.iy;
+    m_LastClickX = event.m_PixelX;
+    m_LastClickY = event.m_PixelY;
     m_PointerDown = false;
     m_PressedNode.Reset();
 
     int32_t action = NODEACTION_NONE;
-    SmartPtr<IUnknown> reported = event.node;
-    if (const auto children = IsCollection(event.node.Get())) {
-        const int32_t flags = FlagsOf(*event.row.collection.Get(), event.row.index);
+    SmartPtr<IUnknown> reported = event.m_Node;
+    if (const auto children = IsCollection(event.m_Node.Get())) {
+        const int32_t flags = FlagsOf(*event.m_Row.m_Collection.Get(), event.m_Row.m_Index);
         if (IsToggleZone(event, flags & NODE_LEVEL_MASK)) {
-            action = Toggle(event.row, *children.Get(), flags);
+            action = Toggle(event.m_Row, *children.Get(), flags);
         }
         if ((m_Options & OPTION_REPORTDATA) != 0) {
             SmartPtr<IUnknown> data;
-            if (event.row.collection->GetItemData(event.row.index, data.Receive()) >= 0) {
+            if (event.m_Row.m_Collection->GetItemData(event.m_Row.m_Index, data.Receive()) >= 0) {
                 reported = std::move(data);
             }
         }
     }
-    if (event.keys == 0) {
+    if (event.m_Keys == 0) {
         UnmarkSelected();
     }
-    FlipAndSelect(event.row);
-    Fire_NodeSelect(event.row.collection.Get(), event.state | event.keys, event.row.index, action,
-        reported.Get());
+    FlipAndSelect(event.m_Row);
+    Fire_NodeSelect(event.m_Row.m_Collection.Get(), event.m_State | event.m_Keys,
+        event.m_Row.m_Index, action, reported.Get());
     return S_OK;
 }
 
@@ -228,8 +229,8 @@ bool CUITree::IsToggleZone(const PointerEvent& event, int32_t level) const {
         return true;
     }
     const int32_t iconOnly = level == 1 ? m_RootToggleOnIconOnly : m_ChildToggleOnIconOnly;
-    const int64_t boundary = event.rect.left + int64_t{m_IndentWidth} * level;
-    return iconOnly == 0 || event.x <= static_cast<double>(boundary);
+    const int64_t boundary = event.m_Rect.left + int64_t{m_IndentWidth} * level;
+    return iconOnly == 0 || event.m_X <= static_cast<double>(boundary);
 }
 
 /// Opens or closes a collection row and says which. An empty collection never stays open.
@@ -237,7 +238,7 @@ int32_t CUITree::Toggle(const NodeAddress& row, ISuperCollection& children, int3
     const bool opens = (flags & NODE_EXPANDED) == 0;
     const bool stays = ShowChildren(children, flags, opens) > 0 && opens;
     const int32_t kept = flags & (NODE_LEVEL_MASK | NODE_VISIBLE);
-    row.collection->SetItemFlags(row.index, stays ? kept | NODE_EXPANDED : kept);
+    row.m_Collection->SetItemFlags(row.m_Index, stays ? kept | NODE_EXPANDED : kept);
     Refresh();
     return opens ? NODEACTION_OPENED : NODEACTION_CLOSED;
 }
@@ -245,9 +246,10 @@ int32_t CUITree::Toggle(const NodeAddress& row, ISuperCollection& children, int3
 /// Marks the row, also a collection's, without a refresh.
 int32_t CUITree::SecondaryPress(const PointerEvent& event) {
     UnmarkSelected();
-    const int32_t flags = FlagsOf(*event.row.collection.Get(), event.row.index);
-    event.row.collection->SetItemFlags(event.row.index, flags | NODE_SELECTED);
-    SetSelection(event.row);
-    Fire_NodeSelect(Self(), event.state, event.row.index, NODEACTION_NONE, event.node.Get());
+    const int32_t flags = FlagsOf(*event.m_Row.m_Collection.Get(), event.m_Row.m_Index);
+    event.m_Row.m_Collection->SetItemFlags(event.m_Row.m_Index, flags | NODE_SELECTED);
+    SetSelection(event.m_Row);
+    Fire_NodeSelect(
+        Self(), event.m_State, event.m_Row.m_Index, NODEACTION_NONE, event.m_Node.Get());
     return S_FALSE;
 }

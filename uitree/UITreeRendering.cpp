@@ -35,24 +35,43 @@ private:
 } // namespace
 
 bool CUITree::TakeView(View& view) {
+    if (!HasRowHeight()) {
+        return false;
+    }
     {
         const ObjectGuard guard(*this);
-        view.collection = m_Collection;
+        view.m_Collection = m_Collection;
     }
-    view.rows = CountRows(view.collection.Get());
-    return view.rows > 0 && m_ElementHeight > 0;
+    view.m_Rows = CountRows(view.m_Collection.Get(), &view.m_Marks);
+    return view.m_Rows > 0 && HasRowHeight();
 }
 
-/// Keeps the scroll bar's range current on the way. Without a scroll bar all of it is the rows'.
+/// The tree is taken to be as it was counted. Where a mark leads nowhere it was changed since, and
+/// the row is looked for from the root.
+bool CUITree::FindRow(const View& view, int32_t row, std::optional<TreeWalk>& walk) {
+    walk.emplace(view.m_Collection.Get());
+    if (row < 0 || row >= view.m_Rows) {
+        return false;
+    }
+    const RowMark* mark = view.m_Marks.Before(row);
+    if (mark && walk->GoTo(*mark) && (mark->m_Row == row || walk->SeekRow(row))) {
+        return true;
+    }
+    walk.emplace(view.m_Collection.Get());
+    return walk->SeekRow(row);
+}
+
+/// Keeps the scroll bar's range current on the way. Without a scroll bar the rows get the whole
+/// rectangle.
 CUITree::Layout CUITree::LayOut(const CANVASRect& rect, int32_t rows) {
     Layout layout;
     CANVASRect area = rect;
     if (!m_ScrollBar) {
-        layout.client = area;
+        layout.m_Client = area;
         return layout;
     }
     m_ScrollBar->SetRange(0, rows - 1);
-    layout.status = m_ScrollBar->Layout(&area, &layout.bar, &layout.client);
+    layout.m_Status = m_ScrollBar->Layout(&area, &layout.m_Bar, &layout.m_Client);
     return layout;
 }
 
@@ -78,39 +97,39 @@ int32_t CUITree::Render(
             return E_FAIL;
         }
         const CANVASRect area = RectOf(rect);
-        Layout layout = LayOut(area, view.rows);
+        Layout layout = LayOut(area, view.m_Rows);
         const int32_t first = ScrollPos();
-        if (layout.status >= 0) {
-            const CanvasClip clip(canvas, layout.client);
-            DrawRows(view.collection.Get(), first, canvas, layout.client);
+        if (layout.m_Status >= 0) {
+            const CanvasClip clip(canvas, layout.m_Client);
+            DrawRows(view, first, canvas, layout.m_Client);
         }
-        if (layout.status == S_OK) {
+        if (layout.m_Status == S_OK) {
             if (const auto bar = Query<IRenderableObject>(m_ScrollBar.Get())) {
-                bar->Render(canvas, &layout.bar, nullptr, param);
+                bar->Render(canvas, &layout.m_Bar, nullptr, param);
             }
         }
         return S_OK;
     });
 }
 
-/// Each turn draws the rest of the collection that holds the next row, with all that is open below,
-/// and finds the row that follows again from the root: the walk goes down by itself and up by
-/// resolving.
+/// Each turn draws the rest of the collection that holds the next row, with all that is open below.
+/// The painter goes down by itself; the walk goes on to the row that follows what was drawn.
 void CUITree::DrawRows(
-    ISuperCollection* collection, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client) {
-    const int32_t height = m_ElementHeight;
-    const int32_t rows = height > 0 ? client.height / height : 0;
-    int32_t drawn = 0;
-    while (drawn < rows && first >= 0) {
-        TreeWalk walk(collection);
-        if (!walk.SeekRow(Saturate(int64_t{first} + drawn))) {
-            return;
-        }
-        RowPainter painter(SettingsOf(canvas, client, rows), walk.Path());
-        if (painter.Paint(walk.Collection(), walk.Index(), &drawn) < 0) {
-            return;
-        }
+    const View& view, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client) {
+    const int32_t rows = HasRowHeight() ? client.height / m_ElementHeight : 0;
+    std::optional<TreeWalk> walk;
+    if (rows <= 0 || !FindRow(view, first, walk)) {
+        return;
     }
+    RowPainter painter(SettingsOf(canvas, client, rows));
+    int32_t drawn = 0;
+    do {
+        const int32_t status =
+            painter.Paint(walk->Path(), walk->Collection(), walk->Index(), &drawn, &m_IndentWidth);
+        if (status < 0) {
+            return;
+        }
+    } while (drawn < rows && int64_t{first} + drawn < view.m_Rows && walk->SeekRow(first + drawn));
 }
 
 int32_t CUITree::RenderChildNodes(ISuperCollection* collection, int32_t start, int32_t* rowCounter,
@@ -123,20 +142,19 @@ int32_t CUITree::RenderChildNodes(ISuperCollection* collection, int32_t start, i
         if (collection) {
             path.Enter(collection);
         }
-        RowPainter painter(SettingsOf(canvas, client, maxRows), std::move(path));
-        return painter.Paint(collection, start, rowCounter);
+        RowPainter painter(SettingsOf(canvas, client, maxRows));
+        return painter.Paint(path, collection, start, rowCounter, &m_IndentWidth);
     });
 }
 
 PaintSettings CUITree::SettingsOf(UbuntuCanvas* canvas, const CANVASRect& client, int32_t maxRows) {
-    return {.canvas = canvas,
-        .client = client,
-        .maxRows = maxRows,
-        .rowHeight = m_ElementHeight,
-        .textColor = m_TextColor,
-        .openIcon = m_OpenIcon,
-        .closedIcon = m_ClosedIcon,
-        .style = m_RenderStyle,
-        .renderer = m_Renderer,
-        .indentWidth = &m_IndentWidth};
+    return {.m_Canvas = canvas,
+        .m_Client = client,
+        .m_MaxRows = maxRows,
+        .m_RowHeight = m_ElementHeight,
+        .m_TextColor = m_TextColor,
+        .m_OpenIcon = Query<IRenderableObject>(m_OpenIcon.Get()),
+        .m_ClosedIcon = Query<IRenderableObject>(m_ClosedIcon.Get()),
+        .m_Style = m_RenderStyle,
+        .m_Renderer = m_Renderer};
 }

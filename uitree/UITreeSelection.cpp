@@ -7,22 +7,23 @@ int32_t CUITree::SelectNode(int32_t row, int32_t flags) {
     return Perform([&] {
         const int64_t position = ScrollPos();
         const int64_t offset = (flags & SELECT_ABSOLUTE) != 0 ? 0 : position;
-        NodeAddress target{.collection = {}, .index = -1};
-        get_VisibleIndex(
-            m_Collection.Get(), Saturate(row - offset), &target.index, target.collection.Receive());
+        NodeAddress target{.m_Collection = {}, .m_Index = -1};
+        get_VisibleIndex(m_Collection.Get(), Saturate(row - offset), &target.m_Index,
+            target.m_Collection.Receive());
         if ((flags & SELECT_SCROLL) != 0) {
             Scroll(row);
         }
         SmartPtr<IUnknown> node;
-        if ((flags & SELECT_UNMARKED) == 0 && target.collection) {
+        if ((flags & SELECT_UNMARKED) == 0 && target.m_Collection) {
             UnmarkSelected();
-            node = ItemOf(*target.collection.Get(), target.index);
-            const int32_t marked = FlagsOf(*target.collection.Get(), target.index) | NODE_SELECTED;
-            target.collection->SetItemFlags(target.index, marked);
+            node = ItemOf(*target.m_Collection.Get(), target.m_Index);
+            const int32_t marked =
+                FlagsOf(*target.m_Collection.Get(), target.m_Index) | NODE_SELECTED;
+            target.m_Collection->SetItemFlags(target.m_Index, marked);
         }
         if ((flags & SELECT_CURRENT) != 0) {
             SetSelection(target);
-            Fire_NodeSelect(Self(), NODESELECT_CLICK, target.index, NODEACTION_NONE, node.Get());
+            Fire_NodeSelect(Self(), NODESELECT_CLICK, target.m_Index, NODEACTION_NONE, node.Get());
         }
         return S_OK;
     });
@@ -78,8 +79,8 @@ int32_t CUITree::UIItemChanged(IUnknown* /*item*/, int32_t /*flags*/) {
 }
 
 void CUITree::SetSelection(const NodeAddress& node) {
-    m_SelectedIndex = node.index;
-    m_SelectedCollection = node.collection;
+    m_SelectedIndex = node.m_Index;
+    m_SelectedCollection = node.m_Collection;
 }
 
 void CUITree::UnmarkSelected() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -19,11 +20,17 @@ constexpr int32_t E_POINTER = static_cast<int32_t>(0x80004003U); ///< a required
 constexpr int32_t E_FAIL = static_cast<int32_t>(0x80004005U);
 constexpr int32_t E_INVALIDARG = static_cast<int32_t>(0x80070057U); ///< addresses nothing
 
-/// Interface identifier: 16 bytes without inner structure, compared as four words.
+/// Interface identifier: 16 bytes without inner structure.
 struct IID {
     uint32_t m_Words[4];
 
-    bool operator==(const IID&) const = default;
+    /// As two long words, which are copied first because they need not be aligned as such.
+    bool operator==(const IID& other) const {
+        using Halves = std::array<uint64_t, 2>;
+        const auto own = std::bit_cast<Halves>(*this);
+        const auto others = std::bit_cast<Halves>(other);
+        return own[0] == others[0] && own[1] == others[1];
+    }
 };
 static_assert(sizeof(IID) == 16 && alignof(IID) == 4);
 

@@ -1,11 +1,13 @@
 #include "framework/runtime/SmartPtr.h"
 
+const void* IdentityOf(IUnknown* object) {
+    const void* identity = Query<IUnknown>(object).Get(); // only the address matters
+    return identity ? identity : object;
+}
+
 bool IsSameObject(IUnknown* first, IUnknown* second) {
     if (!first || !second) {
         return first == second;
     }
-    // Only the addresses matter, so each answer is released at once.
-    const void* firstIdentity = Query<IUnknown>(first).Get();
-    const void* secondIdentity = Query<IUnknown>(second).Get();
-    return firstIdentity ? firstIdentity == secondIdentity : first == second;
+    return IdentityOf(first) == IdentityOf(second);
 }

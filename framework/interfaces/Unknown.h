@@ -19,6 +19,10 @@ protected:
     ~IUnknown() = default;
 };
 
+/// What tells objects apart: the address that an interface pointer answers for IID_IUnknown, or the
+/// pointer itself when it answers none. Not for calls: no reference comes with it.
+const void* IdentityOf(IUnknown* object);
+
 /// Whether two interface pointers denote one object: their IUnknown addresses are equal. Null is
 /// the same as null only.
 bool IsSameObject(IUnknown* first, IUnknown* second);
