@@ -2,36 +2,21 @@
 
 #include "framework/Support.h"
 
-namespace {
-
-/// The object that an item stands for: what it binds to when it is a moniker, else itself.
-SmartPtr<IUnknown> ObjectOf(IUnknown* item) {
-    SmartPtr<IUnknown> object(item);
-    if (const auto moniker = Query<ICollectionMoniker>(item)) {
-        moniker->BindToObject(IID_IUnknown, object.ReceiveAny());
+/// What is asked is the object that an item stands for: what it binds to when it is a moniker, else
+/// itself.
+bool IsSlide(IUnknown* item) {
+    SmartPtr<IUnknown> bound;
+    const auto moniker = Query<ICollectionMoniker>(item);
+    if (moniker) {
+        moniker->BindToObject(IID_IUnknown, bound.ReceiveAny());
     }
-    return object;
-}
-
-/// Slides are collections to everyone else, and leaves in a tree.
-bool IsSlide(IUnknown* object) {
-    const auto info = Query<IObjectInfo>(object);
+    const auto info = Query<IObjectInfo>(moniker ? bound.Get() : item);
     if (!info) {
         return false;
     }
     tagREFString name = {};
     info->GetName(0, &name);
     return IsEqualIgnoringCase(name, CREFString(L"PMSlide"));
-}
-
-} // namespace
-
-SmartPtr<ISuperCollection> IsCollection(IUnknown* item) {
-    auto collection = QueryItem<ISuperCollection>(item);
-    if (collection && IsSlide(ObjectOf(item).Get())) {
-        collection.Reset();
-    }
-    return collection;
 }
 
 int32_t ShowChildren(ISuperCollection& children, int32_t parentFlags, bool show) {

@@ -7,9 +7,20 @@
 
 // What the control asks of the items and flag words of the host's collections.
 
+/// Slides are collections to everyone else, and leaves in a tree.
+bool IsSlide(IUnknown* item);
+
 /// The sub-collection that makes an item expandable, looked for through the item's wrappers; empty
 /// when there is none, or when the object presents itself as a leaf by its name.
-SmartPtr<ISuperCollection> IsCollection(IUnknown* item);
+[[gnu::always_inline]] inline SmartPtr<ISuperCollection> IsCollection(IUnknown* item) {
+    void* collection = nullptr;
+    QueryItemObject(item, IID_ISuperCollection, &collection);
+    if (!collection) {
+        return {};
+    }
+    auto children = Adopt(static_cast<ISuperCollection*>(collection));
+    return IsSlide(item) ? SmartPtr<ISuperCollection>() : std::move(children);
+}
 
 /// An item's flag word; 0 when it cannot be read.
 inline int32_t FlagsOf(ISuperCollection& collection, int32_t index) {

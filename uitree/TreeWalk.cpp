@@ -1,6 +1,6 @@
 #include "uitree/TreeWalk.h"
 
-#include <limits>
+#include <algorithm>
 #include <utility>
 
 TreeWalk::TreeWalk(ISuperCollection* root) {
@@ -23,25 +23,64 @@ bool TreeWalk::Next() {
 }
 
 bool TreeWalk::SeekRow(int32_t row, RowMarks* marks) {
-    int32_t nextMark = marks ? marks->Next() : -1;
     if (std::exchange(m_IsOnRow, false)) {
         Descend();
     }
-    while (m_Seen < std::numeric_limits<int32_t>::max() && Next()) {
-        if ((Flags() & NODE_VISIBLE) == 0) {
-            continue;
+    m_Item.Reset();
+    while (!m_Levels->empty()) {
+        const int32_t nextMark = marks ? marks->Next() : kEndless;
+        if (!SeekInLevel(std::min(row, nextMark))) {
+            m_Levels->pop_back();
+            m_Path.Leave();
+        } else if (m_Seen == kEndless) {
+            return false;
+        } else if (m_IsOnRow) {
+            if (m_Seen == nextMark) {
+                marks->Add(*m_Levels);
+            }
+            ++m_Seen;
+            if (row < m_Seen) {
+                return true;
+            }
+            m_IsOnRow = false;
+            Descend();
+            m_Item.Reset();
         }
-        if (m_Seen == nextMark) {
-            marks->Add(*m_Levels);
-            nextMark = marks->Next();
-        }
-        if (row < ++m_Seen) {
-            m_IsOnRow = true;
-            return true;
-        }
-        Descend();
     }
     return false;
+}
+
+/// Goes on in the current collection up to the visible row `stop`, where it stands then, or into
+/// the first collection below, whichever comes first; false when there is neither. This is where
+/// the time of every operation on the shown rows goes: beside the host's calls there is next to
+/// nothing.
+bool TreeWalk::SeekInLevel(int32_t stop) {
+    Level& level = m_Levels->back();
+    ISuperCollection& collection = *level.m_Collection.Get();
+    const int32_t count = level.m_Count;
+    int32_t index = level.m_Index;
+    int32_t seen = m_Seen;
+    while (++index < count) {
+        if ((FlagsOf(collection, index) & NODE_VISIBLE) == 0) {
+            continue;
+        }
+        if (seen == stop) {
+            m_IsOnRow = true;
+            break;
+        }
+        ++seen;
+        const SmartPtr<IUnknown> item = ItemOf(collection, index);
+        if (auto children = IsCollection(item.Get())) {
+            level.m_Index = index;
+            m_Seen = seen;
+            if (Enter(std::move(children))) { // which may move the levels
+                return true;
+            }
+        }
+    }
+    level.m_Index = index;
+    m_Seen = seen;
+    return m_IsOnRow;
 }
 
 bool TreeWalk::GoTo(const RowMark& mark) {
@@ -74,9 +113,11 @@ void TreeWalk::Descend() {
     }
 }
 
-void TreeWalk::Enter(SmartPtr<ISuperCollection> collection) {
-    if (m_Path.Enter(collection.Get())) {
-        const int32_t count = CountOf(*collection.Get());
-        m_Levels->push_back({std::move(collection), count});
+bool TreeWalk::Enter(SmartPtr<ISuperCollection> collection) {
+    if (!m_Path.Enter(collection.Get())) {
+        return false;
     }
+    const int32_t count = CountOf(*collection.Get());
+    m_Levels->push_back({std::move(collection), count});
+    return true;
 }

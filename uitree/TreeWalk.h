@@ -4,6 +4,8 @@
 #include "uitree/TreeItems.h"
 #include "uitree/TreePath.h"
 
+#include <limits>
+
 /// The one way through the tree: a depth-first walk in display order that goes below an item only
 /// when told to.
 ///
@@ -50,13 +52,17 @@ public:
     TreePath& Path() { return m_Path; }
 
 private:
+    static constexpr int32_t kEndless = std::numeric_limits<int32_t>::max();
+
     struct Level {
         SmartPtr<ISuperCollection> m_Collection;
         int32_t m_Count;
         int32_t m_Index = -1;
     };
 
-    void Enter(SmartPtr<ISuperCollection> collection);
+    bool SeekInLevel(int32_t stop);
+    /// False for a collection that the path leads through already.
+    bool Enter(SmartPtr<ISuperCollection> collection);
 
     NearVector<Level, kNearLevels> m_Levels;
     TreePath m_Path;

@@ -1,26 +1,17 @@
 #include "framework/runtime/QueryItem.h"
 
-#include "framework/interfaces/CollectionInterfaces.h"
-
-int32_t QueryItemObject(IUnknown* item, const IID& iid, void** result) {
-    *result = nullptr;
-    if (!item) {
-        return E_NOINTERFACE;
-    }
-    if (item->QueryInterface(iid, result) >= 0) {
-        return S_OK;
-    }
-    SmartPtr<IUnknown> stoodFor;
-    const auto node = Query<IUINode>(item);
+int32_t QueryWrappedItem(SmartPtr<IUINode> node, SmartPtr<ICollectionMoniker> moniker,
+    IUnknown* item, const IID& iid, void** result) {
     if (node) {
+        SmartPtr<IUnknown> stoodFor;
         node->get_Object(stoodFor.Receive());
         if (stoodFor && stoodFor->QueryInterface(iid, result) >= 0) {
             return S_OK;
         }
-    }
-    auto moniker = Query<ICollectionMoniker>(item);
-    if (!moniker) {
-        moniker = Query<ICollectionMoniker>(stoodFor.Get());
+        moniker = Query<ICollectionMoniker>(item);
+        if (!moniker) {
+            moniker = Query<ICollectionMoniker>(stoodFor.Get());
+        }
     }
     *result = nullptr; // a failed query may have left something else
     const int32_t status = moniker ? moniker->BindToObject(iid, result) : E_NOINTERFACE;
