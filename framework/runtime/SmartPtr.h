@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/interfaces/Unknown.h"
+#include "framework/runtime/Identity.h"
 
 #include <utility>
 

@@ -1,3 +1,5 @@
+#include "framework/runtime/Identity.h"
+
 #include "framework/runtime/SmartPtr.h"
 
 const void* IdentityOf(IUnknown* object) {
