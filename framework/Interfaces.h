@@ -3,6 +3,7 @@
 // Every interface of the framework that modules and hosts meet through.
 
 #include "framework/interfaces/CollectionInterfaces.h"
+#include "framework/interfaces/CollectionVersion.h"
 #include "framework/interfaces/ComponentInterfaces.h"
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/interfaces/EventInterfaces.h"

@@ -16,6 +16,7 @@ public:
     std::pmr::vector<T>* operator->() { return &m_Items; }
     const std::pmr::vector<T>* operator->() const { return &m_Items; }
     std::pmr::vector<T>& operator*() { return m_Items; }
+    const std::pmr::vector<T>& operator*() const { return m_Items; }
 
 private:
     alignas(T) std::byte m_Near[kNear * sizeof(T)];

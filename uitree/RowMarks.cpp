@@ -1,6 +1,7 @@
 #include "uitree/RowMarks.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 
 /// When all are used, every second one goes and the others lie twice as far apart.
@@ -16,9 +17,33 @@ void RowMarks::Advance() {
     m_Next = fits ? m_Next + m_Step : std::numeric_limits<int32_t>::max();
 }
 
-const RowMark* RowMarks::Before(int32_t row) const {
+void RowMarks::Clear() {
+    m_Count = 0;
+    m_Step = kFirstStep;
+    m_Next = kFirstStep;
+    m_HasLast = false;
+}
+
+std::optional<RowMark> RowMarks::Nearest(int32_t row) const {
+    const RowMark* nearest = nullptr;
+    int32_t distance = row;
+    const auto consider = [&](const RowMark& mark) {
+        if (std::abs(mark.m_Row - row) < distance) {
+            nearest = &mark;
+            distance = std::abs(mark.m_Row - row);
+        }
+    };
     const auto end = m_Marks.begin() + static_cast<ptrdiff_t>(m_Count);
     const auto after = std::partition_point(
         m_Marks.begin(), end, [row](const RowMark& mark) { return mark.m_Row <= row; });
-    return after == m_Marks.begin() ? nullptr : &*std::prev(after);
+    if (after != m_Marks.begin()) {
+        consider(*std::prev(after));
+    }
+    if (after != end) {
+        consider(*after);
+    }
+    if (m_HasLast) {
+        consider(m_Last);
+    }
+    return nearest ? std::optional(*nearest) : std::nullopt;
 }

@@ -100,6 +100,29 @@ bool TreeWalk::GoTo(const RowMark& mark) {
     return true;
 }
 
+bool TreeWalk::Back() {
+    m_Item.Reset();
+    while (!m_Levels->empty()) {
+        Level& level = m_Levels->back();
+        if (--level.m_Index < 0) { // the row before is the one that led here
+            m_Levels->pop_back();
+            m_Path.Leave();
+            break;
+        }
+        if ((FlagsOf(*level.m_Collection.Get(), level.m_Index) & NODE_VISIBLE) == 0) {
+            continue;
+        }
+        const auto item = ItemOf(*level.m_Collection.Get(), level.m_Index);
+        auto children = IsCollection(item.Get());
+        if (!children || !Enter(std::move(children))) {
+            break;
+        }
+        m_Levels->back().m_Index = m_Levels->back().m_Count; // the last row below comes first
+    }
+    --m_Seen;
+    return !m_Levels->empty();
+}
+
 IUnknown* TreeWalk::Item() {
     if (!m_Item) {
         Collection()->GetItem(Index(), m_Item.Receive());

@@ -34,6 +34,10 @@ public:
     /// Puts a walk that has not begun on the row that was marked. False when the way there is no
     /// more; the walk is of no use then.
     bool GoTo(const RowMark& mark);
+    /// Moves back to the row before the one that SeekRow or GoTo found. False at the beginning.
+    bool Back();
+    /// Marks the current row, which SeekRow, GoTo or Back found, as the one found last.
+    void MarkIn(RowMarks& marks) const { marks.Remember(m_Seen - 1, *m_Levels); }
     /// The rows passed by SeekRow.
     int32_t Seen() const { return m_Seen; }
 

@@ -130,7 +130,16 @@ private:
     struct View {
         SmartPtr<ISuperCollection> m_Collection;
         int32_t m_Rows = 0;
-        RowMarks m_Marks = {}; ///< along the rows, from when they were counted
+        RowMarks* m_Marks = nullptr; ///< along the rows: the view's own, or the known ones
+        RowMarks m_OwnMarks;
+    };
+    /// What is known of the bound collection as long as its version stays the same: how many rows
+    /// it has, and ways to some of them.
+    struct KnownRows {
+        const ICollectionVersion* m_Source = nullptr; ///< whose version it is; only compared
+        uint64_t m_Version = 0;
+        int32_t m_Rows = 0;
+        RowMarks m_Marks;
     };
     /// How the scroll bar splits the control's rectangle.
     struct Layout {
@@ -169,6 +178,7 @@ private:
     static int32_t CountRows(ISuperCollection* collection, RowMarks* marks);
     /// Puts the walk on a row of what was counted; false when there is none.
     static bool FindRow(const View& view, int32_t row, std::optional<TreeWalk>& walk);
+    static bool MoveTo(TreeWalk& walk, int32_t row);
     /// The row under a height in pixels below the control's top edge.
     void GetElementPos(int32_t x, int32_t y, int32_t* row) const;
     /// The node at that height and its address; empty when there is none.
@@ -182,6 +192,7 @@ private:
     bool HasRowHeight() const { return m_ElementHeight > 0; }
     /// False when there is nothing to draw or hit: no visible row, or no row height.
     bool TakeView(View& view);
+    void TakeKnownRows(View& view, const ICollectionVersion* source, uint64_t version);
     Layout LayOut(const CANVASRect& rect, int32_t rows);
     int32_t ScrollPos() const;
     void Scroll(int32_t position);
@@ -241,7 +252,9 @@ private:
     int32_t m_ChildToggleOnIconOnly = 1;
     int32_t m_ResetIcons = 0; ///< storage of the action parameter; never written
     int32_t m_TouchStartPos = 0;
-    int32_t m_ChangeDepth = 0; ///< changes that are being passed on
+    int32_t m_ChangeDepth = 0;              ///< changes that are being passed on
+    SmartPtr<ICollectionVersion> m_Version; ///< the bound collection's, when its host vouches
+    KnownRows m_Known;
 
     static constexpr int32_t kDeepestChange = 4;
     static constexpr int32_t kNoClick = -2;       ///< there is no click to pair with

@@ -75,9 +75,12 @@ int32_t CUITree::put_Collection(IUnknown* collection) {
         if (!bound) {
             return E_INVALIDARG;
         }
+        const auto version = Query<ICollectionVersion>(bound.Get());
         const ObjectGuard guard(*this);
         EmptyOwnCollection();
         m_Collection = bound;
+        m_Version = version;
+        m_Known.m_Source = nullptr;
         m_OwnsCollection = false;
         for (int32_t i = CountOf(*bound.Get()) - 1; i >= 0; --i) {
             bound->SetItemFlags(i, kRootFlags);

@@ -102,6 +102,7 @@ void CUITree::LoadIcons() {
 }
 
 void CUITree::FinalRelease() {
+    m_Version.Reset();
     m_Collection.Reset();
 }
 

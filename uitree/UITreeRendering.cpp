@@ -38,12 +38,33 @@ bool CUITree::TakeView(View& view) {
     if (!HasRowHeight()) {
         return false;
     }
+    SmartPtr<ICollectionVersion> source;
     {
         const ObjectGuard guard(*this);
         view.m_Collection = m_Collection;
+        source = m_Version;
     }
-    view.m_Rows = CountRows(view.m_Collection.Get(), &view.m_Marks);
+    uint64_t version = 0;
+    if (source && source->GetVersion(&version) >= 0) {
+        TakeKnownRows(view, source.Get(), version);
+    } else {
+        view.m_Marks = &view.m_OwnMarks;
+        view.m_Rows = CountRows(view.m_Collection.Get(), view.m_Marks);
+    }
     return view.m_Rows > 0 && HasRowHeight();
+}
+
+/// The number was asked for before the rows are counted: what changes them meanwhile changes it.
+void CUITree::TakeKnownRows(View& view, const ICollectionVersion* source, uint64_t version) {
+    if (m_Known.m_Source != source || m_Known.m_Version != version) {
+        m_Known.m_Source = nullptr; // for who asks while they are counted
+        m_Known.m_Marks.Clear();
+        m_Known.m_Rows = CountRows(view.m_Collection.Get(), &m_Known.m_Marks);
+        m_Known.m_Version = version;
+        m_Known.m_Source = source;
+    }
+    view.m_Marks = &m_Known.m_Marks;
+    view.m_Rows = m_Known.m_Rows;
 }
 
 /// The tree is taken to be as it was counted. Where a mark leads nowhere it was changed since, and
@@ -53,12 +74,28 @@ bool CUITree::FindRow(const View& view, int32_t row, std::optional<TreeWalk>& wa
     if (row < 0 || row >= view.m_Rows) {
         return false;
     }
-    const RowMark* mark = view.m_Marks.Before(row);
-    if (mark && walk->GoTo(*mark) && (mark->m_Row == row || walk->SeekRow(row))) {
-        return true;
+    bool isFound = false;
+    if (const auto mark = view.m_Marks->Nearest(row)) {
+        isFound = walk->GoTo(*mark) && MoveTo(*walk, row);
+        if (!isFound) {
+            walk.emplace(view.m_Collection.Get());
+        }
     }
-    walk.emplace(view.m_Collection.Get());
-    return walk->SeekRow(row);
+    isFound = isFound || walk->SeekRow(row);
+    if (isFound) {
+        walk->MarkIn(*view.m_Marks);
+    }
+    return isFound;
+}
+
+/// Moves a walk from the row that it is on to another, there or back.
+bool CUITree::MoveTo(TreeWalk& walk, int32_t row) {
+    while (walk.Seen() > row + 1) {
+        if (!walk.Back()) {
+            return false;
+        }
+    }
+    return walk.Seen() == row + 1 || walk.SeekRow(row);
 }
 
 /// Keeps the scroll bar's range current on the way. Without a scroll bar the rows get the whole

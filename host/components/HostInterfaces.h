@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/interfaces/CollectionVersion.h"
 #include "framework/interfaces/ComponentInterfaces.h"
 
 // Interfaces between the host's own parts, modules and programs; the framework does not know them.
@@ -16,6 +17,11 @@ struct IHostComponents : IUnknown {
 struct IHostEntry : IUnknown {
     /// Text 0 is the name, 1 the component, 2 the owner; null when it was given as null.
     virtual int32_t GetText(int32_t number, IString** text) = 0;
+};
+
+/// Tells which number a collection's version is, so that collections of one number know each other.
+struct IHostVersionSource : ICollectionVersion {
+    virtual const void* GetSource() = 0;
 };
 
 /// What the text renderer reads from a text style.
@@ -77,4 +83,5 @@ HOST_IDENTIFIER(IHostComponents)
 HOST_IDENTIFIER(IHostEntry)
 HOST_IDENTIFIER(IHostPropertyPage)
 HOST_IDENTIFIER(IHostRenderStyle)
+HOST_IDENTIFIER(IHostVersionSource)
 #undef HOST_IDENTIFIER

@@ -5,6 +5,7 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "framework/runtime/Guarded.h"
 #include "framework/runtime/Object.h"
+#include "host/components/HostInterfaces.h"
 #include "host/components/ObjectCount.h"
 
 #include <tuple>
@@ -17,6 +18,10 @@ struct ExtendedBy {
 template <>
 struct ExtendedBy<ICreatableString> {
     using Type = IString;
+};
+template <>
+struct ExtendedBy<IHostVersionSource> {
+    using Type = ICollectionVersion;
 };
 template <>
 struct ExtendedBy<IUITree> {

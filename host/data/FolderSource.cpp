@@ -70,7 +70,7 @@ int32_t FolderSource::Populate() {
                 Append(std::move(entry.m_Name), folder->Identity());
             }
         }
-        m_Filled = !error || !Entries().empty();
+        m_Filled = !error || !IsEmpty();
         return m_Filled ? S_OK : E_FAIL;
     });
 }

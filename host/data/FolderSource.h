@@ -8,7 +8,8 @@
 /// A folder of the file system as a collection, read when it is asked to: folders first, then by
 /// name. Symbolic links are not followed, they are shown as files. A folder that cannot be read
 /// stays empty.
-class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, IFileArchive> {
+class FolderSource final
+    : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion, IFileArchive> {
 public:
     static constexpr const char* kKind = "FolderSource";
 

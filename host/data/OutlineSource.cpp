@@ -16,15 +16,14 @@ public:
     static constexpr const char* kKind = "OutlineLeaf";
 };
 
-class OutlineBranch final : public HostObject<OutlineBranch, SuperCollectionBase> {
+class OutlineBranch final
+    : public HostObject<OutlineBranch, SuperCollectionBase, CollectionVersion> {
 public:
     static constexpr const char* kKind = "OutlineBranch";
 
-    bool IsEmpty() { return Entries().empty(); }
     void AppendLeaf(std::string_view label) {
         Append(std::string(label), OutlineLeaf::Make().Get());
     }
-    void ReplaceLast(IUnknown* item) { Entries().back().m_Item = item; }
 };
 
 /// Columns in front of the text, and the text.

@@ -125,6 +125,7 @@ int32_t SuperCollectionBase::SetItemFlags(int32_t index, int32_t flags) {
         return E_INVALIDARG;
     }
     entry->m_Flags = flags;
+    CollectionVersion::Advance();
     return S_OK;
 }
 
@@ -143,6 +144,7 @@ int32_t SuperCollectionBase::InsertItem(int32_t index, int32_t, IUnknown* item, 
     return Guarded([&] {
         const auto place = Find(index) ? m_Entries.begin() + index : m_Entries.end();
         m_Entries.insert(place, Entry{.m_Name = {}, .m_Item = SmartPtr(item), .m_Data = {}});
+        NoteItem(item);
         return S_OK;
     });
 }
@@ -151,8 +153,28 @@ void SuperCollectionBase::Clear() {
     // What dies may look back at this collection, which is empty by then.
     EntryList removed;
     removed.swap(m_Entries);
+    CollectionVersion::Advance();
+    CollectionVersion::AddBlind(std::exchange(m_IsBlind, false) ? -1 : 0);
     if (!removed.empty()) {
         ReleaseEntries(removed);
+    }
+}
+
+void SuperCollectionBase::Append(Entry entry) {
+    m_Entries.push_back(std::move(entry));
+    NoteItem(m_Entries.back().m_Item.Get());
+}
+
+void SuperCollectionBase::ReplaceLast(IUnknown* item) {
+    m_Entries.back().m_Item = item;
+    NoteItem(item);
+}
+
+void SuperCollectionBase::NoteItem(IUnknown* item) {
+    CollectionVersion::Advance();
+    if (!m_IsBlind && !CollectionVersion::Covers(item)) {
+        m_IsBlind = true;
+        CollectionVersion::AddBlind(1);
     }
 }
 

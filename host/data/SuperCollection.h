@@ -2,6 +2,7 @@
 
 #include "framework/interfaces/CollectionInterfaces.h"
 #include "host/components/HostObject.h"
+#include "host/data/CollectionVersion.h"
 
 #include <optional>
 #include <string>
@@ -9,7 +10,8 @@
 
 /// Implements ISuperCollection over a list of entries, for the component "SuperCollection" and for
 /// the data sources. A collection may be shared, and may contain itself (its owner then has to
-/// break that cycle with RemoveAll).
+/// break that cycle with RemoveAll). Whatever changes moves the version of collections on; a class
+/// that offers that lists CollectionVersion among its bases.
 class SuperCollectionBase : public ISuperCollection {
 public:
     using Interface = ISuperCollection;
@@ -38,25 +40,29 @@ public:
     };
 
     /// Appends an entry. Throws when memory runs out.
-    void Append(Entry entry) { m_Entries.push_back(std::move(entry)); }
+    void Append(Entry entry);
     /// The same for a named item.
     void Append(std::string name, IUnknown* item);
+    /// Puts another item in the last one's place.
+    void ReplaceLast(IUnknown* item);
+    bool IsEmpty() const { return m_Entries.empty(); }
 
 protected:
     SuperCollectionBase() = default;
     ~SuperCollectionBase() { Clear(); }
 
-    std::vector<Entry>& Entries() { return m_Entries; }
-
 private:
     Entry* Find(int32_t index);
     void Clear();
+    void NoteItem(IUnknown* item);
 
     std::vector<Entry> m_Entries;
+    bool m_IsBlind = false; ///< it holds what its version does not cover
 };
 
 /// The component "SuperCollection".
-class SuperCollection final : public HostObject<SuperCollection, SuperCollectionBase> {
+class SuperCollection final
+    : public HostObject<SuperCollection, SuperCollectionBase, CollectionVersion> {
 public:
     static constexpr const char* kKind = "SuperCollection";
 };
