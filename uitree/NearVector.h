@@ -21,7 +21,8 @@ public:
 private:
     alignas(T) std::byte m_Near[kNear * sizeof(T)];
     std::pmr::monotonic_buffer_resource m_Memory{m_Near, sizeof(m_Near)};
-    std::pmr::vector<T> m_Items{&m_Memory};
+    // In parentheses: braces would make the address the first of the elements, where T takes it.
+    std::pmr::vector<T> m_Items = std::pmr::vector<T>(&m_Memory);
 };
 
 /// Trees of so many levels are walked and drawn without an allocation.

@@ -153,7 +153,6 @@ void SuperCollectionBase::Clear() {
     // What dies may look back at this collection, which is empty by then.
     EntryList removed;
     removed.swap(m_Entries);
-    CollectionVersion::Advance();
     CollectionVersion::AddBlind(std::exchange(m_IsBlind, false) ? -1 : 0);
     if (!removed.empty()) {
         ReleaseEntries(removed);

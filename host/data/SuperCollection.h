@@ -29,6 +29,7 @@ public:
     int32_t InsertItem(int32_t index, int32_t, IUnknown* item, int32_t, int32_t) override;
     int32_t RemoveAll() override {
         Clear();
+        CollectionVersion::Advance(); // not for one that dies, which nobody sees
         return S_OK;
     }
 

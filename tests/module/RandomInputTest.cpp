@@ -404,6 +404,7 @@ TEST_F(RandomInputTest, ControlAgreesWithAFlatModelAfterEveryStep) {
     const auto seed = uint32_t(Option("UITREE_SEED", 20'240'607));
     m_Random.seed(seed);
     for (int64_t first = 0; first < steps; first += kStepsPerTree) {
+        Vouch(first / kStepsPerTree % 2 == 0);
         Model model(m_Random);
         Begin(model);
         for (int64_t step = first; step < first + kStepsPerTree; ++step) {

@@ -30,7 +30,48 @@ public:
     int m_Count = 100;
 };
 
+/// Vouches for what changes all the same.
+class FalseWitness final
+    : public HostObject<FalseWitness, SuperCollectionBase, ICollectionVersion> {
+public:
+    static constexpr const char* kKind = "FalseWitness";
+    int32_t GetVersion(uint64_t* version) override {
+        *version = 7;
+        return S_OK;
+    }
+};
+
 } // namespace
+
+TEST_F(RobustnessTest, CollectionWhoseVersionLiesIsShownAsItWasAndHarmsNobody) {
+    const auto root = FalseWitness::Make();
+    for (int i = 0; i < 300; ++i) {
+        root->Append("branch", Outline("leaf\nleaf").Get());
+    }
+    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
+    const auto branch = Query<ISuperCollection>(Item("branch").Get());
+    CANVASRect rect = {0, 0, 100, 100};
+    for (const int position : {0, 250, 299}) {
+        for (const int left : {300, 200, 0}) {
+            m_Tree->Control(115, position);
+            Draw(rect);
+            root->RemoveAll();
+            for (int i = 0; i < left; ++i) {
+                root->Append(i % 2 == 0 ? "leaf" : "branch", i % 2 == 0 ? nullptr : branch.Get());
+                root->SetItemFlags(i, NODE_VISIBLE | NODE_EXPANDED | 1);
+            }
+            EXPECT_EQ(Draw(rect), S_OK);
+            SmartPtr<IUnknown> node;
+            m_Tree->HitTest(5, 55, &rect, node.Receive());
+            for (const int action : {3, 2, 0}) {
+                Pointer(1, action, 0, 5, 55, rect);
+            }
+        }
+    }
+    int32_t rows = 0;
+    m_Tree->GetContainerSize(nullptr, &rows, nullptr);
+    EXPECT_EQ(rows, 0) << "who asks for the number is told it";
+}
 
 TEST_F(RobustnessTest, FullMemoryFailsAnOperationAndLeavesTheControlUsable) {
     Bind("A\n a1\n  x\n a2\nB");

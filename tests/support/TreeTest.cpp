@@ -8,12 +8,33 @@
 #include <dlfcn.h>
 #include <sstream>
 
+namespace {
+
+/// Binds to nothing.
+class Moniker final : public HostObject<Moniker, ICollectionMoniker> {
+public:
+    static constexpr const char* kKind = "Moniker";
+    int32_t BindToObject(const IID&, void** object) override {
+        *object = nullptr;
+        return E_FAIL;
+    }
+};
+
+} // namespace
+
 void TreeTest::TearDown() {
     EXPECT_TRUE(!m_Tree || References(m_Tree.Get()) == 1) << "somebody still holds the control";
     m_Tree.Reset();
     m_Module.reset();
     m_Host.reset();
     EXPECT_EQ(dlopen("./UITree.so", RTLD_NOW | RTLD_NOLOAD), nullptr) << "still loaded";
+}
+
+void TreeTest::Vouch(bool vouched) {
+    m_Blind->RemoveAll();
+    if (!vouched) {
+        m_Blind->Append("wrapper", Moniker::Make()->Identity());
+    }
 }
 
 void TreeTest::Listen() {

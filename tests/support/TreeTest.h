@@ -29,6 +29,8 @@ protected:
         return Adopt(static_cast<IUIPropInterrogatePersist*>(As<IUIPropInterrogateEx>().Detach()));
     }
 
+    /// Whether the host vouches for its collections: none does while one holds a wrapper.
+    void Vouch(bool vouched);
     /// Makes a collection of an indented outline and binds it.
     void Bind(const std::string& outline) { BindCollection(Outline(outline)); }
     void BindCollection(const SmartPtr<ISuperCollection>& collection);
@@ -76,5 +78,6 @@ protected:
     std::optional<Module> m_Module{std::in_place, "./UITree.so", m_Host->Components()};
     SmartPtr<IUITree> m_Tree;
     SmartPtr<ISuperCollection> m_Root;
+    SmartPtr<SuperCollection> m_Blind = SuperCollection::Make();
     SmartPtr<Listener> m_Listener;
 };
