@@ -215,6 +215,7 @@ struct IComponentStringOperations {
 // The tree's data: implemented by the host.
 
 UITREE_INTERFACE(ISuperCollection);
+UITREE_INTERFACE(ICollectionVersion);
 UITREE_INTERFACE(IUINode);
 UITREE_INTERFACE(ICollectionMoniker);
 UITREE_INTERFACE(IFileArchive);
@@ -252,6 +253,15 @@ struct ISuperCollectionOperations {
     int32_t (*InsertItem)(ISuperCollection* self, int32_t index, int32_t reserved, IUnknown* item,
         int32_t reserved2, int32_t reserved3);
     int32_t (*RemoveAll)(ISuperCollection* self);
+};
+/// Optional, and offered by the collection that is bound: with it a picture costs what is on the
+/// screen, however many rows there are.
+struct ICollectionVersionOperations {
+    UITREE_UNKNOWN;
+    /// Stores a number that has changed whenever anything has that can be seen in the collection or
+    /// below it, at any depth: items, names and flag words, whoever wrote them. The same number
+    /// never comes back. E_FAIL while the collection cannot vouch for all of it.
+    int32_t (*GetVersion)(ICollectionVersion* self, uint64_t* version);
 };
 /// An item that stands for another object.
 struct IUINodeOperations {

@@ -168,6 +168,7 @@ TEST(Tables, InterfacesOfTheHostAreThoseOfThePlainHeader) {
         O(GetItemFlags), O(SetItemFlags), O(AddEntry), O(InsertItem), O(RemoveAll));
     TABLE(IUINode, O(get_Object), O(get_Name));
     TABLE(ICollectionMoniker, O(BindToObject));
+    TABLE(ICollectionVersion, O(GetVersion));
     TABLE(IFileArchive, O(SetFileName), O(Populate), O(GetContentState));
     TABLE(IFileNameCollection, O(Populate), O(GetContentState));
     TABLE(IPMRenderStyle, O(SetStyleValueA), O(SetStyleValueB), O(SetStyleSize),
