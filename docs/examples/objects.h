@@ -103,11 +103,19 @@ static inline int32_t item_data(ISuperCollection* self, int32_t index, IUnknown*
 }
 static inline int32_t item_flags(ISuperCollection* self, int32_t index, int32_t* flags) {
     Item* item = item_at(self, index);
-    return item ? (*flags = item->flags, S_OK) : E_INVALIDARG;
+    if (!item) {
+        return E_INVALIDARG;
+    }
+    *flags = item->flags;
+    return S_OK;
 }
 static inline int32_t item_set_flags(ISuperCollection* self, int32_t index, int32_t flags) {
     Item* item = item_at(self, index);
-    return item ? (item->flags = flags, S_OK) : E_INVALIDARG;
+    if (!item) {
+        return E_INVALIDARG;
+    }
+    item->flags = flags;
+    return S_OK;
 }
 // The tree is what it is: nothing can be added or removed.
 static inline int32_t item_add(

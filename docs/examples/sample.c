@@ -8,7 +8,10 @@
 
 // The text style remembers the colour, which is all that this host's renderer looks at.
 static int32_t color;
-static int32_t SetColor(IPMRenderStyle* self, int32_t rgb) { return color = rgb, S_OK; }
+static int32_t SetColor(IPMRenderStyle* self, int32_t rgb) {
+    color = rgb;
+    return S_OK;
+}
 static int32_t SetValue(IPMRenderStyle* self, int32_t value) { return S_OK; }
 static int32_t SetPair(IPMRenderStyle* self, int32_t first, int32_t second) { return S_OK; }
 static const IPMRenderStyleOperations styling = {

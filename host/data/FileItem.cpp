@@ -11,11 +11,11 @@ constexpr int32_t kOutlineColor = 0x8A94A0;
 
 /// A sheet of paper with its upper right corner folded; the sizes are in pixels.
 struct Page {
-    double left;
-    double top;
-    double width;
-    double height;
-    double fold;
+    double m_Left;
+    double m_Top;
+    double m_Width;
+    double m_Height;
+    double m_Fold;
 };
 
 /// The page in the middle of the rectangle, on half pixels so that thin lines are sharp.
@@ -30,18 +30,18 @@ Page PageIn(const CANVASRect& rect) {
 
 void TraceOutline(cairo_t* context, const Page& page) {
     cairo_new_path(context);
-    cairo_move_to(context, page.left, page.top);
-    cairo_rel_line_to(context, page.width - page.fold, 0);
-    cairo_rel_line_to(context, page.fold, page.fold);
-    cairo_rel_line_to(context, 0, page.height - page.fold);
-    cairo_rel_line_to(context, -page.width, 0);
+    cairo_move_to(context, page.m_Left, page.m_Top);
+    cairo_rel_line_to(context, page.m_Width - page.m_Fold, 0);
+    cairo_rel_line_to(context, page.m_Fold, page.m_Fold);
+    cairo_rel_line_to(context, 0, page.m_Height - page.m_Fold);
+    cairo_rel_line_to(context, -page.m_Width, 0);
     cairo_close_path(context);
 }
 
 void TraceFold(cairo_t* context, const Page& page) {
-    cairo_move_to(context, page.left + page.width - page.fold, page.top);
-    cairo_rel_line_to(context, 0, page.fold);
-    cairo_rel_line_to(context, page.fold, 0);
+    cairo_move_to(context, page.m_Left + page.m_Width - page.m_Fold, page.m_Top);
+    cairo_rel_line_to(context, 0, page.m_Fold);
+    cairo_rel_line_to(context, page.m_Fold, 0);
 }
 
 } // namespace

@@ -69,11 +69,19 @@ static int32_t GetData(ISuperCollection* self, int32_t index, IUnknown** data) {
 }
 static int32_t GetFlags(ISuperCollection* self, int32_t index, int32_t* flags) {
     Node* found = ItemAt(self, index);
-    return found ? (*flags = found->flags, S_OK) : E_INVALIDARG;
+    if (!found) {
+        return E_INVALIDARG;
+    }
+    *flags = found->flags;
+    return S_OK;
 }
 static int32_t SetFlags(ISuperCollection* self, int32_t index, int32_t flags) {
     Node* found = ItemAt(self, index);
-    return found ? (found->flags = flags, S_OK) : E_INVALIDARG;
+    if (!found) {
+        return E_INVALIDARG;
+    }
+    found->flags = flags;
+    return S_OK;
 }
 static int32_t AddEntry(ISuperCollection* self, IString* a, IString* b, IString* c, int32_t d) {
     (void)self, (void)a, (void)b, (void)c, (void)d;

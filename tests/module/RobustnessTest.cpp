@@ -13,7 +13,10 @@ using RobustnessTest = TreeTest;
 class Liar final : public HostObject<Liar, SuperCollectionBase> {
 public:
     static constexpr const char* kKind = "Liar";
-    int32_t GetCount(int32_t* count) override { return *count = m_Count, E_FAIL; }
+    int32_t GetCount(int32_t* count) override {
+        *count = m_Count;
+        return E_FAIL;
+    }
     int32_t GetItem(int32_t, IUnknown** item) override {
         *item = nullptr;
         return S_OK;
