@@ -32,6 +32,9 @@ public:
     int32_t Load(IDataStream* stream, int32_t flags) override;
 
 private:
+    bool KeepScaled(int32_t width, int32_t height);
+
     std::string m_FileName;
     SurfacePtr m_Image;
+    SurfacePtr m_Scaled; ///< the image in the size that it was last drawn in, at most its own
 };

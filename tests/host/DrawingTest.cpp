@@ -1,6 +1,7 @@
 #include "host/drawing/Cairo.h"
 #include "host/drawing/IconFile.h"
 #include "host/drawing/RenderStyle.h"
+#include "host/drawing/TextLayouts.h"
 #include "host/drawing/TextRenderer.h"
 #include "tests/support/HostTest.h"
 
@@ -38,6 +39,47 @@ Extent InkOf(std::wstring_view text, CANVASRect rect, double clip = 300) {
     return InkOf(draw, clip);
 }
 
+/// The bytes of a picture of 160x120 pixels.
+std::string PixelsOf(const std::function<void(cairo_t*)>& draw, double deviceScale = 1) {
+    const SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 160, 120));
+    cairo_surface_set_device_scale(surface.get(), deviceScale, deviceScale);
+    draw(ContextPtr(cairo_create(surface.get())).get());
+    cairo_surface_flush(surface.get());
+    return {reinterpret_cast<const char*>(cairo_image_surface_get_data(surface.get())),
+        size_t(cairo_image_surface_get_stride(surface.get())) * 120};
+}
+
+std::string PixelsOf(
+    TextRenderer& renderer, std::wstring_view text, int size, int width, double scale) {
+    const auto style = RenderStyle::Make();
+    style->SetStyleSize(size);
+    return PixelsOf([&](cairo_t* context) {
+        cairo_scale(context, scale, scale);
+        UbuntuCanvas canvas{context};
+        CANVASRect rect{3, 2, width, 40};
+        EXPECT_EQ(renderer.DrawText(style.Get(), Refer(text), &canvas, &rect, 0, 0), S_OK);
+    });
+}
+
+/// How much two pictures differ in one colour of one pixel, at most.
+int LargestDifference(const std::string& one, const std::string& other) {
+    int largest = 0;
+    for (size_t i = 0; i < one.size(); ++i) {
+        largest = std::max(largest, std::abs(uint8_t(one[i]) - uint8_t(other[i])));
+    }
+    return largest;
+}
+
+/// The image in a file as cairo scales it.
+void DrawScaled(cairo_t* context, const std::filesystem::path& file, const CANVASRect& rect) {
+    const SurfacePtr image(cairo_image_surface_create_from_png(file.c_str()));
+    cairo_translate(context, rect.left, rect.top);
+    cairo_scale(context, double(rect.width) / cairo_image_surface_get_width(image.get()),
+        double(rect.height) / cairo_image_surface_get_height(image.get()));
+    cairo_set_source_surface(context, image.get(), 0, 0);
+    cairo_paint(context);
+}
+
 } // namespace
 
 TEST_F(DrawingTest, TextIsDrawnInItsRectangleAndEndsThereOrAtTheClip) {
@@ -69,6 +111,42 @@ TEST_F(DrawingTest, OddTextNeverDisturbsTheRenderer) {
     }
 }
 
+TEST_F(DrawingTest, TextDrawnBeforeLooksAsWhenDrawnFirst) {
+    const std::wstring texts[] = {L"Hxg", L"Hxg ", L"a label too long for its rectangle",
+        L"\u05d0\u05d1\u05d2 \u0627\u0628", {wchar_t(0xD800), L'a'}, L"", std::wstring(300, L'i'),
+        std::wstring(300, L'i') + L"j"};
+    const auto warm = TextRenderer::Make();
+    for (int round = 0; round < 2; ++round) {
+        for (const double scale : {1.0, 2.0, 1.0, 1.25}) {
+            for (const int size : {11, 20}) {
+                for (const int width : {20, 60, 150}) {
+                    for (const std::wstring& text : texts) {
+                        EXPECT_TRUE(PixelsOf(*warm.Get(), text, size, width, scale) ==
+                                    PixelsOf(*TextRenderer::Make().Get(), text, size, width, scale))
+                            << round << " size " << size << " width " << width << " scale "
+                            << scale;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST_F(DrawingTest, TextsAreLaidOutOnceWhileFewEnoughAreDrawnBetween) {
+    const SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 9, 9));
+    const ContextPtr context(cairo_create(surface.get()));
+    TextLayouts layouts;
+    const auto get = [&](int number) {
+        return layouts.Get(context.get(), L"row " + std::to_wstring(number), 11, 100);
+    };
+    const PangoLayout* first = get(0);
+    for (int i = 1; i < 3 * int(TextLayouts::kMostKept); ++i) {
+        get(i);
+        EXPECT_EQ(get(0), first) << "drawn all the time, and " << i << " others";
+    }
+    EXPECT_NE(layouts.Get(context.get(), L"row 0", 11, 99), first);
+}
+
 TEST_F(DrawingTest, IllFormedTextBecomesReplacementCharacters) {
     EXPECT_EQ(ToWide("\u20ac\U0001F600\xff\x61\xc3"), L"\u20ac\U0001F600\uFFFDa\uFFFD");
     for (const char* text : {"\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80"}) {
@@ -94,4 +172,46 @@ TEST_F(DrawingTest, IconFillsItsRectangleAndADamagedOneKeepsThePrevious) {
         EXPECT_EQ(icon->Render(canvas, &rect, nullptr, 0), S_OK);
     };
     EXPECT_EQ(InkOf(draw), (Extent{10, 12, 23, 23})) << "with the smoothed edge";
+}
+
+TEST_F(DrawingTest, IconLooksAsScaledByCairoAlsoWhenDrawnAgain) {
+    using Place = void (*)(cairo_t*);
+    const Place places[] = {[](cairo_t*) {}, [](cairo_t* to) { cairo_scale(to, 2, 2); },
+        [](cairo_t* to) { cairo_scale(to, 1.5, 1.5); }, [](cairo_t* to) { cairo_scale(to, 5, 4); },
+        [](cairo_t* to) { cairo_translate(to, 3, 0.5); },
+        [](cairo_t* to) { cairo_rotate(to, 0.1); },
+        [](cairo_t* to) { cairo_translate(to, 60, 0), cairo_scale(to, -1, 1); },
+        [](cairo_t* to) {
+            cairo_rectangle(to, 8, 9, 15, 15), cairo_clip(to), cairo_push_group(to);
+        }};
+    constexpr int kRounding = 1; // of 255: positions in the image are rounded
+    const auto icon = IconFile::Make();
+    for (const char* name : {"UITreeOpen.png", "UITreeClosed.png"}) {
+        const auto file = BuildFolder() / "share/_icons" / name;
+        icon->SetFileName(CreatableString::Make(file.wstring()).Get());
+        ASSERT_EQ(icon->Populate(), S_OK);
+        for (size_t i = 0; i < 4 * std::size(places); ++i) {
+            CANVASRect rect{6, 8, i % 2 == 0 ? 22 : 15, 22};
+            const auto picture = [&](const std::function<void(cairo_t*)>& draw) {
+                const auto drawInPlace = [&](cairo_t* to) {
+                    places[i / 4](to);
+                    draw(to);
+                    if (cairo_get_group_target(to) != cairo_get_target(to)) {
+                        cairo_pop_group_to_source(to);
+                        cairo_paint(to);
+                    }
+                };
+                return PixelsOf(drawInPlace, i % 4 < 2 ? 1 : 2);
+            };
+            const auto drawn = [&](cairo_t* to) {
+                UbuntuCanvas canvas{to};
+                EXPECT_EQ(icon->Render(&canvas, &rect, nullptr, 0), S_OK);
+            };
+            const auto wanted = picture([&](cairo_t* to) { DrawScaled(to, file, rect); });
+            EXPECT_LE(LargestDifference(picture(drawn), wanted), kRounding)
+                << name << " first, place " << i;
+            EXPECT_LE(LargestDifference(picture(drawn), wanted), kRounding)
+                << name << " again, place " << i;
+        }
+    }
 }
