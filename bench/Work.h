@@ -1,0 +1,25 @@
+#pragma once
+
+#include "bench/Stage.h"
+
+#include <functional>
+
+/// A line of the table: what the control does, and the least that it can cost. Both are measured in
+/// turn, so that the machine's own changes of speed meet both.
+struct Work {
+    std::string m_Name;
+    double m_Wanted; ///< microseconds; 0 for no aim
+    std::function<SmartPtr<ISuperCollection>()> m_MakeTree;
+    std::function<void(Stage&)> m_Prepare; ///< before each of the two, and not measured
+    std::function<void(Stage&)> m_Ours;
+    std::function<void(Stage&)> m_Floor;
+};
+
+/// Has the work measured, by Google Benchmark.
+void Measure(const Work& work);
+
+// One function for each subject.
+void AddRepaints(Data data, Shape shape, int32_t most);
+void AddQueries(Data data, Shape shape, int32_t most);
+void AddOpening(Data data);
+void AddMemory(Data data);
