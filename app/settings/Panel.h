@@ -47,6 +47,8 @@ public:
         bool m_IsChosen;
         bool m_IsEdited;
         bool m_IsRejected;
+
+        bool operator==(const Line&) const = default;
     };
     /// The lines in view. The space of one line above them is free.
     std::vector<Line> Lines() const;

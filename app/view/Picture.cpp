@@ -59,6 +59,21 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel) {
     return surface;
 }
 
+bool KeptPicture::Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel) {
+    std::optional<std::vector<Panel::Line>> lines;
+    if (panel) {
+        panel->Resize(size.m_Height);
+        lines = panel->Lines();
+    }
+    if (m_Surface && !isTreeChanged && size == m_Size && lines == m_Panel) {
+        return false;
+    }
+    m_Surface = DrawPicture(tree, size, panel);
+    m_Size = size;
+    m_Panel = std::move(lines);
+    return true;
+}
+
 void WritePicture(cairo_surface_t* picture, const std::string& file, const std::string& name) {
     Check(cairo_surface_write_to_png(picture, file.c_str()), "cannot write " + name);
 }

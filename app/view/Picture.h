@@ -1,11 +1,12 @@
 #pragma once
 
+#include "app/settings/Panel.h"
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/drawing/Cairo.h"
 
+#include <optional>
 #include <string>
-
-class Panel;
+#include <vector>
 
 /// In pixels.
 struct Size {
@@ -20,6 +21,20 @@ Size ParseSize(const std::string& text);
 
 /// The control drawn on white, with a panel at its right when there is one.
 SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel = nullptr);
+
+/// The picture of a window, which is drawn again only when something in it changed.
+class KeptPicture {
+public:
+    /// Brings the picture up to date; true when it had to be drawn.
+    bool Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel = nullptr);
+    /// Null before the first update.
+    cairo_surface_t* Surface() const { return m_Surface.get(); }
+
+private:
+    SurfacePtr m_Surface;
+    Size m_Size;
+    std::optional<std::vector<Panel::Line>> m_Panel; ///< what the panel shows, when there is one
+};
 
 /// Writes a PNG file; `name` is what the caller called it.
 void WritePicture(cairo_surface_t* picture, const std::string& file, const std::string& name);

@@ -53,7 +53,6 @@ bool TreeWindow::HandlePanelKey(const SDL_Event& event) {
     } else if (const auto key = PanelKeyOf(event.key.keysym.sym)) {
         m_Panel->Press(*key);
     }
-    m_IsPanelChanged = true;
     if (m_Panel->IsClosed()) {
         ClosePanel();
     }
@@ -67,7 +66,6 @@ bool TreeWindow::HandlePanelFinger(const SDL_Event& event) {
         return false;
     }
     m_Panel->Click(double(event.tfinger.y) * size.m_Height);
-    m_IsPanelChanged = true;
     return true;
 }
 
@@ -80,7 +78,6 @@ bool TreeWindow::HandlePanelPointer(const Input& input) {
     const bool isOnPanel = IsOnPanel(pointer->m_X);
     if (pointer->m_Action == POINTERACTION_PRESS) {
         m_IsPanelPressed = isOnPanel;
-        m_IsPanelChanged |= isOnPanel;
         if (isOnPanel) {
             m_Panel->Click(pointer->m_Y);
         }
@@ -92,8 +89,8 @@ bool TreeWindow::HandlePanelPointer(const Input& input) {
 void TreeWindow::OpenPanel() {
     m_Panel.emplace(m_Session.Tree(), [this](const std::string& text, int32_t status) {
         m_Session.Note(text, StatusText(status));
+        m_IsSet = true;
     });
-    m_IsPanelChanged = true;
     SDL_StartTextInput();
 }
 
@@ -115,15 +112,12 @@ Size TreeWindow::TreeSize() const {
 void TreeWindow::Update() {
     const Size size = m_Window.GetSize();
     m_Session.Resize(TreeSize());
-    const bool isTreeChanged = m_Session.TakeChanged();
-    const bool isDrawn = isTreeChanged || m_IsPanelChanged || size != m_Drawn;
-    if (isDrawn) {
-        m_Picture = DrawPicture(m_Session.Tree(), size, m_Panel ? &*m_Panel : nullptr);
-        m_Drawn = size;
-    }
+    const bool isTold = m_Session.TakeChanged();
+    const bool isTreeChanged = std::exchange(m_IsSet, false) || isTold;
+    const bool isDrawn =
+        m_Picture.Update(m_Session.Tree(), isTreeChanged, size, m_Panel ? &*m_Panel : nullptr);
     if (isDrawn || m_IsExposed) {
-        m_Window.Show(m_Picture.get());
+        m_Window.Show(m_Picture.Surface());
     }
-    m_IsPanelChanged = false;
     m_IsExposed = false;
 }

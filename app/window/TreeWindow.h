@@ -32,10 +32,9 @@ private:
     Session m_Session;
     WindowInput m_Input;
     std::optional<Panel> m_Panel;
-    SurfacePtr m_Picture;
-    Size m_Drawn;                  ///< the size of the picture
+    KeptPicture m_Picture;
     bool m_IsPanelPressed = false; ///< the button that is held went down on the panel
-    bool m_IsPanelChanged = false;
+    bool m_IsSet = false;          ///< the panel set something, of which the control need not tell
     bool m_IsExposed = false;
     bool m_IsClosed = false;
 };

@@ -60,3 +60,34 @@ TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
     m_Tree->Control(4, 0); // no row height
     EXPECT_EQ(press(kPageDown), "1");
 }
+
+TEST_F(SessionTest, PictureIsDrawnAgainOnlyWhenSomethingInItChanged) {
+    using enum PanelKey;
+    Bind("0\n1\n2\n3\n4\n5\n6\n7\n8\n9");
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    Panel panel(m_Tree.Get());
+    KeptPicture picture;
+    const auto isDrawn = [&](Panel* shown = nullptr) {
+        return picture.Update(m_Tree.Get(), session.TakeChanged(), session.GetSize(), shown);
+    };
+    EXPECT_TRUE(isDrawn());
+    for (int x = 0; x < 100; ++x) {
+        session.Feed(PointerInput{0, POINTERACTION_MOVE, 0, double(x), 30});
+        EXPECT_FALSE(isDrawn()) << "the pointer passes over it, at " << x;
+    }
+    session.Feed(PointerInput{POINTERSTATE_WHEEL, POINTERACTION_MOVE, 100, 20, 30});
+    EXPECT_TRUE(isDrawn()) << "scrolled";
+    EXPECT_FALSE(isDrawn());
+    session.Resize({200, 110});
+    EXPECT_TRUE(isDrawn()) << "resized";
+    EXPECT_TRUE(isDrawn(&panel)) << "opened";
+    const std::pair<PanelKey, bool> keys[] = {
+        {kUp, false}, {kDown, true}, {kHome, true}, {kHome, false}, {kEnd, true}, {kDown, false}};
+    for (const auto& [key, isChange] : keys) {
+        panel.Press(key);
+        EXPECT_EQ(isDrawn(&panel), isChange) << int(key);
+    }
+    EXPECT_TRUE(isDrawn()) << "closed";
+    EXPECT_FALSE(isDrawn());
+}
