@@ -15,9 +15,9 @@ size_t AllocatedNow() {
 
 /// What the host's tree takes, and what a control on it that was drawn does besides.
 struct Kept {
-    Kept(Data data, int32_t rows) {
+    Kept(Source source, int32_t rows) {
         const size_t before = AllocatedNow();
-        auto root = MakeTree(data, Shape::kNested, rows);
+        auto root = MakeTree(source, Shape::kNested, rows);
         const size_t made = AllocatedNow();
         Stage stage(std::move(root));
         stage.ScrollTo(rows / 2);
@@ -31,22 +31,22 @@ struct Kept {
 
 } // namespace
 
-void AddMemory(Data data) {
-    const auto run = [data](benchmark::State& state) {
+void AddMemory(Source source) {
+    const auto run = [source](benchmark::State& state) {
         constexpr int32_t kFew = 1'000;
         constexpr int32_t kMany = 101'000;
         double own = 0;
         for ([[maybe_unused]] auto iteration : state) {
-            Kept(data, kFew); // what the libraries keep from the first time
-            const Kept few(data, kFew);
-            const Kept many(data, kMany);
+            Kept(source, kFew); // what the libraries keep from the first time
+            const Kept few(source, kFew);
+            const Kept many(source, kMany);
             own = (many.m_Control - few.m_Control) / (kMany - kFew);
             state.SetIterationTime(1e-6);
             state.counters["floor"] = (many.m_Host - few.m_Host) / (kMany - kFew);
         }
         state.counters["bytes"] = own;
     };
-    benchmark::RegisterBenchmark(("bytes kept per row/nested/" + NameOf(data)).c_str(), run)
+    benchmark::RegisterBenchmark(("bytes kept per row/nested/" + NameOf(source)).c_str(), run)
         ->UseManualTime()
         ->Iterations(1)
         ->Unit(benchmark::kMicrosecond);

@@ -15,7 +15,8 @@ public:
 };
 
 /// Items in a plain array, 16 bytes each, named by their numbers.
-class ArrayCollection final : public HostObject<ArrayCollection, ISuperCollection> {
+class ArrayCollection final
+    : public HostObject<ArrayCollection, ISuperCollection, CollectionVersion> {
 public:
     static constexpr const char* kKind = "ArrayCollection";
 
@@ -45,6 +46,7 @@ public:
             return E_INVALIDARG;
         }
         At(index).m_Flags = flags;
+        CollectionVersion::Advance();
         return S_OK;
     }
     int32_t AddEntry(IString*, IString*, IString*, int32_t) override { return E_FAIL; }
@@ -116,24 +118,45 @@ SmartPtr<ISuperCollection> MakeClosed(int32_t children) {
     return SmartPtr<ISuperCollection>(root.Get());
 }
 
+/// Stands for what nobody can see into: while a collection holds one, none vouches.
+class Moniker final : public HostObject<Moniker, ICollectionMoniker> {
+public:
+    static constexpr const char* kKind = "Moniker";
+    int32_t BindToObject(const IID&, void** object) override {
+        *object = nullptr;
+        return E_FAIL;
+    }
+};
+
+void Vouch(Vouched vouched) {
+    static const auto gBlind = SuperCollection::Make();
+    gBlind->RemoveAll();
+    if (vouched == Vouched::kNo) {
+        gBlind->Append("", Moniker::Make()->Identity());
+    }
+}
+
 } // namespace
 
-std::string NameOf(Data data) {
-    return data == Data::kInPlace ? "in place" : "SuperCollection";
+std::string NameOf(Source source) {
+    const std::string name = source.m_Data == Data::kInPlace ? "in place" : "SuperCollection";
+    return name + (source.m_Vouched == Vouched::kYes ? ", version" : "");
 }
 
 std::string NameOf(Shape shape) {
     return shape == Shape::kFlat ? "flat" : "nested";
 }
 
-SmartPtr<ISuperCollection> MakeTree(Data data, Shape shape, int32_t rows) {
-    if (data == Data::kInPlace) {
+SmartPtr<ISuperCollection> MakeTree(Source source, Shape shape, int32_t rows) {
+    Vouch(source.m_Vouched);
+    if (source.m_Data == Data::kInPlace) {
         return MakeRows<ArrayCollection>(shape, rows);
     }
     return MakeRows<SuperCollection>(shape, rows);
 }
 
-SmartPtr<ISuperCollection> MakeFolder(Data data, int32_t children) {
-    return data == Data::kInPlace ? MakeClosed<ArrayCollection>(children)
-                                  : MakeClosed<SuperCollection>(children);
+SmartPtr<ISuperCollection> MakeFolder(Source source, int32_t children) {
+    Vouch(source.m_Vouched);
+    return source.m_Data == Data::kInPlace ? MakeClosed<ArrayCollection>(children)
+                                           : MakeClosed<SuperCollection>(children);
 }

@@ -11,15 +11,24 @@ enum class Data {
     kSuper    ///< "SuperCollection"
 };
 
+/// Whether they vouch for what they hold, with a version.
+enum class Vouched { kNo, kYes };
+
+struct Source {
+    Data m_Data;
+    Vouched m_Vouched;
+};
+
 enum class Shape {
     kFlat,  ///< every row below the root, every tenth an empty folder
     kNested ///< open folders of nine leaves
 };
 
-std::string NameOf(Data data);
+std::string NameOf(Source source);
 std::string NameOf(Shape shape);
 
-/// A tree of so many rows, of which every tenth has an icon.
-SmartPtr<ISuperCollection> MakeTree(Data data, Shape shape, int32_t rows);
+/// A tree of so many rows, of which every tenth has an icon. What is vouched for holds for the tree
+/// that was made last.
+SmartPtr<ISuperCollection> MakeTree(Source source, Shape shape, int32_t rows);
 /// A closed folder of so many children.
-SmartPtr<ISuperCollection> MakeFolder(Data data, int32_t children);
+SmartPtr<ISuperCollection> MakeFolder(Source source, int32_t children);

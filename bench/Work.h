@@ -19,7 +19,7 @@ struct Work {
 void Measure(const Work& work);
 
 // One function for each subject.
-void AddRepaints(Data data, Shape shape, int32_t most);
-void AddQueries(Data data, Shape shape, int32_t most);
-void AddOpening(Data data);
-void AddMemory(Data data);
+void AddRepaints(Source source, Shape shape, int32_t most);
+void AddQueries(Source source, Shape shape, int32_t most);
+void AddOpening(Source source);
+void AddMemory(Source source);

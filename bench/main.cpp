@@ -8,16 +8,20 @@ int main(int count, char** arguments) {
     const bool isQuick = count > 1 && std::string_view(arguments[1]) == "--quick";
     if (isQuick) {
         arguments[1] = arguments[0];
-        --count, ++arguments;
+        --count;
+        ++arguments;
     }
     const int32_t most = isQuick ? 10'000 : 1'000'000;
     for (const Data data : {Data::kInPlace, Data::kSuper}) {
-        for (const Shape shape : {Shape::kFlat, Shape::kNested}) {
-            AddRepaints(data, shape, most);
-            AddQueries(data, shape, most);
+        for (const Vouched vouched : {Vouched::kNo, Vouched::kYes}) {
+            const Source source{data, vouched};
+            for (const Shape shape : {Shape::kFlat, Shape::kNested}) {
+                AddRepaints(source, shape, most);
+                AddQueries(source, shape, most);
+            }
+            AddOpening(source);
+            AddMemory(source);
         }
-        AddOpening(data);
-        AddMemory(data);
     }
     benchmark::Initialize(&count, arguments);
     if (benchmark::ReportUnrecognizedArguments(count, arguments)) {
