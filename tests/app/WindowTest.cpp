@@ -64,8 +64,9 @@ protected:
         if (*EMULATOR != '\0' || std::system("which Xvfb xdotool >/dev/null") != 0) {
             GTEST_SKIP() << "no display for an emulated program, or without Xvfb and xdotool";
         }
-        // It ends when nobody uses it any more.
-        m_Server.emplace("Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp -terminate");
+        // It ends when nobody uses it any more. A key that is held long, because the machine is
+        // busy, is not repeated.
+        m_Server.emplace("Xvfb -r -displayfd 1 -screen 0 640x480x24 -nolisten tcp -terminate");
         const std::string number = m_Server->ReadLine();
         ASSERT_NE(number, "") << "Xvfb does not start";
         setenv("DISPLAY", (':' + number.substr(0, number.size() - 1)).c_str(), 1);

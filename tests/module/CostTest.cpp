@@ -125,7 +125,8 @@ protected:
 TEST_F(CostTest, EveryOperationMakesSoManyCallsOfTheHostAndNoMore) {
     SmartPtr<IUnknown> node;
     CANVASRect rect = kRect;
-    const std::function<void()> operations[] = {[&] { Draw(kRect); },
+    constexpr size_t kOperations = 5;
+    const std::function<void()> operations[kOperations] = {[&] { Draw(kRect); },
         [&] { m_Tree->HitTest(50, 15, &rect, node.Receive()); },
         [&] { m_Tree->HitTest(50, 35, &rect, node.Receive()); },
         [&] { (Pointer(1, 3, 0, 50, 5, kRect), Pointer(1, 2, 1, 50, 5, kRect)); },
@@ -133,7 +134,7 @@ TEST_F(CostTest, EveryOperationMakesSoManyCallsOfTheHostAndNoMore) {
     const struct {
         const char* m_Tree;
         bool m_IsVouched;
-        Calls m_Calls[std::size(operations)]; ///< picture, two hits, click, opening
+        Calls m_Calls[kOperations]; ///< picture, two hits, click, opening
     } cases[] = {
         {"small", false, {{15, 22, 0}, {16, 13, 0}, {9, 8, 0}, {27, 26, 4}, {8, 7, 5}}},
         {"small", true, {{7, 14, 0}, {8, 5, 0}, {1, 0, 0}, {11, 10, 4}, {8, 7, 5}}},
@@ -145,7 +146,7 @@ TEST_F(CostTest, EveryOperationMakesSoManyCallsOfTheHostAndNoMore) {
         {"wide", true, {{10, 28, 0}, {5, 3, 0}, {9, 9, 0}, {20009, 30010, 2}, {10003, 7, 10001}}},
     };
     for (const auto& [tree, isVouched, calls] : cases) {
-        for (size_t i = 0; i < std::size(operations); ++i) {
+        for (size_t i = 0; i < kOperations; ++i) {
             const bool isDeep = tree == std::string("deep");
             Show(isDeep                         ? Deep()
                  : tree == std::string("small") ? Small()
