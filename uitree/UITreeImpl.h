@@ -256,7 +256,7 @@ private:
     SmartPtr<ICollectionVersion> m_Version; ///< the bound collection's, when its host vouches
     KnownRows m_Known;
 
-    static constexpr int32_t kDeepestChange = 4;
+    static constexpr int32_t kDeepestChange = 64;
     static constexpr int32_t kNoClick = -2;       ///< there is no click to pair with
     static constexpr int32_t kNoRow = 0x0FFFFFFF; ///< never reached, so looking for it counts rows
 };

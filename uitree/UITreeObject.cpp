@@ -29,7 +29,7 @@ CUITree::~CUITree() {
     m_Renderer.Reset();
     m_RenderStyle.Reset();
     m_ScrollBar.Reset();
-    SinkList::ClearAdvise(*this, nullptr);
+    SinkList::Close(*this);
     m_Lock.Delete();
 }
 

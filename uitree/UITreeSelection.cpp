@@ -66,7 +66,8 @@ int32_t CUITree::Refresh(int32_t) {
 }
 
 /// Whatever changed inside the tree's data, listeners hear that the control itself changed.
-/// Controls that listen to each other, or to themselves, come to rest after a few rounds.
+/// A change that is announced from within another is passed on too, up to kDeepestChange of them:
+/// controls that listen to each other, or to themselves, come to rest after that many rounds.
 int32_t CUITree::UIItemChanged(IUnknown* /*item*/, int32_t /*flags*/) {
     return Perform([&] {
         if (m_ChangeDepth < kDeepestChange) {

@@ -10,8 +10,11 @@ import os
 import re
 import traceback
 
-HEADER = os.environ.get("UITREE_HEADER") or os.path.join(
-    os.path.dirname(os.path.abspath(__file__)), "..", "..", "include", "uitree.h")
+# Where the project keeps it, and where it is installed; or as the environment says.
+HERE = os.path.dirname(os.path.abspath(__file__))
+HEADER = os.environ.get("UITREE_HEADER") or next(filter(os.path.exists, (
+    os.path.join(HERE, "../../include/uitree.h"),
+    os.path.join(HERE, "../../../../include/uitree/uitree.h"))))
 
 
 class IID(ctypes.Structure):

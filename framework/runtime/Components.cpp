@@ -3,25 +3,29 @@
 #include "framework/runtime/Guarded.h"
 #include "framework/support/HostStrings.h"
 
-#include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <optional>
 #include <string>
 
 SmartPtr<IComponentCollection> gGlobalComponentCollection;
 
 namespace {
 
-/// The module's file: one byte per character for plain names, relative to the current directory.
-std::string ModulePath(tagREFString module) {
-    const auto length = static_cast<size_t>(std::max(module.m_Length, 0));
-    std::string name(length, '\0');
-    if (length > 0) {
-        // At most `length` bytes are written, so no character past the reference is read.
-        std::wcstombs(name.data(), module.m_String, length);
+/// The module's file, relative to the current directory. Nothing for a name of which a character
+/// does not become one byte in the locale: another file would be loaded.
+std::optional<std::string> ModulePath(tagREFString module) {
+    std::string path = "./";
+    for (const wchar_t character : ViewOf(module)) {
+        char bytes[MB_LEN_MAX] = {};
+        if (character == L'\0' || std::wctomb(bytes, character) != 1) {
+            return std::nullopt;
+        }
+        path += bytes[0];
     }
-    return "./" + name + ".so";
+    return path + ".so";
 }
 
 } // namespace
@@ -44,17 +48,17 @@ IComponentCollection* GLOBALComponents() {
 }
 
 CreatorFunction MODULECreateFunction(tagREFString module, tagREFString component) {
-    std::string path;
+    std::optional<std::string> path;
     const int32_t status = Guarded([&] {
         path = ModulePath(module);
         return S_OK;
     });
-    if (status < 0) {
+    if (status < 0 || !path) {
         return nullptr;
     }
-    void* library = dlopen(path.c_str(), RTLD_NOW);
+    void* library = dlopen(path->c_str(), RTLD_NOW);
     if (!library) {
-        std::printf("Module not available %s, error %s\n", path.c_str(), dlerror());
+        std::printf("Module not available %s, error %s\n", path->c_str(), dlerror());
         dlerror(); // clears the error state
         return nullptr;
     }

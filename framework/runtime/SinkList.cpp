@@ -1,6 +1,7 @@
 #include "framework/runtime/SinkList.h"
 
 #include "framework/interfaces/EventInterfaces.h"
+#include "framework/runtime/OutParameter.h"
 
 #include <algorithm>
 #include <memory>
@@ -30,7 +31,7 @@ int32_t SinkList::ClearAdvise(ObjectBase& owner, IUnknown* sink) {
     if (!sink) {
         if (m_AdviseCount > 0) {
             const ObjectGuard guard(owner);
-            Free();
+            Free(0);
         }
         return S_OK;
     }
@@ -47,17 +48,19 @@ int32_t SinkList::ClearAdvise(ObjectBase& owner, IUnknown* sink) {
     return S_OK;
 }
 
+void SinkList::Close(ObjectBase& owner) {
+    const ObjectGuard guard(owner);
+    Free(kClosed);
+}
+
 int32_t SinkList::GetItem(uint32_t index, IUnknown** sink, int32_t* flags) const {
-    if (sink) {
-        *sink = nullptr;
-    }
+    Store<IUnknown*>(sink, nullptr);
+    Store(flags, 0);
     if (index >= static_cast<uint32_t>(m_AdviseCount)) {
         return E_FAIL;
     }
     const AdviseItem& item = *m_AdviseList[index];
-    if (flags) {
-        *flags = item.m_Flags;
-    }
+    Store(flags, item.m_Flags);
     if (sink) {
         *sink = SmartPtr(item.m_Sink).Detach();
         return *sink ? S_OK : E_FAIL;
@@ -110,7 +113,7 @@ bool SinkList::Replace(ObjectBase& owner, IUnknown* sink) {
 
 int32_t SinkList::Append(IUnknown* sink, int32_t flags) {
     std::unique_ptr<AdviseItem> item(new (std::nothrow) AdviseItem{SmartPtr(sink), flags});
-    if (!item || (m_AdviseCount >= m_AdviseCapacity && !Grow())) {
+    if (!item || m_AdviseCapacity == kClosed || (m_AdviseCount >= m_AdviseCapacity && !Grow())) {
         return E_FAIL;
     }
     m_AdviseList[m_AdviseCount++] = item.release();
@@ -131,10 +134,10 @@ bool SinkList::Grow() {
 
 /// Takes the list away before the first sink is released, so that one that connects a new sink
 /// meanwhile finds an empty list.
-void SinkList::Free() {
+void SinkList::Free(int32_t capacity) {
     const std::unique_ptr<AdviseItem*[]> items(std::exchange(m_AdviseList, nullptr));
     const int32_t count = std::exchange(m_AdviseCount, 0);
-    m_AdviseCapacity = 0;
+    m_AdviseCapacity = capacity;
     for (int32_t i = 0; i < count; ++i) {
         delete items[i];
     }

@@ -18,16 +18,16 @@ public:
     SinkList() = default;
     SinkList(const SinkList&) = delete;
     SinkList& operator=(const SinkList&) = delete;
-    ~SinkList() {
-        while (m_AdviseList) { // a sink may connect another one while it dies
-            Free();
-        }
-    }
+    ~SinkList() { Free(kClosed); }
 
     /// Connects, replaces or disconnects a sink, which must offer `iid`: see IEventSource.
     int32_t Advise(ObjectBase& owner, IUnknown* sink, int32_t flags, const IID& iid);
     /// Disconnects one sink (E_FAIL when it is not connected), or all of them when `sink` is null.
     int32_t ClearAdvise(ObjectBase& owner, IUnknown* sink);
+
+    /// Disconnects all, before the object is torn down: a sink that connects another one while it
+    /// goes is refused.
+    void Close(ObjectBase& owner);
 
     int32_t Count() const { return m_AdviseCount; }
     int32_t GetItem(uint32_t index, IUnknown** sink, int32_t* flags) const;
@@ -39,12 +39,13 @@ public:
 
 private:
     static constexpr int32_t kGrowth = 8;
+    static constexpr int32_t kClosed = -1; ///< in place of a capacity: takes no more
 
     int32_t Find(IUnknown* sink) const;
     bool Replace(ObjectBase& owner, IUnknown* sink);
     int32_t Append(IUnknown* sink, int32_t flags);
     bool Grow();
-    void Free();
+    void Free(int32_t capacity);
 
     int32_t m_AdviseCount = 0;
     int32_t m_AdviseCapacity = 0;

@@ -220,15 +220,15 @@ int32_t ParameterTable::ControlEx(ObjectBase& owner, int32_t id, IUnknown* value
     case PROPTYPE_STRING: {
         const ObjectGuard guard(owner);
         auto& field = FieldOf<SmartPtr<IString>>(*parameter);
-        field.Reset();
-        field = Query<IString>(value);
+        auto replacement = Query<IString>(value); // which may be held by the field only
+        std::swap(field, replacement);
         return S_OK;
     }
     case PROPTYPE_OBJECT: {
         const ObjectGuard guard(owner);
         auto& field = FieldOf<SmartPtr<IUnknown>>(*parameter);
-        field.Reset();
-        field = value;
+        SmartPtr<IUnknown> replacement(value);
+        std::swap(field, replacement);
         return S_OK;
     }
     case PROPTYPE_DOUBLE: {

@@ -27,14 +27,14 @@ void* CreateDescribed(
         if (!description) {
             return nullptr;
         }
-        description->SetPart(COMPONENTPART_MODULE, CREFString(L"Collections"));
-        description->SetPart(COMPONENTPART_NAME, CREFString(component));
+        if (description->SetPart(COMPONENTPART_MODULE, CREFString(L"Collections")) < 0 ||
+            description->SetPart(COMPONENTPART_NAME, CREFString(component)) < 0) {
+            description.Reset(); // it would describe something else
+            return nullptr;
+        }
     }
     void* object = nullptr;
     description->CreateInstance(iid, &object);
-    if (!object) {
-        description.Reset(); // it may have been filled while memory was short: made anew next time
-    }
     return object;
 }
 

@@ -29,11 +29,10 @@ IRenderableObject* ICONCreate(tagREFString fileName) {
     }
     auto icon = CreateHostObject<IRenderableObject>("CIFFileEx");
     const auto archive = Query<IFileArchive>(icon.Get());
-    if (!archive) {
+    const auto name = Adopt(ISCreate(CREFString(path.Get())));
+    if (!archive || !name) {
         return nullptr;
     }
-    if (const auto name = Adopt(ISCreate(CREFString(path.Get())))) {
-        archive->SetFileName(name.Get());
-    }
+    archive->SetFileName(name.Get());
     return archive->Populate() < 0 ? nullptr : icon.Detach();
 }

@@ -31,6 +31,12 @@ TEST_F(ComponentsTest, OnlyAModuleThatCannotBeLoadedIsReported) {
     EXPECT_FALSE(HasCreator(L"Collections", L"Nonsense"));
     EXPECT_TRUE(HasCreator(L"Collections", L"Variant"));
     EXPECT_FALSE(HasCreator(L"NoSuchModule", L"Variant"));
+    // Cut off at what does not convert, these would be the names of modules.
+    for (const std::wstring name : {L"Collections.so\u20ac", L"Collections.so|", L"|"}) {
+        std::wstring cut = name;
+        std::replace(cut.begin(), cut.end(), L'|', L'\0');
+        EXPECT_EQ(MODULECreateFunction(HeapText(cut).Ref(), CREFString(L"Variant")), nullptr);
+    }
     const std::string message = testing::internal::GetCapturedStdout();
     EXPECT_TRUE(message.starts_with("Module not available ./NoSuchModule.so, error ")) << message;
     EXPECT_TRUE(message.size() > 52 && message.ends_with("\n")) << "lacks the loader's own text";

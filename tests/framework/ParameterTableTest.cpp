@@ -41,7 +41,7 @@ TEST_F(ParameterTableTest, ManyRecordsKeepTheirOrderAndTheFirstOfANumberAnswers)
 
 TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
     const auto thing = SuperCollection::Make();
-    const auto text = Adopt(ISCreate(L"text"));
+    auto text = Adopt(ISCreate(L"text"));
     const auto number = Adopt(CREFString::CreateVariant());
     number->SetDouble(-0.1);
     SmartPtr<IUnknown> value;
@@ -52,9 +52,13 @@ TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
         EXPECT_EQ(m_Settings->InquireEx(kFileName, value.Receive()), 0x106);
         EXPECT_TRUE(value == text.Get());
     }
+    value.Reset();
+    text.Reset(); // the field is the only one that holds it now
+    EXPECT_EQ(m_Settings->ControlEx(kFileName, m_File.Get()), S_OK);
+    EXPECT_TRUE(IsEqual(CREFString(m_File.Get()), CREFString(L"text")));
     EXPECT_EQ(m_Settings->ControlEx(kFileName, thing->Identity()), S_OK) << "no string";
     EXPECT_FALSE(m_File);
-    EXPECT_EQ(std::pair(m_Settings->m_Locks, m_Settings->m_LockDepth), std::pair(5, 0));
+    EXPECT_EQ(std::pair(m_Settings->m_Locks, m_Settings->m_LockDepth), std::pair(6, 0));
     EXPECT_EQ(m_Settings->ControlEx(kDouble, number.Get()), S_OK);
     EXPECT_EQ(m_Settings->ControlEx(kDouble, thing->Identity()), E_FAIL);
     EXPECT_EQ(m_Settings->InquireEx(kDouble, value.Receive()), 5);

@@ -6,6 +6,34 @@
 
 using ObjectTest = TreeTest;
 
+namespace {
+
+/// Connects another one of its kind when it goes, as often as it is let.
+class Returning final : public HostObject<Returning, _IUIContainerEvents> {
+public:
+    static constexpr const char* kKind = "Returning";
+
+    Returning(IEventSource* source, int& connected) : m_Source(source), m_Connected(connected) {}
+    ~Returning() {
+        if (m_IsConnected && m_Connected < 100) {
+            Make(m_Source, m_Connected)->Connect();
+        }
+    }
+    void Connect() {
+        m_IsConnected = m_Source->Advise(this, 1) == S_OK;
+        m_Connected += m_IsConnected ? 1 : 0;
+    }
+    int32_t NodeSelect(IUnknown*, int32_t, int32_t, int32_t, IUnknown*) override { return S_OK; }
+    int32_t NodeDrag(IUnknown*, int32_t, int32_t, int32_t, IUnknown*) override { return S_OK; }
+
+private:
+    IEventSource* m_Source;
+    int& m_Connected;
+    bool m_IsConnected = false;
+};
+
+} // namespace
+
 TEST_F(ObjectTest, AdviseTakesASinkOfEitherEventOnce) {
     const auto source = As<IEventSource>();
     const auto both = Listener::Make();
@@ -85,7 +113,17 @@ TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
 TEST_F(ObjectTest, ControlThatListensToItselfComesToRest) {
     EXPECT_EQ(As<IEventSource>()->Advise(m_Tree.Get(), 1), S_OK);
     Listen();
-    As<IUIRefreshableObject>()->Refresh(0);
-    EXPECT_FALSE(m_Listener->m_Events.empty());
+    for (int turn = 0; turn < 2; ++turn) {
+        m_Listener->m_Events.clear();
+        As<IUIRefreshableObject>()->Refresh(0);
+        EXPECT_EQ(m_Listener->m_Events.size(), 1 + 64U) << "the change, and those within";
+    }
     As<IEventSource>()->Advise(nullptr, 0);
+}
+
+TEST_F(ObjectTest, SinkThatReturnsWhileTheControlDiesIsRefused) {
+    int connected = 0;
+    Returning::Make(As<IEventSource>().Get(), connected)->Connect();
+    m_Tree.Reset();
+    EXPECT_EQ(connected, 1);
 }
