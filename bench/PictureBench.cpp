@@ -1,3 +1,4 @@
+#include "bench/BareCalls.h"
 #include "bench/Work.h"
 
 #include <algorithm>

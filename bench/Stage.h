@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bench/Floor.h"
+#include "bench/PictureFloor.h"
 #include "bench/Trees.h"
 #include "host/Host.h"
 #include "host/components/Module.h"

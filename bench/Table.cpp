@@ -37,9 +37,10 @@ void Table::Finalize() {
     for (const Line& line : m_Lines) {
         const double ours = MedianOf(line.m_Ours);
         const double floor = MedianOf(line.m_Floor);
-        const std::string wanted =
-            line.m_Wanted > 0 ? std::to_string(static_cast<int>(line.m_Wanted)) : "";
-        std::printf("| %s | %.1f | %.1f | %.2f | %s |\n", line.m_Work.c_str(), ours, floor,
-            ours / floor, wanted.c_str());
+        std::printf("| %s | %.1f | %.1f | %.2f | ", line.m_Work.c_str(), ours, floor, ours / floor);
+        if (line.m_Wanted > 0) {
+            std::printf("%g ", line.m_Wanted);
+        }
+        std::puts("|");
     }
 }

@@ -137,10 +137,10 @@ void TreeWalk::Descend() {
 }
 
 bool TreeWalk::Enter(SmartPtr<ISuperCollection> collection) {
-    if (!m_Path.Enter(collection.Get())) {
+    const int32_t count = CountOf(*collection.Get());
+    if (count == 0 || !m_Path.Enter(collection.Get())) {
         return false;
     }
-    const int32_t count = CountOf(*collection.Get());
     m_Levels->push_back({std::move(collection), count});
     return true;
 }

@@ -65,7 +65,8 @@ private:
     };
 
     bool SeekInLevel(int32_t stop);
-    /// False for a collection that the path leads through already.
+    /// False for a collection without items, as folders are that nobody has opened yet, and for one
+    /// that the path leads through already.
     bool Enter(SmartPtr<ISuperCollection> collection);
 
     NearVector<Level, kNearLevels> m_Levels;

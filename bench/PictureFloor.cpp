@@ -1,61 +1,10 @@
-#include "bench/Floor.h"
+#include "bench/PictureFloor.h"
 
 #include "host/drawing/Cairo.h"
 
 #include <pango/pangocairo.h>
 #include <string>
 #include <vector>
-
-namespace {
-
-/// The questions that decide whether an item has rows below it, with nothing around them.
-ISuperCollection* AskForCollection(IUnknown* item) {
-    void* answer = nullptr;
-    if (item->QueryInterface(IID_ISuperCollection, &answer) >= 0) {
-        auto* collection = static_cast<ISuperCollection*>(answer);
-        if (item->QueryInterface(IID_ICollectionMoniker, &answer) < 0) {
-            item->QueryInterface(IID_IObjectInfo, &answer);
-        }
-        return collection;
-    }
-    item->QueryInterface(IID_IUINode, &answer);
-    item->QueryInterface(IID_ICollectionMoniker, &answer);
-    return nullptr;
-}
-
-} // namespace
-
-int64_t CountBare(ISuperCollection* collection) {
-    int64_t rows = 0;
-    int32_t count = 0;
-    collection->GetCount(&count);
-    for (int32_t i = 0; i < count; ++i) {
-        int32_t flags = 0;
-        collection->GetItemFlags(i, &flags);
-        if ((flags & NODE_VISIBLE) == 0) {
-            continue;
-        }
-        ++rows;
-        IUnknown* item = nullptr;
-        collection->GetItem(i, &item);
-        if (ISuperCollection* below = AskForCollection(item)) {
-            rows += CountBare(below);
-            below->Release();
-        }
-        item->Release();
-    }
-    return rows;
-}
-
-void ShowBare(ISuperCollection* collection) {
-    int32_t count = 0;
-    int32_t flags = 0;
-    collection->GetCount(&count);
-    for (int32_t i = 0; i < count; ++i) {
-        collection->GetItemFlags(i, &flags);
-        collection->SetItemFlags(i, flags | NODE_VISIBLE);
-    }
-}
 
 struct PictureFloor::Parts {
     int32_t m_RowHeight;
