@@ -2,12 +2,14 @@
 
 #include "app/commands/Commands.h"
 #include "app/replay/Script.h"
+#include "app/view/TreeView.h"
 #include "host/components/Module.h"
 #include "host/data/Source.h"
 #include "host/settings/DocumentError.h"
 #include "host/text/Text.h"
 
 #include <CLI/CLI.hpp>
+#include <clocale>
 #include <csignal>
 #include <filesystem>
 #include <iostream>
@@ -23,6 +25,13 @@ int Complain(const std::string& text, ExitStatus status) {
     const std::wstring line = ToWide(text.substr(0, text.find('\n')));
     std::cerr << "treehost: " << ToPrintable(Refer(line)) << '\n';
     return status;
+}
+
+int ComplainOfEach(const std::string& lines) {
+    for (size_t at = 0; at < lines.size(); at = std::min(lines.find('\n', at), lines.size()) + 1) {
+        Complain(lines.substr(at), kFailed);
+    }
+    return kFailed;
 }
 
 /// The file is made absolute while the process is still where it was started.
@@ -159,6 +168,7 @@ int ParseAndRun(int count, char** arguments) {
 } // namespace
 
 int main(int count, char** arguments) {
+    std::setlocale(LC_COLLATE, ""); // for the order of names; messages and numbers stay as they are
     // A closed standard output and a file that may not grow are reported like any other failure.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
@@ -172,6 +182,10 @@ int main(int count, char** arguments) {
         return Complain(error.what(), kWrongUsage);
     } catch (const ModuleError& error) {
         return Complain(error.what(), kNoModule);
+    } catch (const NotAllRead& error) {
+        return ComplainOfEach(error.what());
+    } catch (const std::bad_alloc&) {
+        return Complain("there is not enough memory", kFailed);
     } catch (const std::exception& error) {
         return Complain(error.what(), kFailed);
     }

@@ -34,8 +34,9 @@ std::vector<Step> OpenScript(const std::string& path) {
 /// it changed, and after what the host itself does to it.
 class Player {
 public:
-    Player(IUITree* tree, Size size, std::filesystem::path shots)
-        : m_Session(tree, size, std::cout), m_Shots(std::move(shots)) {
+    Player(const TreeView& view, Size size, std::filesystem::path shots)
+        : m_Session(view.Control(), size, std::cout), m_Failures(view.Failures()),
+          m_Shots(std::move(shots)) {
         Redraw();
     }
 
@@ -61,7 +62,7 @@ private:
     }
 
     void Play(const BindCommand& command, const std::string& text) {
-        const auto source = OpenSource(command.m_Path.string());
+        const auto source = OpenSource(command.m_Path.string(), m_Failures);
         Finish(text, Tree()->put_Collection(source.Get()));
     }
 
@@ -105,6 +106,7 @@ private:
     void Redraw() { m_Picture = DrawPicture(m_Session.Tree(), m_Session.GetSize()); }
 
     Session m_Session;
+    ReadFailuresPtr m_Failures;
     StandingClock m_Clock;
     std::filesystem::path m_Shots;
     SurfacePtr m_Picture; ///< what a window would show now
@@ -124,8 +126,9 @@ void RunReplay(const ReplayOptions& options) {
     const auto shots = std::filesystem::absolute(options.m_Shots);
 
     const TreeView view(options.m_Path, 0);
-    Player player(view.Control(), size, shots);
+    Player player(view, size, shots);
     for (const Step& step : steps) {
         player.Play(step);
     }
+    view.CheckAllRead();
 }

@@ -33,4 +33,5 @@ void RunRows(const RowsOptions& options) {
             collection, index, flags, static_cast<size_t>(level > 0 ? level - 1 : 0));
         return std::cout.good();
     });
+    view.CheckAllRead();
 }

@@ -63,4 +63,5 @@ void RunWindow(const WindowOptions& options) {
                                  "; to draw into a file: treehost shot PATH");
     }
     settings.Save();
+    view.CheckAllRead();
 }

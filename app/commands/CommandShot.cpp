@@ -47,4 +47,5 @@ void RunShot(const ShotOptions& options) {
     const auto picture = DrawPicture(view.Control(), size, panel ? &*panel : nullptr);
     WritePicture(picture.get(), file, options.m_Out);
     std::cout << options.m_Out << '\n';
+    view.CheckAllRead();
 }

@@ -27,9 +27,19 @@ SmartPtr<IUITree> ControlHost::CreateTree() const {
 }
 
 TreeView::TreeView(const std::string& path, int32_t depth)
-    : m_Source(OpenSource(Absolute(path))), m_Tree(m_Host.CreateTree()) {
+    : m_Source(OpenSource(Absolute(path), m_Failures)), m_Tree(m_Host.CreateTree()) {
     if (m_Tree->put_Collection(m_Source.Get()) < 0) {
         throw std::runtime_error("the control does not take the tree");
     }
     OpenLevels(m_Source.Get(), depth);
+}
+
+void TreeView::CheckAllRead() const {
+    std::string text;
+    for (const std::string& line : m_Failures->Lines()) {
+        text += (text.empty() ? "" : "\n") + line;
+    }
+    if (!text.empty()) {
+        throw NotAllRead(text);
+    }
 }

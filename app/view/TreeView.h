@@ -5,7 +5,9 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/Host.h"
 #include "host/components/Module.h"
+#include "host/data/ReadFailures.h"
 
+#include <stdexcept>
 #include <string>
 
 /// A host with the control's module loaded. Making it moves the process to the folder of the host's
@@ -25,6 +27,11 @@ private:
     Module m_Module;
 };
 
+/// Something of the tree could not be read; a line for each such thing.
+struct NotAllRead : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 /// A control that shows the tree behind a path. Throws what OpenSource and ControlHost throw.
 class TreeView {
 public:
@@ -33,8 +40,12 @@ public:
 
     IUITree* Control() const { return m_Tree.Get(); }
     ISuperCollection* Source() const { return m_Source.Get(); }
+    const ReadFailuresPtr& Failures() const { return m_Failures; }
+    /// For the end of a command, which has shown what was read. Throws NotAllRead.
+    void CheckAllRead() const;
 
 private:
+    ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
     SmartPtr<ISuperCollection> m_Source;
     ControlHost m_Host;
     SmartPtr<IUITree> m_Tree;

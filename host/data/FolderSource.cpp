@@ -4,9 +4,9 @@
 #include "host/text/Text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
-#include <glib.h>
-#include <memory>
+#include <sys/stat.h>
 #include <tuple>
 
 namespace {
@@ -22,23 +22,46 @@ struct FolderEntry {
     }
 };
 
+/// What sorts as the names do in the locale, byte by byte.
 std::string SortKey(const std::string& name) {
-    const std::string wellFormed = ToUtf8(Refer(ToWide(name)));
-    const std::unique_ptr<char, void (*)(void*)> key(
-        g_utf8_collate_key_for_filename(wellFormed.data(), static_cast<gssize>(wellFormed.size())),
-        &g_free);
-    return key.get();
+    std::string key(std::strxfrm(nullptr, name.c_str(), 0), '\0');
+    std::strxfrm(key.data(), name.c_str(), key.size() + 1);
+    return key;
+}
+
+FolderPathPtr StepInto(const std::string& path, FolderPathPtr above) {
+    struct stat found {};
+    return stat(path.c_str(), &found) != 0 ? nullptr
+                                           : std::make_shared<const FolderPath>(FolderPath{
+                                                 found.st_dev, found.st_ino, std::move(above)});
+}
+
+bool LeadsBack(const std::string& path, const FolderPath* step) {
+    struct stat found {};
+    const bool isThere = stat(path.c_str(), &found) == 0;
+    while (isThere && step && !(found.st_dev == step->m_Device && found.st_ino == step->m_Inode)) {
+        step = step->m_Above.get();
+    }
+    return isThere && step;
+}
+
+/// Whether an entry is shown as a folder; what cannot be looked at is shown as a file.
+bool IsFolder(const std::filesystem::directory_entry& entry, const FolderPath* step) {
+    std::error_code unknown;
+    if (!entry.is_directory(unknown)) {
+        return false;
+    }
+    return !entry.is_symlink(unknown) || !LeadsBack(entry.path().string(), step);
 }
 
 /// The folder's entries in their order; what was read before an error stands.
-std::vector<FolderEntry> ReadFolder(const std::string& path, std::error_code& error) {
+std::vector<FolderEntry> ReadFolder(
+    const std::string& path, const FolderPath* step, std::error_code& error) {
     std::vector<FolderEntry> entries;
     std::filesystem::directory_iterator place(path, error);
     for (; !error && place != std::filesystem::directory_iterator(); place.increment(error)) {
-        std::error_code unknown; // what cannot be looked at is shown as a file
-        const bool isFolder = std::filesystem::is_directory(place->symlink_status(unknown));
         std::string name = place->path().filename().string();
-        entries.push_back({!isFolder, SortKey(name), std::move(name)});
+        entries.push_back({!IsFolder(*place, step), SortKey(name), std::move(name)});
     }
     std::sort(entries.begin(), entries.end());
     return entries;
@@ -56,23 +79,30 @@ int32_t FolderSource::SetFileName(IString* fileName) {
 }
 
 int32_t FolderSource::Populate() {
-    if (m_Filled) {
-        return S_OK;
-    }
-    return Guarded([&] {
+    return m_Filled ? S_OK : Guarded([&] {
         RemoveAll(); // what an attempt that ran out of memory left
-        std::error_code error;
-        for (FolderEntry& entry : ReadFolder(m_Path, error)) {
-            if (entry.m_IsFile) {
-                Append(std::move(entry.m_Name), FileItem::Make().Get());
-            } else {
-                const auto folder = Make(m_Path + '/' + entry.m_Name);
-                Append(std::move(entry.m_Name), folder->Identity());
-            }
-        }
-        m_Filled = !error || !IsEmpty();
+        const bool isWhole = ReadEntries();
+        m_Filled = isWhole || !IsEmpty();
         return m_Filled ? S_OK : E_FAIL;
     });
+}
+
+/// False when the folder cannot be read to its end.
+bool FolderSource::ReadEntries() {
+    const auto step = StepInto(m_Path, m_Above);
+    std::error_code error;
+    for (FolderEntry& entry : ReadFolder(m_Path, step.get(), error)) {
+        if (entry.m_IsFile) {
+            Append(std::move(entry.m_Name), FileItem::Make().Get());
+        } else {
+            const auto folder = Make(m_Path + '/' + entry.m_Name, m_Failures, step);
+            Append(std::move(entry.m_Name), folder->Identity());
+        }
+    }
+    if (error && m_Failures) {
+        m_Failures->Add(m_Path, error.value());
+    }
+    return !error;
 }
 
 int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {

@@ -1,21 +1,35 @@
 #pragma once
 
 #include "framework/interfaces/FileInterfaces.h"
+#include "host/data/ReadFailures.h"
 #include "host/data/SuperCollection.h"
 
 #include <string>
+#include <sys/types.h>
 
-/// A folder of the file system as a collection, read when it is asked to: folders first, then by
-/// name. Symbolic links are not followed, they are shown as files. A folder that cannot be read
-/// stays empty.
+/// What tells folders apart, however they are reached, and those above on the path that was taken.
+struct FolderPath {
+    dev_t m_Device;
+    ino_t m_Inode;
+    std::shared_ptr<const FolderPath> m_Above;
+};
+using FolderPathPtr = std::shared_ptr<const FolderPath>;
+
+/// A folder of the file system as a collection, read when it is asked to: folders first, each kind
+/// by name in the order of the program's locale. A linked folder is one too, unless it leads back
+/// to a folder on its own path: that one is shown as a file. A folder that cannot be read stays
+/// empty.
 class FolderSource final
     : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion, IFileArchive> {
 public:
     static constexpr const char* kKind = "FolderSource";
 
     FolderSource() = default;
-    /// `path` as the system has it, which need not be UTF-8.
-    explicit FolderSource(std::string path) : m_Path(std::move(path)) {}
+    /// `path` as the system has it, which need not be UTF-8. What cannot be read goes to
+    /// `failures`, where there are any.
+    explicit FolderSource(
+        std::string path, ReadFailuresPtr failures = nullptr, FolderPathPtr above = nullptr)
+        : m_Path(std::move(path)), m_Failures(std::move(failures)), m_Above(std::move(above)) {}
 
     int32_t SetFileName(IString* fileName) override;
     /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again.
@@ -23,6 +37,10 @@ public:
     int32_t GetContentState(int32_t selector, int32_t* value) override;
 
 private:
+    bool ReadEntries();
+
     std::string m_Path;
+    ReadFailuresPtr m_Failures;
+    FolderPathPtr m_Above;
     bool m_Filled = false;
 };

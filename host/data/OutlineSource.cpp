@@ -2,6 +2,8 @@
 
 #include "host/data/SuperCollection.h"
 
+#include <cerrno>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,11 +86,16 @@ private:
 SmartPtr<ISuperCollection> ReadOutline(std::istream& input) {
     OutlineBuilder outline;
     std::string text;
-    while (std::getline(input, text)) {
-        const Line line = Parse(text);
-        if (!line.m_Label.empty()) {
-            outline.Add(line);
+    try {
+        while (std::getline(input, text)) { // which lets a line that memory does not hold fail too
+            const Line line = Parse(text);
+            if (!line.m_Label.empty()) {
+                outline.Add(line);
+            }
         }
+    } catch (const std::bad_alloc&) {
+        errno = ENOMEM;
+        input.setstate(std::ios::badbit);
     }
     return SmartPtr<ISuperCollection>(outline.Root());
 }

@@ -6,6 +6,7 @@
 #include <istream>
 
 /// Reads an indented outline as a collection: a line that is indented deeper than the line before
-/// is its child. Tabs advance to the next multiple of 8; blank lines do not count. Throws when
-/// memory runs out; what a failing stream still gave is the outline.
+/// is its child. Tabs advance to the next multiple of 8; blank lines do not count. What a failing
+/// stream still gave is the outline, and a text that memory does not hold makes the stream fail.
+/// Throws when not even the beginning finds memory.
 SmartPtr<ISuperCollection> ReadOutline(std::istream& input);

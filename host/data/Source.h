@@ -2,6 +2,7 @@
 
 #include "framework/interfaces/CollectionInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
+#include "host/data/ReadFailures.h"
 
 #include <stdexcept>
 #include <string>
@@ -12,6 +13,7 @@ struct SourceMissing : std::runtime_error {
 };
 
 /// The data behind a path: a folder, whose first level is read at once; a file, read as an indented
-/// outline; or standard input for "-". Throws SourceMissing for what does not exist, and
-/// std::runtime_error for a file that cannot be read.
-SmartPtr<ISuperCollection> OpenSource(const std::string& path);
+/// outline; or standard input for "-". What cannot be read, now or when a folder is opened, is
+/// missing from the collection and named in `failures`. Throws SourceMissing for what does not
+/// exist.
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures);

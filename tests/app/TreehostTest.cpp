@@ -183,6 +183,13 @@ TEST_F(TreehostTest, WhatCannotBeReadOrWrittenOrShownIsStatus1) {
              "rows - >&-", "shot - >&-", "shot - --document input", "replay . ."}) {
         EXPECT_EQ(Run(arguments, kOutline).m_Status, 1) << arguments;
     }
+    for (const auto& [arguments, message] :
+        {std::pair("rows /proc/self/mem", "/proc/self/mem: Input/output error"),
+            std::pair("shot - <&-", "standard input: Bad file descriptor")}) {
+        const Outcome unread = Run(arguments);
+        EXPECT_EQ(unread.m_Status, 1);
+        EXPECT_EQ(unread.m_Errors, std::string("treehost: cannot read ") + message + '\n');
+    }
     const Outcome outcome = Run("run .", "", "DISPLAY=:none SDL_VIDEODRIVER=x11 " + Treehost());
     EXPECT_EQ(outcome.m_Status, 1);
     EXPECT_THAT(outcome.m_Errors, StartsWith("treehost: there is no display"));

@@ -10,6 +10,8 @@ namespace {
 
 class SourceTest : public TreeTest {
 protected:
+    ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
+
     /// Binds a tree and opens levels of it. The labels of the visible rows, separated by blanks,
     /// each with its level and a '-' when open.
     std::string OpenedRows(const SmartPtr<ISuperCollection>& root, int32_t levels) {
@@ -60,23 +62,28 @@ TEST_F(SourceTest, FolderShowsFoldersFirstAndReadsThemWhenOpened) {
     const TemporaryFolder folder;
     std::filesystem::create_directories(folder / "zoo/cage");
     std::filesystem::create_directories(folder / "bad\xff");
-    std::filesystem::create_directory_symlink(folder / "", folder / "loop");
+    std::filesystem::create_directory_symlink(folder / "", folder / "zoo/loop");
+    std::filesystem::create_directory_symlink("zoo", folder / "link");
     for (const char* name : {"file10", "file9", "\xff\xfe.txt", "bad\xff/inside"}) {
         std::ofstream(folder / name) << "content";
     }
-    const auto root = OpenSource((folder / "").string());
-    const auto zoo = Place{root, 1}.Item();
+    const auto root = OpenSource((folder / "").string(), m_Failures);
+    const auto zoo = Place{root, 2}.Item();
     EXPECT_FALSE(IsFilled(zoo.Get()));
-    EXPECT_TRUE(Query<IRenderableObject>((Place{root, 2}.Item().Get())));
-    EXPECT_EQ(OpenedRows(root, 9),
-        "bad\uFFFD1- inside2 zoo1- cage2 file91 file101 loop1 \uFFFD\uFFFD.txt1");
+    EXPECT_TRUE(Query<IRenderableObject>((Place{root, 3}.Item().Get())));
+    EXPECT_EQ(OpenedRows(root, 9), "bad\uFFFD1- inside2 link1- cage2 loop2 zoo1- cage2 loop2 "
+                                   "file101 file91 \uFFFD\uFFFD.txt1");
     EXPECT_TRUE(IsFilled(zoo.Get()));
 }
 
 TEST_F(SourceTest, FolderThatCannotBeReadIsEmptyUntilItCan) {
     const TemporaryFolder folder;
-    const auto later = FolderSource::Make((folder / "later").string());
+    const std::string path = (folder / "later").string();
+    const auto later = FolderSource::Make(path, m_Failures);
     EXPECT_LT(later->Populate(), 0);
+    EXPECT_LT(later->Populate(), 0);
+    EXPECT_EQ(m_Failures->Lines(),
+        std::vector<std::string>{"cannot read " + path + ": No such file or directory"});
     EXPECT_FALSE(IsFilled(later->Identity()));
     std::filesystem::create_directories(folder / "later/closed");
     std::filesystem::permissions(folder / "later/closed", std::filesystem::perms::none);

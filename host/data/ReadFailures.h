@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What of a source could not be read, as lines for its user. All parts of a source share one,
+/// since folders are read when they are opened. Used on one thread.
+class ReadFailures {
+public:
+    /// Adds "cannot read WHAT: " and what the error number means; once, however often it is tried.
+    /// Throws std::bad_alloc.
+    void Add(const std::string& what, int error);
+
+    const std::vector<std::string>& Lines() const { return m_Lines; }
+
+private:
+    std::vector<std::string> m_Lines;
+};
+using ReadFailuresPtr = std::shared_ptr<ReadFailures>;
