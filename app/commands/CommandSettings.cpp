@@ -9,13 +9,6 @@
 
 namespace {
 
-std::string RangeText(const HostParameter& parameter) {
-    const bool isRange = parameter.m_Min < parameter.m_Max;
-    return isRange ? ", only " + std::to_string(parameter.m_Min) + " to " +
-                         std::to_string(parameter.m_Max)
-                   : "";
-}
-
 /// Takes NAME=VALUE; the value may be empty and may contain further '='.
 void Edit(SettingsPage& page, const std::string& assignment) {
     const size_t length = assignment.find('=');
@@ -29,8 +22,8 @@ void Edit(SettingsPage& page, const std::string& assignment) {
         throw UsageError("--set: there is no setting " + name);
     }
     if (!page.Edit(*index, value)) {
-        throw UsageError("--set: " + page.At(*index).m_Name + " does not take \"" + value + '"' +
-                         RangeText(page.At(*index).m_Parameter));
+        throw UsageError("--set: " + page.At(*index).m_Name + " takes " + page.HintAt(*index) +
+                         ", not \"" + value + '"');
     }
 }
 

@@ -82,6 +82,11 @@ std::vector<Panel::Line> Panel::Lines() const {
     return lines;
 }
 
+std::string Panel::Hint() const {
+    return m_IsRejected ? m_Page.At(m_Chosen).m_Name + " takes " + m_Page.HintAt(m_Chosen)
+                        : "F2 keeps, escape takes back";
+}
+
 void Panel::Choose(int32_t index) {
     const int32_t chosen = std::clamp(index, 0, std::max(m_Page.Count() - 1, 0));
     if (chosen != m_Chosen) {

@@ -50,6 +50,8 @@ public:
 
         bool operator==(const Line&) const = default;
     };
+    /// What the chosen setting takes, once something else was typed; else how to leave the panel.
+    std::string Hint() const;
     /// The lines in view. The space of one line above them is free.
     std::vector<Line> Lines() const;
 

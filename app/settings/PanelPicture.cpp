@@ -18,15 +18,13 @@ constexpr int32_t kRejectedColor = 0xFF0000;
 constexpr int32_t kMargin = 8;     // pixels left of the texts
 constexpr int32_t kNameShare = 68; // percent of the width
 
-constexpr const char* kHelp = "F2 keeps, escape takes back";
-
 class Painter {
 public:
     Painter(UbuntuCanvas& canvas, const CANVASRect& rect) : m_Canvas(canvas), m_Rect(rect) {}
 
     void Draw(const Panel& panel) {
         FillRect(m_Canvas.m_Context, m_Rect, kBackground);
-        DrawText(kHelp, kHelpColor, LineRect(0, 0, 100));
+        DrawText(panel.Hint(), kHelpColor, LineRect(0, 0, 100));
         for (const Panel::Line& line : panel.Lines()) {
             DrawLine(line);
         }

@@ -1,8 +1,12 @@
 #include "app/settings/SettingsFiles.h"
 
+#include "app/settings/SettingsPage.h"
 #include "framework/interfaces/PropertyInterfaces.h"
 #include "host/settings/Document.h"
 #include "host/settings/XmlFile.h"
+#include "host/text/Text.h"
+
+#include <iostream>
 
 namespace {
 
@@ -26,6 +30,39 @@ SmartPtr<IUIPropInterrogatePersist> ObtainSettings(
     IUnknown* control, const char* action, const std::string& file) {
     auto properties = Obtain<IUIPropInterrogateEx>(control, action, file);
     return Adopt(static_cast<IUIPropInterrogatePersist*>(properties.Detach()));
+}
+
+std::string PlaceOf(const XmlFile::Item& item) {
+    return "line " + std::to_string(item.m_Line);
+}
+
+/// Values are loaded as the control takes them; what the settings page would not take is told.
+void WarnOfValues(const SettingsPage& page, const XmlFile& text, const std::string& file) {
+    for (const XmlFile::Item& item : text.Items()) {
+        const std::string name = ToPrintable(Refer(item.m_Name));
+        const auto index = name.empty() ? std::nullopt : page.Find(name);
+        if (index && !page.Takes(*index, Refer(item.m_Content))) {
+            std::cerr << "treehost: " << ToPrintable(Refer(ToWide(file))) << ", " << PlaceOf(item)
+                      << ": " << name << " should be " << page.HintAt(*index) << ", not \""
+                      << ToPrintable(Refer(item.m_Content)) << "\"\n";
+        }
+    }
+}
+
+/// What a save would lose keeps a file from being saved over.
+void CheckNothingIsLost(const SettingsPage& page, const std::string& file) {
+    try {
+        const auto text = XmlFile::Load(file);
+        for (const XmlFile::Item& item : text->Items()) {
+            const std::string name = ToPrintable(Refer(item.m_Name));
+            if (name.empty() || !page.Find(name)) {
+                throw DocumentError("save", file,
+                    PlaceOf(item) + " holds " + (name.empty() ? "a comment" : "<" + name + ">") +
+                        ", which would be lost");
+            }
+        }
+    } catch (const DocumentMissing&) { // nothing is there
+    }
 }
 
 } // namespace
@@ -52,9 +89,11 @@ void LoadXml(IUnknown* control, const std::string& file) {
     const auto stream = XmlFile::Load(file);
     const auto settings = ObtainSettings(control, "load", file);
     Check(settings->UIPropInterrogate_LoadXML(nullptr, stream.Get(), 0), "load", file);
+    WarnOfValues(SettingsPage(control), *stream.Get(), file);
 }
 
 void SaveXml(IUnknown* control, const std::string& file) {
+    CheckNothingIsLost(SettingsPage(control), file);
     const auto stream = XmlFile::Make();
     const auto settings = ObtainSettings(control, "save", file);
     Check(settings->UIPropInterrogate_SaveXML(nullptr, stream.Get(), 0), "save", file);

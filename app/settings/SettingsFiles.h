@@ -15,7 +15,9 @@ void SaveDocument(IUnknown* control, const std::string& file);
 void CheckDocument(const std::string& file);
 
 /// XML elements, named by the host's string table: the settings that have a text. `control` has to
-/// be built on the framework's template for numbered parameters, as the tree control is.
+/// be built on the framework's template for numbered parameters, as the tree control is. Loading
+/// takes what the control takes, and tells on standard error, with its line, what the settings page
+/// would not; a file with anything else in it, comments too, is not saved over.
 void LoadXml(IUnknown* control, const std::string& file);
 void SaveXml(IUnknown* control, const std::string& file);
 

@@ -61,6 +61,12 @@ Setting SettingsPage::At(int32_t index) const {
     return setting;
 }
 
+std::string SettingsPage::HintAt(int32_t index) const {
+    SmartPtr<IString> hint;
+    m_Page->GetHint(index, hint.Receive());
+    return ToPrintable(CREFString(hint.Get()));
+}
+
 std::vector<Setting> SettingsPage::List() const {
     std::vector<Setting> settings;
     settings.reserve(static_cast<size_t>(Count()));

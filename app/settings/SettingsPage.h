@@ -27,6 +27,9 @@ public:
     /// The index of the setting with that display name, case ignored, or with that number.
     std::optional<int32_t> Find(const std::string& nameOrNumber) const;
 
+    /// What the setting takes, in words.
+    std::string HintAt(int32_t index) const;
+    bool Takes(int32_t index, tagREFString text) const { return m_Page->Test(index, text) >= 0; }
     /// False when the setting does not take the text.
     bool Edit(int32_t index, const std::string& text);
     int32_t Apply() { return m_Page->Apply(); }

@@ -60,6 +60,11 @@ struct IHostPropertyPage : IUnknown {
     /// The pending edit, or the value that the object has now. An object is "set" or "not set", an
     /// action is "action".
     virtual int32_t GetText(int32_t index, IString** text) = 0;
+    /// What the setting takes, in words. That may be less than the object lets through: a host
+    /// keeps its users from what shows nothing.
+    virtual int32_t GetHint(int32_t index, IString** hint) = 0;
+    /// Whether SetText would take a text.
+    virtual int32_t Test(int32_t index, tagREFString text) = 0;
     /// Makes a text the pending edit: a decimal number or a hexadecimal one after 0x, a colour also
     /// as '#RRGGBB', or any text, as the type wants it. Any text asks for an action. E_INVALIDARG
     /// for what the parameter does not take, and for objects; a previous edit stays then.

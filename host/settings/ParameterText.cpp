@@ -107,6 +107,21 @@ std::string ToText(int32_t flags, const ParameterValue& value) {
     }
 }
 
+std::string HintOf(const HostParameter& parameter) {
+    const uint32_t type = TypeOf(parameter.m_Flags);
+    if (IsColor(parameter.m_Flags)) {
+        return "a colour, #RRGGBB";
+    }
+    if (type >= PROPTYPE_STRING) {
+        return type == PROPTYPE_STRING ? "any text" : "no text";
+    }
+    const bool isReal = type == PROPTYPE_FLOAT || type == PROPTYPE_DOUBLE;
+    const std::string hint = isReal ? "a number" : "a whole number";
+    return parameter.m_Min < parameter.m_Max ? hint + " from " + std::to_string(parameter.m_Min) +
+                                                   " to " + std::to_string(parameter.m_Max)
+                                             : hint;
+}
+
 std::optional<ParameterValue> FromText(const HostParameter& parameter, tagREFString text) {
     switch (TypeOf(parameter.m_Flags)) {
     case PROPTYPE_BYTE:

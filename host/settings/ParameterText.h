@@ -24,5 +24,8 @@ bool IsObjectValue(int32_t flags);
 
 std::string ToText(int32_t flags, const ParameterValue& value);
 
+/// What texts a parameter takes: "a whole number from 0 to 1".
+std::string HintOf(const HostParameter& parameter);
+
 /// Nothing when the parameter does not take the text.
 std::optional<ParameterValue> FromText(const HostParameter& parameter, tagREFString text);

@@ -1,7 +1,9 @@
 #include "host/settings/PropertyPage.h"
 
+#include "framework/interfaces/ObjectInfo.h"
 #include "framework/settings/DisplayNames.h"
 #include "framework/settings/ParameterTable.h"
+#include "framework/support/REFString.h"
 #include "host/components/CreatableString.h"
 #include "host/text/Text.h"
 
@@ -36,6 +38,30 @@ std::vector<HostParameter> ParametersOf(IUIPropInterrogate* object) {
     return parameters;
 }
 
+/// The range of a parameter to which the component itself sets none, though there is nothing to
+/// see outside of it.
+struct SensibleRange {
+    const wchar_t* m_Component;
+    int32_t m_Number;
+    int32_t m_Min;
+    int32_t m_Max;
+};
+constexpr SensibleRange kSensible[] = {{L"UITree", 4, 8, 512}}; // the row height, in pixels
+
+HostParameter Sensible(HostParameter parameter, IUnknown* object) {
+    tagREFString component{};
+    if (const auto info = Query<IObjectInfo>(object)) {
+        info->GetName(0, &component);
+    }
+    for (const auto& [name, number, min, max] : kSensible) {
+        if (number == parameter.m_Number && ViewOf(component) == name) {
+            parameter.m_Min = min;
+            parameter.m_Max = max;
+        }
+    }
+    return parameter;
+}
+
 /// Nothing else tells the viewers of an object that a parameter has changed.
 void ShowAnew(IUnknown* object) {
     if (const auto refreshable = Query<IUIRefreshableObject>(object)) {
@@ -66,7 +92,8 @@ std::vector<PropertyPage::Line> PropertyPage::LinesOf(const Target& target) {
     std::vector<Line> lines;
     const DisplayNames names(nullptr, target.m_Numbers.Get());
     for (const HostParameter& parameter : ParametersOf(target.m_Numbers.Get())) {
-        lines.push_back({parameter, NameOf(names, parameter.m_Number), target.Read(parameter)});
+        lines.push_back({parameter, Sensible(parameter, target.m_Numbers.Get()),
+            NameOf(names, parameter.m_Number), target.Read(parameter)});
     }
     return lines;
 }
@@ -128,13 +155,30 @@ int32_t PropertyPage::GetText(int32_t index, IString** text) {
     });
 }
 
+int32_t PropertyPage::GetHint(int32_t index, IString** hint) {
+    const Line* line = Find(index);
+    if (hint) {
+        *hint = nullptr;
+    }
+    return line ? Guarded([&] { return HandOutString(HintOf(line->m_Sensible), hint); })
+                : E_INVALIDARG;
+}
+
+int32_t PropertyPage::Test(int32_t index, tagREFString text) {
+    const Line* line = Find(index);
+    return Guarded([&] {
+        const bool isTaken = line && FromText(line->m_Sensible, text);
+        return isTaken ? S_OK : E_INVALIDARG;
+    });
+}
+
 int32_t PropertyPage::SetText(int32_t index, tagREFString text) {
     Line* line = Find(index);
     if (!line) {
         return E_INVALIDARG;
     }
     return Guarded([&] {
-        auto value = FromText(line->m_Parameter, text);
+        auto value = FromText(line->m_Sensible, text);
         if (!value) {
             return E_INVALIDARG;
         }

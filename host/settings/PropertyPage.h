@@ -17,6 +17,8 @@ public:
     int32_t GetParameter(int32_t index, HostParameter* parameter) override;
     int32_t GetName(int32_t index, IString** name) override;
     int32_t GetText(int32_t index, IString** text) override;
+    int32_t GetHint(int32_t index, IString** hint) override;
+    int32_t Test(int32_t index, tagREFString text) override;
     int32_t SetText(int32_t index, tagREFString text) override;
     int32_t Apply() override;
     int32_t Cancel() override;
@@ -32,6 +34,7 @@ private:
     };
     struct Line {
         HostParameter m_Parameter;
+        HostParameter m_Sensible; ///< the same with the range that users may choose from
         std::string m_Name;
         ParameterValue m_Original; ///< when the page was given the object
         std::optional<ParameterValue> m_Edit = {};

@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <cwctype>
+#include <optional>
 
 namespace {
+
+constexpr const wchar_t* kBlanks = L" \t\r\n";
 
 bool IsElementName(std::wstring_view name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](wchar_t character) {
@@ -22,33 +25,52 @@ size_t EndOf(std::wstring_view text, std::wstring_view mark) {
     return start == std::wstring_view::npos ? 0 : start + mark.size();
 }
 
-/// The length of the element, declaration or comment that a text begins with; 0 when it begins with
-/// anything else, an element in which there are others included.
-size_t ItemLength(std::wstring_view text) {
+std::wstring_view Trimmed(std::wstring_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+/// What a text begins with and how long that is.
+struct Found {
+    size_t m_Length = 0; ///< 0 for anything else, an element in which there are others included
+    XmlFile::Item m_Item = {};
+};
+
+Found FindItem(std::wstring_view text) {
     if (text.starts_with(L"<?") || text.starts_with(L"<!--")) {
-        return EndOf(text, text[1] == L'?' ? L"?>" : L"-->");
+        return {EndOf(text, text[1] == L'?' ? L"?>" : L"-->")};
     }
     const std::wstring_view tag = text.substr(0, EndOf(text, L">"));
     if (!tag.starts_with(L'<')) {
-        return 0;
+        return {};
     }
     const std::wstring_view name = tag.substr(1, tag.find_first_of(L" \t\r\n>") - 1);
     const std::wstring end = L"</" + std::wstring(name) + L">";
     const size_t content = std::min(text.find(L"</", tag.size()), text.size());
-    const bool isClosed = IsElementName(name) && text.substr(content).starts_with(end);
-    return isClosed ? content + end.size() : 0;
+    if (!IsElementName(name) || !text.substr(content).starts_with(end)) {
+        return {};
+    }
+    return {content + end.size(), {name, Trimmed(text.substr(tag.size(), content - tag.size()))}};
 }
 
-/// Whether a text is nothing but elements side by side: what would not survive a save is no file of
-/// settings.
-bool IsSettings(std::wstring_view text) {
-    while (true) {
-        text.remove_prefix(std::min(text.find_first_not_of(L" \t\r\n"), text.size()));
-        const size_t length = ItemLength(text);
-        if (length == 0) {
-            return text.empty();
-        }
+/// The items of a text, which is nothing but elements side by side: what would not survive a save
+/// is no file of settings, and gives nothing.
+std::optional<std::vector<XmlFile::Item>> ItemsOf(std::wstring_view text) {
+    std::vector<XmlFile::Item> items;
+    int32_t line = 1;
+    const auto skip = [&](size_t length) {
+        line +=
+            static_cast<int32_t>(std::count(text.begin(), text.begin() + ptrdiff_t(length), L'\n'));
         text.remove_prefix(length);
+    };
+    while (true) {
+        skip(std::min(text.find_first_not_of(kBlanks), text.size()));
+        const Found found = FindItem(text);
+        if (found.m_Length == 0) {
+            return text.empty() ? std::optional(std::move(items)) : std::nullopt;
+        }
+        items.push_back({found.m_Item.m_Name, found.m_Item.m_Content, line});
+        skip(found.m_Length);
     }
 }
 
@@ -74,10 +96,14 @@ SmartPtr<XmlFile> XmlFile::Load(const std::string& file) {
     if (ToUtf8(Refer(stream->m_Text)) != bytes) {
         throw DocumentError("load", file, "it is no UTF-8 text");
     }
-    if (!IsSettings(stream->m_Text)) {
+    if (!ItemsOf(stream->m_Text)) {
         throw DocumentError("load", file, "it is no file of settings");
     }
     return stream;
+}
+
+std::vector<XmlFile::Item> XmlFile::Items() const {
+    return ItemsOf(m_Text).value_or(std::vector<Item>());
 }
 
 int32_t XmlFile::WriteElement(IString* name, int32_t /*mode*/, IString* value, int32_t /*flags*/) {

@@ -4,6 +4,8 @@
 #include "host/components/HostObject.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 /// Settings as text: one element per line, `<Name>value</Name>`, in a UTF-8 file of up to
 /// XMLFILE_LARGEST bytes. The elements stand side by side without one around them, and values are
@@ -15,6 +17,15 @@ public:
     /// The stream over the text of a file. Throws DocumentMissing, or DocumentError for what is no
     /// sequence of elements with text in them.
     static SmartPtr<XmlFile> Load(const std::string& file);
+
+    /// An element of the text, or, without a name, a declaration or a comment.
+    struct Item {
+        std::wstring_view m_Name = {};
+        std::wstring_view m_Content = {}; ///< without blanks around it
+        int32_t m_Line = 0;               ///< from 1
+    };
+    /// What stands in the text, which lives as long as this object.
+    std::vector<Item> Items() const;
 
     /// Refuses, with E_INVALIDARG, a name that is null or no name of an element, and a value that
     /// contains the beginning of an end of one. There is no commit then.

@@ -88,17 +88,26 @@ TEST_F(TreehostTest, SettingsAreListedAndKeptInDocumentsAndXmlFiles) {
     EXPECT_THAT(Run("settings").m_Output, HasSubstr("4     ElementHeight          22\n"));
     const std::string kept = DATA_FOLDER "/settings-1.tree"; // of the same settings
     std::filesystem::copy_file(kept, m_Folder / "kept");
-    for (const std::string height : {"7", "0x1E"}) { // into new files, and into old ones
+    for (const std::string height : {"9", "0x1E"}) { // into new files, and into old ones
         const std::string set = "settings --set 100=#C03000 --set elementheight=" + height;
         EXPECT_EQ(Run(set + " --document document --xml xml").m_Output, "");
     }
     for (const std::string options : {"--document kept", "--document document --xml copy",
-             "--xml xml", "--xml copy", "--set 4=7 --set 100=#C03000 --set 4=30 --list"}) {
+             "--xml xml", "--xml copy", "--set 4=9 --set 100=#C03000 --set 4=30 --list"}) {
         const auto [status, list, errors] = Run("settings " + options);
         EXPECT_THAT(list, HasSubstr("4     ElementHeight          30\n")) << options << errors;
         EXPECT_THAT(list, HasSubstr("100   TextColor              #C03000\n")) << options;
     }
     EXPECT_EQ(Content(m_Folder / "kept"), Content(kept)) << "nothing was changed";
+    const std::string commented =
+        "<ElementHeight>\n-5</ElementHeight>\n<!-- mine -->\n<BandColor>#000001</BandColor>\n";
+    std::ofstream(m_Folder / "commented") << commented;
+    const Outcome outcome = Run("settings --xml commented --set 100=1");
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_THAT(outcome.m_Errors, HasSubstr("commented, line 1: ElementHeight should be a whole "
+                                            "number from 8 to 512, not \"-5\"\n"));
+    EXPECT_THAT(outcome.m_Errors, HasSubstr("line 3 holds a comment, which would be lost\n"));
+    EXPECT_EQ(Content(m_Folder / "commented"), commented);
 }
 
 TEST_F(TreehostTest, HelpManualAndCompletionAgreeOnEveryOption) {
@@ -156,7 +165,8 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
         "shot - --out ''", "run nowhere", "replay - -", "replay tree", "replay tree nowhere",
         "replay nowhere -", "replay tree - --size 5", "replay tree - --shots ''", "settings --set",
         "settings --set bogus=1", "settings --set ElementHeight", "settings --set =1",
-        "settings --set 4=x", "settings --set 105=2", "settings --document a --xml ./a --set 4=3",
+        "settings --set 4=x", "settings --set 4=7", "settings --set 4=2147483647",
+        "settings --set 105=2", "settings --document a --xml ./a --set 4=3",
         "settings --list --set TextColor=#123456 --set OpenIcon=x", "settings --document nowhere",
         "settings --xml nowhere --list", "settings --xml ''", "shot - --document nowhere",
         "shot - --document ''", "run tree --document ''"};

@@ -35,14 +35,14 @@ protected:
 TEST_F(PersistenceTest, DefaultsAreStoredUnderTheirNamesInOrder) {
     EXPECT_EQ(TextOf(SavedXml()),
         "<ElementHeight>15</ElementHeight>\n<TextColor>#4B4B4B</TextColor>\n"
-        "<Color101>#FFFFFF</Color101>\n<Color102>#000000</Color102>\n"
+        "<PaperColor>#FFFFFF</PaperColor>\n<BandColor>#000000</BandColor>\n"
         "<UseDefaultStyle>1</UseDefaultStyle>\n"
         "<RootToggleOnIconOnly>0</RootToggleOnIconOnly>\n"
         "<ChildToggleOnIconOnly>1</ChildToggleOnIconOnly>\n");
     EXPECT_EQ(SavedFolders(), "ElementHeight: Flags=03000000 ID=04000000 Value=0F000000\n"
                               "TextColor: Flags=23000000 ID=64000000 Value=4B4B4B00\n"
-                              "Color101: Flags=23000000 ID=65000000 Value=FFFFFF00\n"
-                              "Color102: Flags=23000000 ID=66000000 Value=00000000\n"
+                              "PaperColor: Flags=23000000 ID=65000000 Value=FFFFFF00\n"
+                              "BandColor: Flags=23000000 ID=66000000 Value=00000000\n"
                               "UseDefaultStyle: Flags=13000000 ID=69000000 Value=01000000\n"
                               "RootToggleOnIconOnly: Flags=13000000 ID=93000000 Value=00000000\n"
                               "ChildToggleOnIconOnly: Flags=13000000 ID=94000000 Value=01000000\n"
