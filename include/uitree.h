@@ -260,7 +260,8 @@ struct ICollectionVersionOperations {
     UITREE_UNKNOWN;
     /// Stores a number that has changed whenever anything has that can be seen in the collection or
     /// below it, at any depth: items, names and flag words, whoever wrote them. The same number
-    /// never comes back. E_FAIL while the collection cannot vouch for all of it.
+    /// never comes back. Where one flag word was written it has grown by one, and by more where
+    /// anything else happened besides. E_FAIL while the collection cannot vouch for all of it.
     int32_t (*GetVersion)(ICollectionVersion* self, uint64_t* version);
 };
 /// An item that stands for another object.

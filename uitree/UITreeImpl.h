@@ -167,10 +167,11 @@ private:
     int32_t RegisterParameters();
 
     // Rows and nodes.
-    /// Finds the visible row `row` of `collection`. When there is none it answers E_INVALIDARG and
+    /// Finds the visible row `row` of `collection`, by what is known of it if it is the bound one
+    /// and its version stands. When there is none it answers E_INVALIDARG and
     /// stores the number of visible rows in `index`, which may be null; for a negative row, without
     /// a collection or an `owner`, nothing is stored.
-    static int32_t get_VisibleIndex(
+    int32_t get_VisibleIndex(
         ISuperCollection* collection, int32_t row, int32_t* index, ISuperCollection** owner);
     /// Finds a node object anywhere in the tree, in display order.
     static int32_t Find(
@@ -193,6 +194,11 @@ private:
     /// False when there is nothing to draw or hit: no visible row, or no row height.
     bool TakeView(View& view);
     void TakeKnownRows(View& view, const ICollectionVersion* source, uint64_t version);
+    /// Whether the rows that are known are still those of the bound collection.
+    bool KnowsRows();
+    /// Writes a flag word that was `before`. The rows stay known where their number does and
+    /// nothing else happened meanwhile.
+    void WriteFlags(ISuperCollection& collection, int32_t index, int32_t before, int32_t after);
     Layout LayOut(const CANVASRect& rect, int32_t rows);
     int32_t ScrollPos() const;
     void Scroll(int32_t position);
@@ -203,7 +209,7 @@ private:
     void SetSelection(const NodeAddress& node);
     void FlipAndSelect(const NodeAddress& row);
     void UnmarkSelected();
-    static void Unmark(ISuperCollection* collection, int32_t index);
+    void Unmark(ISuperCollection* collection, int32_t index);
 
     // Pointer input, in the order of the dispatch.
     int32_t HandlePointer(PointerEvent& event);

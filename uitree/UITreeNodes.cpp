@@ -19,13 +19,15 @@ int32_t CUITree::get_VisibleIndex(
     if (!collection || !owner || row < 0) {
         return E_INVALIDARG;
     }
-    TreeWalk walk(collection);
-    if (!walk.SeekRow(row)) {
-        Store(index, walk.Seen());
+    std::optional<TreeWalk> walk;
+    const bool isKnown = collection == m_Collection.Get() && KnowsRows();
+    const View known{SmartPtr(collection), m_Known.m_Rows, &m_Known.m_Marks, {}};
+    if (!(isKnown ? FindRow(known, row, walk) : walk.emplace(collection).SeekRow(row))) {
+        Store(index, isKnown ? known.m_Rows : walk->Seen());
         return E_INVALIDARG;
     }
-    Store(index, walk.Index());
-    *owner = SmartPtr(walk.Collection()).Detach();
+    Store(index, walk->Index());
+    *owner = SmartPtr(walk->Collection()).Detach();
     return S_OK;
 }
 

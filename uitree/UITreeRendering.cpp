@@ -67,6 +67,30 @@ void CUITree::TakeKnownRows(View& view, const ICollectionVersion* source, uint64
     view.m_Rows = m_Known.m_Rows;
 }
 
+bool CUITree::KnowsRows() {
+    SmartPtr<ICollectionVersion> source;
+    {
+        const ObjectGuard guard(*this);
+        source = m_Version;
+    }
+    uint64_t version = 0;
+    return source && m_Known.m_Source == source.Get() && source->GetVersion(&version) >= 0 &&
+           m_Known.m_Version == version;
+}
+
+void CUITree::WriteFlags(
+    ISuperCollection& collection, int32_t index, int32_t before, int32_t after) {
+    const bool isKept = (before & after & NODE_VISIBLE) != 0 && KnowsRows();
+    const uint64_t version = m_Known.m_Version;
+    collection.SetItemFlags(index, after);
+    if (isKept && m_Known.m_Version == version) {
+        ++m_Known.m_Version;
+        if (!KnowsRows()) { // nothing was counted as a change, or more than the one word
+            m_Known.m_Version = version;
+        }
+    }
+}
+
 /// The tree is taken to be as it was counted. Where a mark leads nowhere it was changed since, and
 /// the row is looked for from the root.
 bool CUITree::FindRow(const View& view, int32_t row, std::optional<TreeWalk>& walk) {

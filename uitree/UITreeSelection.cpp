@@ -17,9 +17,8 @@ int32_t CUITree::SelectNode(int32_t row, int32_t flags) {
         if ((flags & SELECT_UNMARKED) == 0 && target.m_Collection) {
             UnmarkSelected();
             node = ItemOf(*target.m_Collection.Get(), target.m_Index);
-            const int32_t marked =
-                FlagsOf(*target.m_Collection.Get(), target.m_Index) | NODE_SELECTED;
-            target.m_Collection->SetItemFlags(target.m_Index, marked);
+            const int32_t before = FlagsOf(*target.m_Collection.Get(), target.m_Index);
+            WriteFlags(*target.m_Collection.Get(), target.m_Index, before, before | NODE_SELECTED);
         }
         if ((flags & SELECT_CURRENT) != 0) {
             SetSelection(target);
@@ -95,6 +94,6 @@ void CUITree::Unmark(ISuperCollection* collection, int32_t index) {
     constexpr int32_t kKept = NODE_LEVEL_MASK | NODE_VISIBLE | NODE_EXPANDED;
     int32_t flags = 0;
     if (collection->GetItemFlags(index, &flags) >= 0) {
-        collection->SetItemFlags(index, flags & kKept);
+        WriteFlags(*collection, index, flags, flags & kKept);
     }
 }

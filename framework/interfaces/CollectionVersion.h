@@ -7,8 +7,9 @@
 struct ICollectionVersion : IUnknown {
     /// Stores a number that has changed whenever anything has that a viewer can see in the
     /// collection or in what is below it, at any depth: items, names and flag words, whoever wrote
-    /// them. The same number never comes back. E_FAIL while the collection cannot vouch for all of
-    /// it.
+    /// them. The same number never comes back. Where one flag word was written it has grown by one,
+    /// and by more where anything else happened besides: who wrote the word knows that nothing did,
+    /// then. E_FAIL while the collection cannot vouch for all of it.
     virtual int32_t GetVersion(uint64_t* version) = 0;
 };
 
