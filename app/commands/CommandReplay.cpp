@@ -67,6 +67,7 @@ private:
     }
 
     void Play(const SelectCommand& command, const std::string& text) {
+        m_Session.NoteMarks();
         Finish(text, Tree()->SelectNode(command.m_Row, command.m_Flags));
     }
 

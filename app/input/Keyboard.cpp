@@ -1,10 +1,10 @@
 #include "app/input/Keyboard.h"
 
 #include "app/settings/Parameters.h"
-#include "app/view/Rows.h"
 #include "host/data/Expansion.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -38,18 +38,23 @@ void UnmarkRows(IUITree* tree) {
     });
 }
 
-int32_t OpenOrGoIn(IUITree* tree, const Row& row, int32_t rowsShown) {
-    if ((row.m_Flags & NODE_EXPANDED) == 0) {
-        return ToggleRow(tree, row.m_Number);
-    }
-    const bool hasChild = ParentRow(tree, RowAt(tree, row.m_Number + 1)).m_Number == row.m_Number;
-    return hasChild ? GoToRow(tree, row.m_Number + 1, rowsShown) : S_FALSE;
+SmartPtr<IUnknown> NodeAt(IUITree* tree, int32_t row) {
+    SmartPtr<IUnknown> node;
+    tree->get_Node(0, row, 0, node.Receive());
+    return node;
 }
 
-int32_t CloseOrGoOut(IUITree* tree, const Row& row, int32_t rowsShown) {
-    const bool isOpen = (row.m_Flags & NODE_EXPANDED) != 0;
-    return isOpen ? ToggleRow(tree, row.m_Number)
-                  : GoToRow(tree, ParentRow(tree, row).m_Number, rowsShown);
+/// The first visible item below a row.
+SmartPtr<IUnknown> FirstChild(const Row& row) {
+    SmartPtr<IUnknown> child;
+    int32_t flags = 0;
+    const auto children = CollectionBelow(row.m_Collection.Get(), row.m_Index);
+    for (int32_t i = 0; children && !child && children->GetItemFlags(i, &flags) >= 0; ++i) {
+        if ((flags & NODE_VISIBLE) != 0) {
+            children->GetItem(i, child.Receive());
+        }
+    }
+    return child;
 }
 
 int64_t RowFrom(int64_t row, Key key, int64_t last, int64_t rowsShown) {
@@ -69,46 +74,84 @@ int64_t RowFrom(int64_t row, Key key, int64_t last, int64_t rowsShown) {
     }
 }
 
-int32_t GoBy(IUITree* tree, Key key, const Row& from, int32_t rowsShown) {
-    const int32_t last = CountRows(tree) - 1;
-    const bool isStart = !from.IsFound() && key != Key::kHome && key != Key::kEnd;
-    const int64_t row =
-        isStart ? FirstRowShown(tree) : RowFrom(from.m_Number, key, last, rowsShown);
-    return last < 0
-               ? S_FALSE
-               : GoToRow(tree, static_cast<int32_t>(std::clamp<int64_t>(row, 0, last)), rowsShown);
-}
-
 } // namespace
 
-int32_t PressKey(IUITree* tree, Key key, int32_t rowsShown) {
-    const Row selected = SelectedRow(tree);
+int32_t Keyboard::Press(Key key, int32_t rowsShown) {
+    const Row selected = Selected();
     const bool isMove = key != Key::kRight && key != Key::kLeft && key != Key::kEnter;
     if (isMove || !selected.IsFound()) {
-        return GoBy(tree, isMove ? key : Key::kDown, selected, rowsShown);
+        return GoBy(isMove ? key : Key::kDown, selected, rowsShown);
     }
+    m_Row = selected.m_Number;
     switch (key) {
     case Key::kRight:
-        return OpenOrGoIn(tree, selected, rowsShown);
+        return OpenOrGoIn(selected, rowsShown);
     case Key::kLeft:
-        return CloseOrGoOut(tree, selected, rowsShown);
+        return CloseOrGoOut(selected, rowsShown);
     default:
-        return ToggleRow(tree, selected.m_Number);
+        return Toggle(selected);
     }
 }
 
-int32_t GoToRow(IUITree* tree, int32_t row, int32_t rowsShown) {
-    if (row < 0 || row >= CountRows(tree)) {
+int32_t Keyboard::GoTo(int32_t row, int32_t rowsShown) {
+    if (row < 0 || row >= CountRows(m_Tree)) {
         return S_FALSE;
     }
-    UnmarkRows(tree);
-    tree->SelectNode(row, SELECT_ABSOLUTE | SELECT_CURRENT);
-    BringIntoView(tree, row, rowsShown);
-    return Announce(tree);
+    if (std::exchange(m_AreSeveralMarked, false)) {
+        UnmarkRows(m_Tree);
+    }
+    m_Tree->SelectNode(row, SELECT_ABSOLUTE | SELECT_CURRENT);
+    m_Row = row;
+    BringIntoView(m_Tree, row, rowsShown);
+    return Announce(m_Tree);
 }
 
-int32_t ToggleRow(IUITree* tree, int32_t row) {
-    const Row found = RowAt(tree, row);
-    const bool isToggled = found.IsFound() && ToggleNode(found.m_Collection.Get(), found.m_Index);
-    return isToggled ? Announce(tree) : S_FALSE;
+int32_t Keyboard::ToggleSelected() {
+    return Toggle(Selected());
+}
+
+int32_t Keyboard::RowShowing(IUnknown* node) const {
+    return node && NodeAt(m_Tree, m_Row) == node ? m_Row : RowOfNode(m_Tree, node).m_Number;
+}
+
+Row Keyboard::Selected() const {
+    SmartPtr<IUnknown> node;
+    SmartPtr<IUnknown> collection;
+    m_Tree->GetSelected(-1, SELECTED_NODE, node.Receive());
+    if (m_Row < 0 || !node || !(NodeAt(m_Tree, m_Row) == node.Get())) {
+        return SelectedRow(m_Tree);
+    }
+    Row row{.m_Number = m_Row};
+    row.m_Index = m_Tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
+    row.m_Collection = Query<ISuperCollection>(collection.Get());
+    row.m_Collection->GetItemFlags(row.m_Index, &row.m_Flags);
+    return row;
+}
+
+int32_t Keyboard::Toggle(const Row& row) {
+    const bool isToggled = row.IsFound() && ToggleNode(row.m_Collection.Get(), row.m_Index);
+    return isToggled ? Announce(m_Tree) : S_FALSE;
+}
+
+int32_t Keyboard::GoBy(Key key, const Row& from, int32_t rowsShown) {
+    const int32_t last = CountRows(m_Tree) - 1;
+    const bool isStart = !from.IsFound() && key != Key::kHome && key != Key::kEnd;
+    const int64_t row =
+        isStart ? FirstRowShown(m_Tree) : RowFrom(from.m_Number, key, last, rowsShown);
+    return last < 0 ? S_FALSE
+                    : GoTo(static_cast<int32_t>(std::clamp<int64_t>(row, 0, last)), rowsShown);
+}
+
+int32_t Keyboard::OpenOrGoIn(const Row& row, int32_t rowsShown) {
+    if ((row.m_Flags & NODE_EXPANDED) == 0) {
+        return Toggle(row);
+    }
+    const auto child = FirstChild(row);
+    const bool isNext = child && NodeAt(m_Tree, row.m_Number + 1) == child.Get();
+    return isNext ? GoTo(row.m_Number + 1, rowsShown) : S_FALSE;
+}
+
+int32_t Keyboard::CloseOrGoOut(const Row& row, int32_t rowsShown) {
+    const bool isOpen = (row.m_Flags & NODE_EXPANDED) != 0;
+    return isOpen ? Toggle(row) : GoTo(ParentRow(m_Tree, row).m_Number, rowsShown);
 }

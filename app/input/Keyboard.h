@@ -1,21 +1,48 @@
 #pragma once
 
 #include "app/input/Input.h"
-#include "framework/interfaces/TreeInterfaces.h"
+#include "app/view/Rows.h"
 
-// What the host does with the control when a key is pressed or a row is double-clicked, by the
-// control's public operations and the flag words of the data. The control itself hears no keys.
-//
-// `rowsShown` is the number of rows that the control's rectangle has room for, at least 1.
+/// What the host does with the control when a key is pressed or a row is double-clicked, by the
+/// control's public operations and the flag words of the data. The control itself hears no keys.
+///
+/// The control knows its selected node and not which row shows it, and a walk to it takes as long
+/// as the tree has rows. So the row is remembered, and checked by the node that the control has
+/// there: where collections have a version, a key costs the same in a tree of any size.
+///
+/// `rowsShown` is the number of rows that the control's rectangle has room for, at least 1.
+class Keyboard {
+public:
+    /// `tree` outlives it.
+    explicit Keyboard(IUITree* tree) : m_Tree(tree) {}
 
-/// Up, down, page-up, page-down, home and end select a row and bring it into view; right opens a
-/// folder or goes to its first child; left closes a folder or goes to its parent; enter opens or
-/// closes a folder. Without a selection the first row shown is selected. S_FALSE when the key has
-/// nothing to do.
-int32_t PressKey(IUITree* tree, Key key, int32_t rowsShown);
+    /// Up, down, page-up, page-down, home and end select a row and bring it into view; right opens
+    /// a folder or goes to its first child; left closes a folder or goes to its parent; enter opens
+    /// or closes a folder. Without a selection the first row shown is selected. S_FALSE when the
+    /// key has nothing to do.
+    int32_t Press(Key key, int32_t rowsShown);
 
-/// Makes a row the only selected one and brings it into view. S_FALSE when there is no such row.
-int32_t GoToRow(IUITree* tree, int32_t row, int32_t rowsShown);
+    /// Makes a row the only selected one and brings it into view. S_FALSE when there is no such
+    /// row.
+    int32_t GoTo(int32_t row, int32_t rowsShown);
+    /// Opens or closes the selected row. S_FALSE for a leaf.
+    int32_t ToggleSelected();
+    /// The row that shows a node; a negative number when none does.
+    int32_t RowShowing(IUnknown* node) const;
 
-/// Opens or closes a row. S_FALSE for a leaf.
-int32_t ToggleRow(IUITree* tree, int32_t row);
+    /// The pointer is on a row, which may become the selected one.
+    void NoteRow(int32_t row) { m_Row = row; }
+    /// Something may leave several rows marked: a key takes the marks off then.
+    void NoteMarks() { m_AreSeveralMarked = true; }
+
+private:
+    Row Selected() const;
+    int32_t Toggle(const Row& row);
+    int32_t GoBy(Key key, const Row& from, int32_t rowsShown);
+    int32_t OpenOrGoIn(const Row& row, int32_t rowsShown);
+    int32_t CloseOrGoOut(const Row& row, int32_t rowsShown);
+
+    IUITree* m_Tree;
+    int32_t m_Row = -1; ///< where the selected node is likely to be
+    bool m_AreSeveralMarked = false;
+};

@@ -39,9 +39,11 @@ std::string StatusText(int32_t status) {
 int32_t EventLog::NodeSelect(
     IUnknown* container, int32_t state, int32_t index, int32_t action, IUnknown* node) {
     return Guarded([&] {
-        m_Heard.m_Lines.push_back("NodeSelect container=" + ContainerText(container) + " state=" +
-                                  std::to_string(state) + " index=" + std::to_string(index) +
-                                  " action=" + ActionText(action) + " node=" + NodeText(node));
+        Note([&] {
+            return "NodeSelect container=" + ContainerText(container) +
+                   " state=" + std::to_string(state) + " index=" + std::to_string(index) +
+                   " action=" + ActionText(action) + " node=" + NodeText(node);
+        });
         // A selection is announced by this event alone, and it shows.
         m_Heard.m_NeedsDrawing = true;
         if (IsSameObject(container, m_Tree)) {
@@ -56,16 +58,17 @@ int32_t EventLog::NodeSelect(
 int32_t EventLog::NodeDrag(
     IUnknown* /*context*/, int32_t state, int32_t x, int32_t y, IUnknown* node) {
     return Guarded([&] {
-        m_Heard.m_Lines.push_back("NodeDrag state=" + std::to_string(state) +
-                                  " x=" + std::to_string(x) + " y=" + std::to_string(y) +
-                                  " node=" + NodeText(node));
+        Note([&] {
+            return "NodeDrag state=" + std::to_string(state) + " x=" + std::to_string(x) +
+                   " y=" + std::to_string(y) + " node=" + NodeText(node);
+        });
         return S_OK;
     });
 }
 
 int32_t EventLog::UIItemChanged(IUnknown* /*item*/, int32_t /*flags*/) {
     return Guarded([&] {
-        m_Heard.m_Lines.emplace_back("UIItemChanged");
+        Note([] { return "UIItemChanged"; });
         m_Heard.m_NeedsDrawing = true;
         return S_OK;
     });

@@ -23,8 +23,9 @@ public:
         int32_t m_Action = -1; ///< of the last click on a row; negative when there was none
     };
 
-    /// `tree` outlives the log.
-    explicit EventLog(IUITree* tree) : m_Tree(tree) {}
+    /// `tree` outlives the log. Without a record no lines are written, which takes a look at every
+    /// row.
+    EventLog(IUITree* tree, bool isRecorded) : m_Tree(tree), m_IsRecorded(isRecorded) {}
 
     Heard Take() { return std::exchange(m_Heard, {}); }
 
@@ -38,6 +39,15 @@ private:
     std::string ContainerText(IUnknown* container) const;
     std::string NodeText(IUnknown* node) const;
 
+    /// Adds a line, made only when it is wanted.
+    template <class MakeLine>
+    void Note(const MakeLine& makeLine) {
+        if (m_IsRecorded) {
+            m_Heard.m_Lines.push_back(makeLine());
+        }
+    }
+
     IUITree* m_Tree;
+    bool m_IsRecorded;
     Heard m_Heard;
 };

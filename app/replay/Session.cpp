@@ -1,7 +1,6 @@
 #include "app/replay/Session.h"
 
-#include "app/input/Keyboard.h"
-#include "app/view/Rows.h"
+#include "app/settings/Parameters.h"
 
 #include <algorithm>
 
@@ -19,7 +18,8 @@ bool IsPrimaryRelease(const Input& input) {
 } // namespace
 
 Session::Session(IUITree* tree, Size size, std::ostream& record)
-    : m_Tree(tree), m_Size(size), m_Record(record), m_Log(EventLog::Make(tree)) {
+    : m_Tree(tree), m_Size(size), m_Record(record), m_Keyboard(tree),
+      m_Log(EventLog::Make(tree, record.good())) {
     if (const auto events = Query<IEventSource>(tree)) {
         events->Advise(m_Log->Identity(), kConnect);
     }
@@ -55,6 +55,7 @@ EventLog::Heard Session::Note(const std::string& text, const std::string& result
 
 int32_t Session::Perform(const PointerInput& input) {
     CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
+    NotePointer(input);
     const auto mouse = Query<IUIMouseInput>(m_Tree);
     return mouse ? mouse->Pointer(input.m_State, input.m_Action, input.m_Keys, input.m_X, input.m_Y,
                        &rect, nullptr)
@@ -73,16 +74,30 @@ int32_t Session::Perform(const KeyInput& input) {
     CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
     SmartPtr<IUnknown> unused;
     m_Tree->HitTest(0, 0, &rect, unused.Receive());
-    return PressKey(m_Tree, input.m_Key, RowsShown());
+    return m_Keyboard.Press(input.m_Key, RowsShown());
 }
 
 void Session::Activate(IUnknown* node) {
-    const int32_t row = RowOfNode(m_Tree, node).m_Number;
-    const int32_t status = GoToRow(m_Tree, row, RowsShown());
-    if (!m_ClickToggled) {
-        ToggleRow(m_Tree, row);
+    const int32_t row = m_Keyboard.RowShowing(node);
+    const int32_t status = m_Keyboard.GoTo(row, RowsShown());
+    if (status == S_OK && !m_ClickToggled) {
+        m_Keyboard.ToggleSelected();
     }
     Note("activate " + std::to_string(row), StatusText(status));
+}
+
+void Session::NotePointer(const PointerInput& input) {
+    int32_t rowHeight = 0;
+    int32_t position = 0;
+    m_Tree->GetElementSize(nullptr, &rowHeight);
+    m_Tree->Inquire(PARAMETER_SCROLLPOS, &position);
+    const bool isButton = (input.m_State & (POINTERSTATE_PRIMARY | POINTERSTATE_SECONDARY)) != 0;
+    if (isButton && rowHeight > 0 && input.m_Y >= 0 && input.m_Y < m_Size.m_Height) {
+        m_Keyboard.NoteRow(position + static_cast<int32_t>(input.m_Y) / rowHeight);
+    }
+    if (isButton && input.m_Keys != 0) {
+        m_Keyboard.NoteMarks();
+    }
 }
 
 int32_t Session::RowsShown() const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/input/Input.h"
+#include "app/input/Keyboard.h"
 #include "app/replay/EventLog.h"
 #include "app/view/Picture.h"
 
@@ -30,6 +30,9 @@ public:
 
     void Feed(const Input& input);
 
+    /// Something else than input may leave several rows marked.
+    void NoteMarks() { m_Keyboard.NoteMarks(); }
+
     /// Records something that was done to the control, with its result, and what was heard of it.
     EventLog::Heard Note(const std::string& text, const std::string& result);
 
@@ -41,11 +44,13 @@ private:
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
     void Activate(IUnknown* node);
+    void NotePointer(const PointerInput& input);
     int32_t RowsShown() const;
 
     IUITree* m_Tree;
     Size m_Size;
     std::ostream& m_Record;
+    Keyboard m_Keyboard;
     SmartPtr<EventLog> m_Log;
     bool m_IsChanged = true;     ///< a new control was never drawn
     bool m_ClickToggled = false; ///< the last click opened or closed its row

@@ -1,5 +1,4 @@
 #include "app/replay/Session.h"
-#include "app/input/Keyboard.h"
 #include "app/settings/Parameters.h"
 #include "tests/support/TreeTest.h"
 
@@ -12,6 +11,21 @@ namespace {
 constexpr Size kFourRows{200, 4 * 22};
 
 using SessionTest = TreeTest;
+
+/// Counts how often its items and flag words are read.
+class CountingRows final : public HostObject<CountingRows, SuperCollectionBase, CollectionVersion> {
+public:
+    static constexpr const char* kKind = "CountingRows";
+    int32_t GetItem(int32_t index, IUnknown** item) override {
+        ++m_Reads;
+        return SuperCollectionBase::GetItem(index, item);
+    }
+    int32_t GetItemFlags(int32_t index, int32_t* flags) override {
+        ++m_Reads;
+        return SuperCollectionBase::GetItemFlags(index, flags);
+    }
+    int m_Reads = 0;
+};
 
 } // namespace
 
@@ -36,7 +50,9 @@ TEST_F(SessionTest, KeysWalkThroughTheTreeAndOpenIt) {
         EXPECT_EQ(press(key), selected) << rows;
         EXPECT_EQ(Rows(), rows) << selected;
     }
-    SetFlags("A", Flags("A") | NODE_SELECTED);
+    session.Feed(PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_PRESS, KEYS_CONTROL, 60, 5});
+    session.Feed(PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_RELEASE, KEYS_CONTROL, 60, 5});
+    EXPECT_NE(Flags("A") & NODE_SELECTED, 0);
     press(kEnd);
     EXPECT_EQ(Flags("A") & NODE_SELECTED, 0) << "a key selects one row";
 }
@@ -59,6 +75,28 @@ TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
     EXPECT_EQ(Value(PARAMETER_SCROLLPOS), 0);
     m_Tree->Control(4, 0); // no row height
     EXPECT_EQ(press(kPageDown), "1");
+}
+
+TEST_F(SessionTest, KeyAndPictureReadOnlyWhatIsOnTheScreen) {
+    using enum Key;
+    constexpr int kRows = 10'000;
+    const auto rows = CountingRows::Make();
+    for (int i = 0; i < kRows; ++i) {
+        rows->Append(std::to_string(i), Outline("leaf").Get());
+    }
+    BindCollection(SmartPtr<ISuperCollection>(rows.Get()));
+    std::ostream silence(nullptr);
+    Session session(m_Tree.Get(), kFourRows, silence);
+    DrawPicture(m_Tree.Get(), kFourRows);
+    session.Feed(PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_PRESS, 0, 60, 5});
+    session.Feed(PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_RELEASE, 0, 60, 5});
+    DrawPicture(m_Tree.Get(), kFourRows); // counts anew: the click has opened the row
+    for (const Key key : {kDown, kPageDown, kUp, kEnd, kPageUp, kHome}) {
+        rows->m_Reads = 0;
+        session.Feed(KeyInput{key});
+        DrawPicture(m_Tree.Get(), kFourRows);
+        EXPECT_LT(rows->m_Reads, kRows / 10) << static_cast<int>(key);
+    }
 }
 
 TEST_F(SessionTest, PictureIsDrawnAgainOnlyWhenSomethingInItChanged) {
