@@ -9,6 +9,7 @@
 #include "host/text/Text.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <filesystem>
@@ -49,7 +50,8 @@ void AddFile(CLI::App* command, const char* name, std::string& file, const std::
 void AddShot(CLI::App& app, ShotOptions& options) {
     CLI::App* command = app.add_subcommand("shot", "Draw the tree to a PNG file");
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
-    command->add_option("--out", options.m_Out, "The file to write")->capture_default_str();
+    command->add_option("--out", options.m_Out, "The file to write, - for standard output")
+        ->capture_default_str();
     command->add_option("--size", options.m_Size, "WIDTHxHEIGHT in pixels")->capture_default_str();
     command->add_option("--scroll", options.m_Scroll, "The first row shown, from 0")
         ->check(CLI::Range(0, INT32_MAX));
@@ -136,6 +138,20 @@ void AddHelp(CLI::App& app, std::string& name) {
     });
 }
 
+/// What nobody takes, in the order in which it was typed.
+std::string NotTaken(const CLI::App& app, int count, char** arguments) {
+    std::vector<std::string> left = app.remaining(true);
+    std::string text;
+    for (int i = 1; i < count; ++i) {
+        const auto found = std::find(left.begin(), left.end(), arguments[i]);
+        if (found != left.end()) {
+            text += ' ' + *found;
+            left.erase(found);
+        }
+    }
+    return text;
+}
+
 int ParseAndRun(int count, char** arguments) {
     CLI::App app("Shows a tree with the tree control.", "treehost");
     app.set_version_flag("--version", "treehost " TREEHOST_VERSION);
@@ -156,6 +172,13 @@ int ParseAndRun(int count, char** arguments) {
     AddHelp(app, helpOn);
     try {
         app.parse(count, arguments);
+    } catch (const CLI::ExtrasError&) {
+        return Complain("not expected:" + NotTaken(app, count, arguments), kWrongUsage);
+    } catch (const CLI::RequiredError& error) {
+        const std::vector<std::string> left = app.remaining();
+        const bool isCommand = !left.empty() && !left.front().starts_with('-');
+        return Complain(
+            isCommand ? "there is no command " + left.front() : error.what(), kWrongUsage);
     } catch (const CLI::ParseError& error) {
         return error.get_exit_code() == 0 ? app.exit(error) : Complain(error.what(), kWrongUsage);
     }
@@ -182,6 +205,11 @@ int main(int count, char** arguments) {
         return Complain(error.what(), kWrongUsage);
     } catch (const ModuleError& error) {
         return Complain(error.what(), kNoModule);
+    } catch (const std::filesystem::filesystem_error& error) {
+        std::error_code unknown;
+        const bool isGone = std::filesystem::current_path(unknown).empty();
+        const std::string reason = error.path1().string() + ": " + error.code().message();
+        return Complain(isGone ? "the working folder is gone" : "cannot use " + reason, kFailed);
     } catch (const NotAllRead& error) {
         return ComplainOfEach(error.what());
     } catch (const std::bad_alloc&) {

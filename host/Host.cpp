@@ -18,12 +18,17 @@ void MoveTo(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::current_path(folder, error);
     if (error) {
-        throw ModuleError("cannot use the host's folder: " + error.message());
+        throw ModuleError(
+            "cannot use the host's folder " + folder.string() + ": " + error.message());
     }
 }
 
-SmartPtr<IComponentCollection> ObtainRegistry() {
+SmartPtr<IComponentCollection> ObtainRegistry(const std::filesystem::path& folder) {
     SmartPtr<IComponentCollection> registry;
+    std::error_code error;
+    if (!std::filesystem::exists(folder / "CollectionsEx.so", error)) {
+        throw ModuleError("the host's module CollectionsEx.so is not in " + folder.string());
+    }
     const CreatorFunction creator = MODULECreateFunction(Refer(std::wstring_view(L"CollectionsEx")),
         Refer(std::wstring_view(L"GlobalComponentCollection")));
     if (creator) {
@@ -41,7 +46,7 @@ SmartPtr<IComponentCollection> ObtainRegistry() {
 Host::Host(const std::filesystem::path& folder) {
     const std::filesystem::path absolute = std::filesystem::absolute(folder).lexically_normal();
     MoveTo(absolute);
-    m_Components = ObtainRegistry();
+    m_Components = ObtainRegistry(absolute);
     m_Registry = Query<IHostComponents>(m_Components.Get());
     if (!m_Registry) {
         throw ModuleError("the component registry is not the host's own");

@@ -31,7 +31,8 @@ void RunShot(const ShotOptions& options) {
     if (options.m_Out.empty()) {
         throw UsageError("--out: a file name is missing");
     }
-    const std::string file = std::filesystem::absolute(options.m_Out).string();
+    const bool isFile = options.m_Out != "-";
+    const std::string file = isFile ? std::filesystem::absolute(options.m_Out).string() : "-";
 
     const TreeView view(options.m_Path, options.m_Depth);
     if (!options.m_Document.empty()) {
@@ -45,7 +46,7 @@ void RunShot(const ShotOptions& options) {
         panel.emplace(view.Control());
     }
     const auto picture = DrawPicture(view.Control(), size, panel ? &*panel : nullptr);
-    WritePicture(picture.get(), file, options.m_Out);
-    std::cout << options.m_Out << '\n';
+    WritePicture(picture.get(), file, isFile ? options.m_Out : "standard output");
+    std::cout << (isFile ? options.m_Out + '\n' : "");
     view.CheckAllRead();
 }

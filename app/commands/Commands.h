@@ -10,7 +10,7 @@
 
 struct ShotOptions {
     std::string m_Path;             ///< of a folder or an outline, or "-"
-    std::string m_Out = "tree.png"; ///< relative to where the command was called
+    std::string m_Out = "tree.png"; ///< relative to where the command was called, or "-"
     std::string m_Size = "480x640"; ///< in pixels
     int32_t m_Scroll = 0;           ///< the first row shown
     std::vector<int32_t> m_Open;    ///< rows to open, one after the other
@@ -19,7 +19,7 @@ struct ShotOptions {
     std::string m_Document;         ///< the settings to show it with, absolute; "" for none
 };
 
-/// Draws the tree to a PNG file and prints the file's name.
+/// Draws the tree to a PNG file and prints the file's name, or prints the picture itself.
 void RunShot(const ShotOptions& options);
 
 struct ReplayOptions {

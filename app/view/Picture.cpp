@@ -5,7 +5,10 @@
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
 
+#include <cerrno>
 #include <charconv>
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -75,5 +78,22 @@ bool KeptPicture::Update(IUITree* tree, bool isTreeChanged, Size size, Panel* pa
 }
 
 void WritePicture(cairo_surface_t* picture, const std::string& file, const std::string& name) {
-    Check(cairo_surface_write_to_png(picture, file.c_str()), "cannot write " + name);
+    const bool isFile = file != "-";
+    errno = 0;
+    std::FILE* stream = isFile ? std::fopen(file.c_str(), "wb") : stdout;
+    const auto write = [](void* to, const unsigned char* bytes, unsigned int length) {
+        return std::fwrite(bytes, 1, length, static_cast<std::FILE*>(to)) == length
+                   ? CAIRO_STATUS_SUCCESS
+                   : CAIRO_STATUS_WRITE_ERROR;
+    };
+    cairo_status_t status = CAIRO_STATUS_WRITE_ERROR;
+    if (stream) {
+        status = cairo_surface_write_to_png_stream(picture, write, stream);
+        const bool isKept = (isFile ? std::fclose(stream) : std::fflush(stream)) == 0;
+        status = isKept || status != CAIRO_STATUS_SUCCESS ? status : CAIRO_STATUS_WRITE_ERROR;
+    }
+    if (status == CAIRO_STATUS_WRITE_ERROR) {
+        throw std::runtime_error("cannot write " + name + ": " + std::strerror(errno));
+    }
+    Check(status, "cannot write " + name);
 }

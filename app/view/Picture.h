@@ -36,5 +36,5 @@ private:
     std::optional<std::vector<Panel::Line>> m_Panel; ///< what the panel shows, when there is one
 };
 
-/// Writes a PNG file; `name` is what the caller called it.
+/// Writes a PNG file, or to standard output for "-"; `name` is what the caller called it.
 void WritePicture(cairo_surface_t* picture, const std::string& file, const std::string& name);

@@ -1,6 +1,7 @@
 #include "app/window/Window.h"
 
 #include <SDL.h>
+#include <csignal>
 #include <cstdlib>
 #include <string_view>
 
@@ -31,6 +32,11 @@ void Start() {
     SDL_SetHint(SDL_HINT_VIDEODRIVER, VideoDrivers()); // what the environment asks for goes first
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
         throw NoDisplay(SDL_GetError());
+    }
+    // SDL ends the program as the close button does when it is to terminate; a terminal that goes
+    // away counts as that too. An ignored signal, as under nohup, stays ignored.
+    if (std::signal(SIGHUP, SIG_IGN) != SIG_IGN) {
+        std::signal(SIGHUP, [](int) { std::raise(SIGTERM); });
     }
     SDL_EnableScreenSaver();
     SDL_StopTextInput();

@@ -6,10 +6,12 @@
 #include "host/data/OutlineSource.h"
 
 #include <cairo.h>
+#include <exception>
 #include <filesystem>
+#include <iostream>
 #include <sstream>
 
-int main(int count, char** arguments) {
+int main(int count, char** arguments) try {
     const std::filesystem::path modules = count > 1 ? arguments[1] : "."; // where UITree.so is
     const auto picture = std::filesystem::absolute("sample.png");
     Host host(modules);                              // moves the process there
@@ -30,4 +32,7 @@ int main(int count, char** arguments) {
     const auto status = cairo_surface_write_to_png(surface, picture.c_str());
     cairo_surface_destroy(surface);
     return status == CAIRO_STATUS_SUCCESS ? 0 : 1;
+} catch (const std::exception& error) {
+    std::cerr << "sample: " << error.what() << '\n';
+    return 1;
 }

@@ -1,5 +1,8 @@
 #include "host/text/Text.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -9,8 +12,18 @@ bool IsSurrogate(char32_t character) {
     return character >= 0xD800 && character <= 0xDFFF;
 }
 
+/// Controls, and what is not seen but changes how the text around it is: marks, overrides and
+/// isolates of direction, separators of lines and paragraphs, blanks without width, tags.
 bool IsControl(char32_t character) {
-    return character < 0x20 || (character >= 0x7F && character <= 0x9F);
+    struct Range {
+        char32_t m_First, m_Last;
+    };
+    constexpr Range kUnseen[] = {{0, 0x1F}, {0x7F, 0x9F}, {0xAD, 0xAD}, {0x61C, 0x61C},
+        {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB},
+        {0xE0000, 0xE007F}};
+    return std::any_of(std::begin(kUnseen), std::end(kUnseen), [character](const Range& range) {
+        return character >= range.m_First && character <= range.m_Last;
+    });
 }
 
 /// How many bytes the character with this first byte has; 0 when none begins with it.

@@ -49,7 +49,7 @@ protected:
 TEST_F(TreehostTest, RowsShowsLevelsAndMarks) {
     EXPECT_EQ(Run("rows -", kOutline).m_Output, "+ A\n+ B\n");
     EXPECT_EQ(Run("rows - --depth 1", kOutline).m_Output, "- A\n    a1\n    a2\n- B\n  + b\n");
-    EXPECT_EQ(Run("rows -", "esc\x1b[31m\n").m_Output, "  esc\uFFFD[31m\n");
+    EXPECT_EQ(Run("rows -", "esc\x1b[31m\u202Etxt\n").m_Output, "  esc\uFFFD[31m\uFFFDtxt\n");
     std::filesystem::create_directories(m_Folder / "folder/sub/deep");
     EXPECT_EQ(Run("rows folder --depth 2").m_Output, "- sub\n  + deep\n");
 }
@@ -149,6 +149,7 @@ TEST_F(TreehostTest, ModuleIsBesideTheProgramAndNamesAndIconsWhereTheIniFileSays
     EXPECT_EQ(Run("settings", "", added).m_Status, 0);
     copy("UITree.so");
     EXPECT_THAT(list().m_Output, HasSubstr("170   170                    not set\n"));
+    EXPECT_THAT(list().m_Errors, HasSubstr("/_icons/UITreeOpen.png is missing: "));
     std::filesystem::copy(
         BuildFolder() / "share", m_Folder / "other", std::filesystem::copy_options::recursive);
     std::ofstream(m_Folder / "other/_strings/UITree.ini") << "[Parameters]\n170=Open\n";
@@ -194,11 +195,16 @@ TEST_F(TreehostTest, WhatCannotBeReadOrWrittenOrShownIsStatus1) {
         EXPECT_EQ(Run(arguments, kOutline).m_Status, 1) << arguments;
     }
     for (const auto& [arguments, message] :
-        {std::pair("rows /proc/self/mem", "/proc/self/mem: Input/output error"),
-            std::pair("shot - <&-", "standard input: Bad file descriptor")}) {
-        const Outcome unread = Run(arguments);
-        EXPECT_EQ(unread.m_Status, 1);
-        EXPECT_EQ(unread.m_Errors, std::string("treehost: cannot read ") + message + '\n');
+        {std::pair("rows /proc/self/mem", "cannot read /proc/self/mem: Input/output error"),
+            std::pair("shot - <&-", "cannot read standard input: Bad file descriptor"),
+            std::pair("shot - --out no/x", "cannot write no/x: No such file or directory"),
+            std::pair("shot - --out - > /dev/full", "cannot write standard output: No space left "
+                                                    "on device"),
+            std::pair("bogus -x", "there is no command bogus"),
+            std::pair("rows - --what --else", "not expected: --what --else")}) {
+        const Outcome failed = Run(arguments);
+        EXPECT_GT(failed.m_Status, 0) << arguments;
+        EXPECT_EQ(failed.m_Errors, std::string("treehost: ") + message + '\n');
     }
     const Outcome outcome = Run("run .", "", "DISPLAY=:none SDL_VIDEODRIVER=x11 " + Treehost());
     EXPECT_EQ(outcome.m_Status, 1);

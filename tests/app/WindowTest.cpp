@@ -120,6 +120,14 @@ TEST_F(WindowTest, ScrollBarIsDraggedAndTheCloseButtonEndsIt) {
     EXPECT_EQ(m_Window->Wait(), 0);
 }
 
+TEST_F(WindowTest, TerminalThatGoesAwayDoesNotTakeTheSettingsWithIt) {
+    Expect("key F2 type 44", "");
+    Expect("key Return", "set 4 44 -> 0");
+    EXPECT_EQ(std::system("kill -HUP $(xdotool getwindowfocus getwindowpid)"), 0);
+    EXPECT_EQ(m_Window->Wait(), 0);
+    EXPECT_NO_THROW(Document::Load(m_Settings));
+}
+
 TEST_F(WindowTest, PanelChangesTheTreeBesideItWhichStillAnswersTheMouse) {
     Expect("mousemove 11 11 key F2 type 44", "move 11 11");
     Expect("key Return", "set 4 44 -> 0");
