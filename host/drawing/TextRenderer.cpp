@@ -3,6 +3,7 @@
 #include "framework/support/REFString.h"
 #include "host/components/HostInterfaces.h"
 #include "host/drawing/Cairo.h"
+#include "host/drawing/Defaults.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,13 @@ int32_t VisibleWidth(cairo_t* context, const CANVASRect& rect) {
     cairo_clip_extents(context, &left, &top, &right, &bottom);
     const double width = std::min(double(rect.width), std::floor(right) - rect.left);
     return static_cast<int32_t>(std::max(width, 0.0));
+}
+
+/// The size of letters: the style's, and no smaller a share of a higher line than the host's
+/// default sizes have, but none that does not fit.
+int32_t TextSizeIn(const CANVASRect& line, int32_t styleSize) {
+    const int64_t share = int64_t{line.height} * kDefaultTextSize / kDefaultRowHeight;
+    return std::min(std::max(styleSize, static_cast<int32_t>(share)), std::max(line.height, 1));
 }
 
 std::wstring_view Shortened(tagREFString text) {
@@ -52,7 +60,8 @@ int32_t TextRenderer::DrawText(IPMRenderStyle* style, tagREFString text, UbuntuC
     }
     return Guarded([&] {
         cairo_t* context = canvas->m_Context;
-        PangoLayout* layout = m_Layouts.Get(context, Shortened(text), settings->GetSize(), width);
+        PangoLayout* layout =
+            m_Layouts.Get(context, Shortened(text), TextSizeIn(line, settings->GetSize()), width);
         int height = 0;
         pango_layout_get_pixel_size(layout, nullptr, &height);
         const CairoState state(context);

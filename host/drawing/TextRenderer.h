@@ -5,7 +5,8 @@
 #include "host/drawing/TextLayouts.h"
 
 /// The component "PMRenderer": draws one line of any Unicode text, centred in the height of its
-/// rectangle. A text that is too wide ends in an ellipsis where the rectangle or the clip ends.
+/// rectangle, in letters that grow with that height. A text that is too wide ends in an ellipsis
+/// where the rectangle or the clip ends.
 class TextRenderer final : public HostObject<TextRenderer, IPMRenderer> {
 public:
     static constexpr const char* kKind = "TextRenderer";

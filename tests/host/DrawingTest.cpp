@@ -94,6 +94,8 @@ TEST_F(DrawingTest, TextIsDrawnInItsRectangleAndEndsThereOrAtTheClip) {
     // Without the ellipsis the clip would cut a letter.
     EXPECT_EQ(InkOf(text, {10, 0, 10000, 60}, 160), inRectangle);
     EXPECT_EQ(InkOf(text, {200, 0, 50, 60}, 160), Extent{});
+    EXPECT_GT(InkOf(L"H", {0, 0, 300, 60}).m_Height, InkOf(L"H", {0, 0, 300, 30}).m_Height);
+    EXPECT_LE(InkOf(L"Hxg", {0, 20, 300, 8}).m_Height, 10) << "a low row is not left";
     EXPECT_GT(InkOf({L"a\nb", 3}, {0, 0, 300, 60}).m_Width, InkOf(L"a", {0, 0, 300, 60}).m_Width);
 }
 
