@@ -12,14 +12,18 @@
 namespace {
 
 struct FolderEntry {
-    bool m_IsFile;
+    ItemLook m_Look;
     std::string m_SortKey;
     std::string m_Name; ///< as the system has it
 
     bool operator<(const FolderEntry& other) const {
-        return std::tie(m_IsFile, m_SortKey, m_Name) <
-               std::tie(other.m_IsFile, other.m_SortKey, other.m_Name);
+        const auto key = [](const FolderEntry& entry) {
+            return std::tuple<bool, const std::string&, const std::string&>(
+                !entry.IsFolder(), entry.m_SortKey, entry.m_Name);
+        };
+        return key(*this) < key(other);
     }
+    bool IsFolder() const { return m_Look.m_Kind == ItemKind::kFolder; }
 };
 
 /// What sorts as the names do in the locale, byte by byte.
@@ -54,6 +58,34 @@ bool IsFolder(const std::filesystem::directory_entry& entry, const FolderPath* s
     return !entry.is_symlink(unknown) || !LeadsBack(entry.path().string(), step);
 }
 
+/// What a file is, by what may be done with it and by its name.
+ItemKind KindOfFile(const std::filesystem::directory_entry& entry) {
+    constexpr std::string_view kImages[] = {
+        ".png", ".jpg", ".jpeg", ".gif", ".svg", ".webp", ".bmp", ".ico", ".tif", ".tiff"};
+    constexpr std::string_view kTexts[] = {".txt", ".md", ".rst", ".log", ".ini", ".conf", ".json",
+        ".xml", ".yaml", ".yml", ".csv", ".html", ".css", ".js", ".py", ".sh", ".c", ".h", ".cpp",
+        ".hpp", ".cmake"};
+    const auto has = [suffix = entry.path().extension().string()](const auto& suffixes) {
+        return std::find(std::begin(suffixes), std::end(suffixes), suffix) != std::end(suffixes);
+    };
+    using std::filesystem::perms;
+    std::error_code unknown;
+    const bool isFile = entry.is_regular_file(unknown);
+    if (has(kImages)) {
+        return ItemKind::kImage;
+    }
+    if (isFile && (entry.status(unknown).permissions() & perms::owner_exec) != perms::none) {
+        return ItemKind::kProgram;
+    }
+    return has(kTexts) ? ItemKind::kText : ItemKind::kFile;
+}
+
+ItemLook LookOf(const std::filesystem::directory_entry& entry, const FolderPath* step) {
+    std::error_code unknown;
+    return {
+        IsFolder(entry, step) ? ItemKind::kFolder : KindOfFile(entry), entry.is_symlink(unknown)};
+}
+
 /// The folder's entries in their order; what was read before an error stands.
 std::vector<FolderEntry> ReadFolder(
     const std::string& path, const FolderPath* step, std::error_code& error) {
@@ -61,7 +93,7 @@ std::vector<FolderEntry> ReadFolder(
     std::filesystem::directory_iterator place(path, error);
     for (; !error && place != std::filesystem::directory_iterator(); place.increment(error)) {
         std::string name = place->path().filename().string();
-        entries.push_back({!IsFolder(*place, step), SortKey(name), std::move(name)});
+        entries.push_back({LookOf(*place, step), SortKey(name), std::move(name)});
     }
     std::sort(entries.begin(), entries.end());
     return entries;
@@ -92,11 +124,12 @@ bool FolderSource::ReadEntries() {
     const auto step = StepInto(m_Path, m_Above);
     std::error_code error;
     for (FolderEntry& entry : ReadFolder(m_Path, step.get(), error)) {
-        if (entry.m_IsFile) {
-            Append(std::move(entry.m_Name), FileItem::Make().Get());
-        } else {
-            const auto folder = Make(m_Path + '/' + entry.m_Name, m_Failures, step);
+        if (entry.IsFolder()) {
+            const auto folder =
+                Make(m_Path + '/' + entry.m_Name, m_Failures, step, entry.m_Look.m_IsLink);
             Append(std::move(entry.m_Name), folder->Identity());
+        } else {
+            Append(std::move(entry.m_Name), FileItem::Make(entry.m_Look).Get());
         }
     }
     if (error && m_Failures) {
@@ -111,4 +144,10 @@ int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {
     }
     *value = selector == CONTENTSTATE_ARCHIVE && m_Filled ? 1 : 0;
     return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+}
+
+int32_t FolderSource::Render(
+    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
+    DrawItemPicture(canvas, rect, {ItemKind::kFolder, m_IsLink});
+    return S_OK;
 }

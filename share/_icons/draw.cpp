@@ -1,64 +1,35 @@
-// Draws the two icons of the tree: `draw_icons FOLDER` writes them there. Kept so that they can be
-// changed and made again; the build does not need it.
+// Draws the two icons of the tree, chevrons that say where a click leads: `draw_icons FOLDER`
+// writes them there. Kept so that they can be changed and made again; the build does not need it.
 
 #include <cairo/cairo.h>
 #include <iostream>
-#include <numbers>
 #include <string>
 
 namespace {
 
-constexpr int kSize = 64; // pixels
-constexpr double kCorner = 5;
+// Drawn thrice as large as they are usually shown, so that they are sharp on fine displays too.
+constexpr int kSize = 96;      // pixels
+constexpr double kGray = 0.50; // stands out on light and dark paper
+constexpr double kLine = 7;
+constexpr double kLong = 14; // half the height of a chevron, which is as wide as this
 
-struct Color {
-    double red;
-    double green;
-    double blue;
-};
-constexpr Color kBack{0.85, 0.62, 0.18};
-constexpr Color kFront{0.99, 0.80, 0.36};
-constexpr Color kOutline{0.62, 0.42, 0.08};
-
-void FillAndOutline(cairo_t* context, const Color& color) {
-    cairo_set_source_rgb(context, color.red, color.green, color.blue);
-    cairo_fill_preserve(context);
-    cairo_set_source_rgb(context, kOutline.red, kOutline.green, kOutline.blue);
-    cairo_stroke(context);
-}
-
-/// The folder's back with its tab.
-void DrawBack(cairo_t* context) {
-    cairo_move_to(context, 5, 54);
-    cairo_line_to(context, 5, 10 + kCorner);
-    cairo_arc(
-        context, 5 + kCorner, 10 + kCorner, kCorner, std::numbers::pi, 1.5 * std::numbers::pi);
-    cairo_line_to(context, 24, 10);
-    cairo_line_to(context, 30, 18);
-    cairo_line_to(context, 54 - kCorner, 18);
-    cairo_arc(context, 54 - kCorner, 18 + kCorner, kCorner, -0.5 * std::numbers::pi, 0);
-    cairo_line_to(context, 54, 54);
-    cairo_close_path(context);
-    FillAndOutline(context, kBack);
-}
-
-/// The front flap, upright for a closed folder and tilted forward for an open one.
-void DrawFront(cairo_t* context, double topLeft, double topRight, double top) {
-    cairo_move_to(context, 5, 55);
-    cairo_line_to(context, topLeft, top);
-    cairo_line_to(context, topRight, top);
-    cairo_line_to(context, 54, 55);
-    cairo_close_path(context);
-    FillAndOutline(context, kFront);
-}
-
-bool DrawIcon(const std::string& path, double topLeft, double topRight, double top) {
+/// A chevron that points right, or down when it is turned by a quarter.
+bool DrawIcon(const std::string& path, bool isTurned) {
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kSize, kSize);
     cairo_t* context = cairo_create(surface);
-    cairo_set_line_width(context, 3);
+    const auto go = [&](auto move, double along, double across) {
+        const double x = kSize / 2.0 + (isTurned ? across : along);
+        const double y = kSize / 2.0 + (isTurned ? along : across);
+        move(context, x, y);
+    };
+    go(cairo_move_to, -kLong / 2, -kLong);
+    go(cairo_line_to, kLong / 2, 0);
+    go(cairo_line_to, -kLong / 2, kLong);
+    cairo_set_line_width(context, kLine);
+    cairo_set_line_cap(context, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
-    DrawBack(context);
-    DrawFront(context, topLeft, topRight, top);
+    cairo_set_source_rgb(context, kGray, kGray, kGray);
+    cairo_stroke(context);
     const cairo_status_t status = cairo_surface_write_to_png(surface, path.c_str());
     cairo_destroy(context);
     cairo_surface_destroy(surface);
@@ -73,7 +44,7 @@ int main(int count, char** arguments) {
         return 2;
     }
     const std::string folder = arguments[1];
-    const bool drawn = DrawIcon(folder + "/UITreeClosed.png", 5, 54, 25) &&
-                       DrawIcon(folder + "/UITreeOpen.png", 16, 62, 31);
+    const bool drawn =
+        DrawIcon(folder + "/UITreeClosed.png", false) && DrawIcon(folder + "/UITreeOpen.png", true);
     return drawn ? 0 : 1;
 }

@@ -186,7 +186,7 @@ TEST_F(DrawingTest, IconLooksAsScaledByCairoAlsoWhenDrawnAgain) {
         [](cairo_t* to) {
             cairo_rectangle(to, 8, 9, 15, 15), cairo_clip(to), cairo_push_group(to);
         }};
-    constexpr int kRounding = 1; // of 255: positions in the image are rounded
+    constexpr int kRounding = 2; // of 255: positions in the image are rounded
     const auto icon = IconFile::Make();
     for (const char* name : {"UITreeOpen.png", "UITreeClosed.png"}) {
         const auto file = BuildFolder() / "share/_icons" / name;

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "framework/interfaces/Types.h"
+
+/// What an item of a folder is, for its picture.
+enum class ItemKind { kFolder, kFile, kText, kImage, kProgram };
+
+struct ItemLook {
+    ItemKind m_Kind = ItemKind::kFile;
+    bool m_IsLink = false; ///< an arrow says so
+};
+
+/// Draws an item in the middle of a rectangle of whole pixels, with lines in the pixels of whatever
+/// scale the canvas has, in colours that stand out on light and dark paper. Nothing below 6 pixels,
+/// where a picture is a blot.
+void DrawItemPicture(UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look);
