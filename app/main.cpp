@@ -2,6 +2,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/replay/Script.h"
+#include "app/settings/Palette.h"
 #include "app/view/TreeView.h"
 #include "host/components/Module.h"
 #include "host/data/Source.h"
@@ -47,6 +48,10 @@ void AddFile(CLI::App* command, const char* name, std::string& file, const std::
         });
 }
 
+void AddTheme(CLI::App* command, std::string& theme) {
+    command->add_option("--theme", theme, "The colours")->check(CLI::IsMember(ThemeNames()));
+}
+
 void AddShot(CLI::App& app, ShotOptions& options) {
     CLI::App* command = app.add_subcommand("shot", "Draw the tree to a PNG file");
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
@@ -64,6 +69,7 @@ void AddShot(CLI::App& app, ShotOptions& options) {
     command->add_flag("--page", options.m_Page, "Draw the settings page beside the tree");
     AddFile(command, "--document", options.m_Document,
         "The document with the settings to draw it with");
+    AddTheme(command, options.m_Theme);
     command->callback([&options] { RunShot(options); });
 }
 
@@ -74,6 +80,7 @@ void AddRun(CLI::App& app, WindowOptions& options) {
     command->add_flag("--record", options.m_Record, "Print what replay prints of a script");
     AddFile(command, "--document", options.m_Document,
         "The document that keeps the settings; saved when the window closes");
+    AddTheme(command, options.m_Theme);
     command->callback([&options] { RunWindow(options); });
 }
 

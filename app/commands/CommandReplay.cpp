@@ -42,9 +42,8 @@ public:
 
     void Play(const Step& step) {
         std::visit([&](const auto& command) { Play(command, step.m_Text); }, step.m_Command);
-        if (m_Session.TakeChanged()) {
-            Redraw();
-        }
+        const bool isChanged = m_Session.TakeChanged();
+        m_Picture.Update(Tree(), isChanged, m_Session.GetSize(), nullptr, m_Session.Marked());
     }
 
 private:
@@ -93,7 +92,7 @@ private:
 
     void Play(const ShotCommand& command, const std::string& text) {
         std::filesystem::create_directories(m_Shots);
-        WritePicture(m_Picture.get(), (m_Shots / command.m_File).string(), command.m_File);
+        WritePicture(m_Picture.Surface(), (m_Shots / command.m_File).string(), command.m_File);
         m_Session.Note(text, "");
     }
 
@@ -104,13 +103,15 @@ private:
         Redraw();
     }
 
-    void Redraw() { m_Picture = DrawPicture(m_Session.Tree(), m_Session.GetSize()); }
+    void Redraw() {
+        m_Picture.Update(Tree(), true, m_Session.GetSize(), nullptr, m_Session.Marked());
+    }
 
     Session m_Session;
     ReadFailuresPtr m_Failures;
     StandingClock m_Clock;
     std::filesystem::path m_Shots;
-    SurfacePtr m_Picture; ///< what a window would show now
+    KeptPicture m_Picture; ///< what a window would show now
 };
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "app/commands/Commands.h"
+#include "app/settings/Palette.h"
 #include "app/settings/Parameters.h"
 #include "app/settings/SettingsFiles.h"
 #include "app/settings/SettingsPage.h"
@@ -53,6 +54,7 @@ void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size);
     const TreeView view(options.m_Path, 0);
     const KeptSettings settings(view.Control(), options.m_Document);
+    ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
         TreeWindow window(view.Control(), "treehost " + options.m_Path, size,

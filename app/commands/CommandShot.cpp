@@ -1,4 +1,5 @@
 #include "app/commands/Commands.h"
+#include "app/settings/Palette.h"
 #include "app/settings/Panel.h"
 #include "app/settings/Parameters.h"
 #include "app/settings/SettingsFiles.h"
@@ -38,6 +39,7 @@ void RunShot(const ShotOptions& options) {
     if (!options.m_Document.empty()) {
         LoadDocument(view.Control(), options.m_Document);
     }
+    ApplyTheme(view.Control(), options.m_Theme);
     OpenRows(view, options.m_Open);
     view.Control()->Control(PARAMETER_SCROLLPOS, options.m_Scroll);
 

@@ -17,6 +17,7 @@ struct ShotOptions {
     int32_t m_Depth = 0;            ///< levels to open
     bool m_Page = false;            ///< with the settings page beside the tree
     std::string m_Document;         ///< the settings to show it with, absolute; "" for none
+    std::string m_Theme;            ///< a theme's name; "" for the colours of the settings
 };
 
 /// Draws the tree to a PNG file and prints the file's name, or prints the picture itself.
@@ -37,6 +38,7 @@ struct WindowOptions {
     std::string m_Size = "480x640";
     bool m_Record = false;  ///< print what replay prints
     std::string m_Document; ///< the settings, loaded if there are any, and saved; as for a shot
+    std::string m_Theme;    ///< as for a shot
 };
 
 /// Shows the tree in a window until that is closed.

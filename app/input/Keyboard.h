@@ -3,6 +3,8 @@
 #include "app/input/Input.h"
 #include "app/view/Rows.h"
 
+#include <optional>
+
 /// What the host does with the control when a key is pressed or a row is double-clicked, by the
 /// control's public operations and the flag words of the data. The control itself hears no keys.
 ///
@@ -27,6 +29,10 @@ public:
     int32_t GoTo(int32_t row, int32_t rowsShown);
     /// Opens or closes the selected row. S_FALSE for a leaf.
     int32_t ToggleSelected();
+    /// The number of the row that a key went to last.
+    std::optional<int32_t> LastRow() const {
+        return m_Row >= 0 ? std::optional(m_Row) : std::nullopt;
+    }
     /// The row that shows a node; a negative number when none does.
     int32_t RowShowing(IUnknown* node) const;
 

@@ -1,7 +1,5 @@
 #include "app/replay/Session.h"
 
-#include "app/settings/Parameters.h"
-
 #include <algorithm>
 
 namespace {
@@ -74,6 +72,8 @@ int32_t Session::Perform(const KeyInput& input) {
     CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
     SmartPtr<IUnknown> unused;
     m_Tree->HitTest(0, 0, &rect, unused.Receive());
+    m_IsKeyUsed = true;
+    m_PointerY.reset(); // it marks nothing until it moves again
     return m_Keyboard.Press(input.m_Key, RowsShown());
 }
 
@@ -86,18 +86,29 @@ void Session::Activate(IUnknown* node) {
     Note("activate " + std::to_string(row), StatusText(status));
 }
 
+std::optional<int32_t> Session::PointedRow() const {
+    const auto row = m_PointerY ? RowUnder(m_Tree, *m_PointerY) : std::nullopt;
+    return row && *row < CountRows(m_Tree) ? row : std::nullopt;
+}
+
 void Session::NotePointer(const PointerInput& input) {
-    int32_t rowHeight = 0;
-    int32_t position = 0;
-    m_Tree->GetElementSize(nullptr, &rowHeight);
-    m_Tree->Inquire(PARAMETER_SCROLLPOS, &position);
+    const bool isInside =
+        input.m_X >= 0 && input.m_X < m_Size.m_Width && input.m_Y < m_Size.m_Height;
+    m_PointerY = isInside ? std::optional(input.m_Y) : std::nullopt;
     const bool isButton = (input.m_State & (POINTERSTATE_PRIMARY | POINTERSTATE_SECONDARY)) != 0;
-    if (isButton && rowHeight > 0 && input.m_Y >= 0 && input.m_Y < m_Size.m_Height) {
-        m_Keyboard.NoteRow(position + static_cast<int32_t>(input.m_Y) / rowHeight);
+    const auto row = isButton ? PointedRow() : std::nullopt;
+    if (row) {
+        m_Keyboard.NoteRow(*row);
+        m_IsKeyUsed = false;
     }
     if (isButton && input.m_Keys != 0) {
         m_Keyboard.NoteMarks();
     }
+}
+
+Highlights Session::Marked() const {
+    return {
+        .m_Pointed = PointedRow(), .m_Focused = m_IsKeyUsed ? m_Keyboard.LastRow() : std::nullopt};
 }
 
 int32_t Session::RowsShown() const {

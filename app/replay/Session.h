@@ -2,6 +2,7 @@
 
 #include "app/input/Keyboard.h"
 #include "app/replay/EventLog.h"
+#include "app/view/Backdrop.h"
 #include "app/view/Picture.h"
 
 #include <ostream>
@@ -30,6 +31,11 @@ public:
 
     void Feed(const Input& input);
 
+    /// The rows to mark beside the selected ones.
+    Highlights Marked() const;
+    /// The pointer is elsewhere now.
+    void NoteLeft() { m_PointerY.reset(); }
+
     /// Something else than input may leave several rows marked.
     void NoteMarks() { m_Keyboard.NoteMarks(); }
 
@@ -45,12 +51,15 @@ private:
     int32_t Perform(const KeyInput& input);
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
+    std::optional<int32_t> PointedRow() const;
     int32_t RowsShown() const;
 
     IUITree* m_Tree;
     Size m_Size;
     std::ostream& m_Record;
     Keyboard m_Keyboard;
+    std::optional<double> m_PointerY; ///< where the pointer is, while it is on the control
+    bool m_IsKeyUsed = false;         ///< and not the pointer
     SmartPtr<EventLog> m_Log;
     bool m_IsChanged = true;     ///< a new control was never drawn
     bool m_ClickToggled = false; ///< the last click opened or closed its row

@@ -7,12 +7,6 @@
 
 namespace {
 
-constexpr int32_t kBackground = 0xF2F2F2;
-constexpr int32_t kChosenBackground = 0xFFFFFF;
-constexpr int32_t kEdgeColor = 0xBDBDBD;
-constexpr int32_t kHelpColor = 0x8A94A0;
-constexpr int32_t kTextColor = 0x4B4B4B;
-constexpr int32_t kChosenColor = 0x000000;
 constexpr int32_t kRejectedColor = 0xFF0000;
 
 constexpr int32_t kMargin = 8;     // pixels left of the texts
@@ -20,25 +14,29 @@ constexpr int32_t kNameShare = 68; // percent of the width
 
 class Painter {
 public:
-    Painter(UbuntuCanvas& canvas, const CANVASRect& rect) : m_Canvas(canvas), m_Rect(rect) {}
+    Painter(UbuntuCanvas& canvas, const CANVASRect& rect, const Palette& palette)
+        : m_Canvas(canvas), m_Rect(rect), m_Palette(palette) {}
 
     void Draw(const Panel& panel) {
-        FillRect(m_Canvas.m_Context, m_Rect, kBackground);
-        DrawText(panel.Hint(), kHelpColor, LineRect(0, 0, 100));
+        FillRect(m_Canvas.m_Context, m_Rect, Shade(7));
+        DrawText(panel.Hint(), Shade(65), LineRect(0, 0, 100));
         for (const Panel::Line& line : panel.Lines()) {
             DrawLine(line);
         }
-        FillRect(m_Canvas.m_Context, {m_Rect.left, m_Rect.top, 1, m_Rect.height}, kEdgeColor);
+        FillRect(m_Canvas.m_Context, {m_Rect.left, m_Rect.top, 1, m_Rect.height}, Shade(36));
     }
 
 private:
+    /// Between paper and text, in percent.
+    int32_t Shade(int32_t share) const { return Mix(m_Palette.m_Paper, m_Palette.m_Text, share); }
+
     void DrawLine(const Panel::Line& line) {
         if (line.m_IsChosen) {
             FillRect(m_Canvas.m_Context,
                 {m_Rect.left, m_Rect.top + line.m_Top, m_Rect.width, Panel::kLineHeight},
-                kChosenBackground);
+                m_Palette.m_Paper);
         }
-        const int32_t color = line.m_IsChosen ? kChosenColor : kTextColor;
+        const int32_t color = line.m_IsChosen ? m_Palette.m_Text : Shade(90);
         DrawText(line.m_Name, color, LineRect(line.m_Top, 0, kNameShare));
         DrawText(line.m_Value + (line.m_IsEdited ? "|" : ""),
             line.m_IsRejected ? kRejectedColor : color, LineRect(line.m_Top, kNameShare, 100));
@@ -59,12 +57,14 @@ private:
 
     UbuntuCanvas& m_Canvas;
     CANVASRect m_Rect;
+    Palette m_Palette;
     SmartPtr<IPMRenderer> m_Renderer = CreateHostObject<IPMRenderer>("PMRenderer");
     SmartPtr<IPMRenderStyle> m_Style = CreateHostObject<IPMRenderStyle>("PMRenderStyle");
 };
 
 } // namespace
 
-void DrawPanel(const Panel& panel, UbuntuCanvas& canvas, const CANVASRect& rect) {
-    Painter(canvas, rect).Draw(panel);
+void DrawPanel(
+    const Panel& panel, UbuntuCanvas& canvas, const CANVASRect& rect, const Palette& palette) {
+    Painter(canvas, rect, palette).Draw(panel);
 }

@@ -1,9 +1,11 @@
 #include "app/view/Picture.h"
 
 #include "app/UsageError.h"
+#include "app/settings/Palette.h"
 #include "app/settings/PanelPicture.h"
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
+#include "host/drawing/NotedTexts.h"
 
 #include <cerrno>
 #include <charconv>
@@ -26,6 +28,34 @@ void Check(cairo_status_t status, const std::string& what) {
     }
 }
 
+/// What the control draws on a backdrop; the rows that turn out to be selected.
+std::vector<Band> DrawOn(UbuntuCanvas& canvas, IUITree* tree, CANVASRect rect) {
+    constexpr int32_t kSelectedColor = 0xFF0000; // of the labels that the control hands over
+    std::vector<Band> selected;
+    const NotedTexts notes(canvas.m_Context, kSelectedColor);
+    if (const auto renderable = Query<IRenderableObject>(tree)) {
+        renderable->Render(&canvas, &rect, nullptr, 0); // fails for a tree without rows only
+    }
+    if (PaletteOf(tree).m_Text != kSelectedColor) {
+        for (const CANVASRect& label : notes.Rects()) {
+            selected.push_back({label.top, label.height});
+        }
+    }
+    return selected;
+}
+
+/// Only the control knows which rows in view are selected, and tells while it draws them: where
+/// there are any, it draws once more, on their bands.
+void DrawTree(
+    UbuntuCanvas& canvas, IUITree* tree, const CANVASRect& rect, const Highlights& highlights) {
+    DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, {}, highlights);
+    const std::vector<Band> selected = DrawOn(canvas, tree, rect);
+    if (!selected.empty()) {
+        DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, selected, highlights);
+        DrawOn(canvas, tree, rect);
+    }
+}
+
 } // namespace
 
 Size ParseSize(const std::string& text) {
@@ -41,38 +71,36 @@ Size ParseSize(const std::string& text) {
     return size;
 }
 
-SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel) {
+SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights& highlights) {
     SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.m_Width, size.m_Height));
     const ContextPtr context(cairo_create(surface.get()));
-    cairo_set_source_rgb(context.get(), 1, 1, 1);
-    cairo_paint(context.get());
-
     UbuntuCanvas canvas{context.get()};
     const int32_t panelWidth = panel ? Panel::WidthIn(size.m_Width) : 0;
-    CANVASRect rect{0, 0, size.m_Width - panelWidth, size.m_Height};
-    if (const auto renderable = Query<IRenderableObject>(tree)) {
-        renderable->Render(&canvas, &rect, nullptr, 0); // fails for a tree without rows only
-    }
+    const CANVASRect rect{0, 0, size.m_Width - panelWidth, size.m_Height};
+    DrawTree(canvas, tree, rect, highlights);
     if (panel) {
         panel->Resize(size.m_Height);
-        DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, size.m_Height});
+        DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, size.m_Height}, PaletteOf(tree));
     }
     Check(cairo_status(context.get()), "cannot draw");
     cairo_surface_flush(surface.get());
     return surface;
 }
 
-bool KeptPicture::Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel) {
+bool KeptPicture::Update(
+    IUITree* tree, bool isTreeChanged, Size size, Panel* panel, const Highlights& highlights) {
     std::optional<std::vector<Panel::Line>> lines;
     if (panel) {
         panel->Resize(size.m_Height);
         lines = panel->Lines();
     }
-    if (m_Surface && !isTreeChanged && size == m_Size && lines == m_Panel) {
+    if (m_Surface && !isTreeChanged && size == m_Size && lines == m_Panel &&
+        highlights == m_Highlights) {
         return false;
     }
-    m_Surface = DrawPicture(tree, size, panel);
+    m_Surface = DrawPicture(tree, size, panel, highlights);
     m_Size = size;
+    m_Highlights = highlights;
     m_Panel = std::move(lines);
     return true;
 }

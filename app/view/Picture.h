@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/settings/Panel.h"
+#include "app/view/Backdrop.h"
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/drawing/Cairo.h"
 
@@ -19,20 +20,23 @@ struct Size {
 /// Reads WIDTHxHEIGHT. Throws UsageError.
 Size ParseSize(const std::string& text);
 
-/// The control drawn on white, with a panel at its right when there is one.
-SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel = nullptr);
+/// The control drawn on its paper, with a panel at its right when there is one.
+SurfacePtr DrawPicture(
+    IUITree* tree, Size size, Panel* panel = nullptr, const Highlights& highlights = {});
 
 /// The picture of a window, which is drawn again only when something in it changed.
 class KeptPicture {
 public:
     /// Brings the picture up to date; true when it had to be drawn.
-    bool Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel = nullptr);
+    bool Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel = nullptr,
+        const Highlights& highlights = {});
     /// Null before the first update.
     cairo_surface_t* Surface() const { return m_Surface.get(); }
 
 private:
     SurfacePtr m_Surface;
     Size m_Size;
+    Highlights m_Highlights;
     std::optional<std::vector<Panel::Line>> m_Panel; ///< what the panel shows, when there is one
 };
 

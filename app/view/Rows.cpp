@@ -1,6 +1,9 @@
 #include "app/view/Rows.h"
 
+#include "app/settings/Parameters.h"
 #include "host/data/Expansion.h"
+
+#include <cmath>
 
 namespace {
 
@@ -45,6 +48,16 @@ int32_t CountRows(IUITree* tree) {
     int32_t rows = 0;
     tree->GetContainerSize(nullptr, &rows, nullptr);
     return rows;
+}
+
+std::optional<int32_t> RowUnder(IUITree* tree, double y) {
+    int32_t rowHeight = 0;
+    int32_t first = 0;
+    tree->GetElementSize(nullptr, &rowHeight);
+    tree->Inquire(PARAMETER_SCROLLPOS, &first);
+    const double row = rowHeight > 0 ? first + std::floor(y / rowHeight) : -1;
+    return y >= 0 && row >= 0 && row < INT32_MAX ? std::optional(static_cast<int32_t>(row))
+                                                 : std::nullopt;
 }
 
 Row RowAt(IUITree* tree, int32_t number) {

@@ -4,6 +4,8 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
 
+#include <optional>
+
 /// A visible row of a control, and where its node is kept. A row that was not found has a negative
 /// number and no collection.
 struct Row {
@@ -18,6 +20,10 @@ struct Row {
 /// The collection that a control shows; empty when it has none.
 SmartPtr<ISuperCollection> RootOf(IUITree* tree);
 int32_t CountRows(IUITree* tree);
+
+/// The row under a height in pixels below the control's upper edge, whether there is one or not;
+/// nothing above it, and where rows have no height.
+std::optional<int32_t> RowUnder(IUITree* tree, double y);
 
 Row RowAt(IUITree* tree, int32_t number);
 /// The first row that shows this node.

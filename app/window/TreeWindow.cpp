@@ -18,6 +18,9 @@ void TreeWindow::Run() {
 void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
+    if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
+        m_Session.NoteLeft();
+    }
     if (HandleKey(event) || HandlePanelFinger(event)) {
         return;
     }
@@ -114,8 +117,8 @@ void TreeWindow::Update() {
     m_Session.Resize(TreeSize());
     const bool isTold = m_Session.TakeChanged();
     const bool isTreeChanged = std::exchange(m_IsSet, false) || isTold;
-    const bool isDrawn =
-        m_Picture.Update(m_Session.Tree(), isTreeChanged, size, m_Panel ? &*m_Panel : nullptr);
+    const bool isDrawn = m_Picture.Update(
+        m_Session.Tree(), isTreeChanged, size, m_Panel ? &*m_Panel : nullptr, m_Session.Marked());
     if (isDrawn || m_IsExposed) {
         m_Window.Show(m_Picture.Surface());
     }

@@ -1,12 +1,12 @@
 #include "host/drawing/Cairo.h"
 
-void SetSourceColor(cairo_t* context, int32_t rgb) {
+void SetSourceColor(cairo_t* context, int32_t rgb, double opacity) {
     const auto part = [rgb](int shift) { return (rgb >> shift & 0xFF) / 255.0; };
-    cairo_set_source_rgb(context, part(16), part(8), part(0));
+    cairo_set_source_rgba(context, part(16), part(8), part(0), opacity);
 }
 
-void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb) {
-    SetSourceColor(context, rgb);
+void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb, double opacity) {
+    SetSourceColor(context, rgb, opacity);
     cairo_rectangle(context, rect.left, rect.top, rect.width, rect.height);
     cairo_fill(context);
 }

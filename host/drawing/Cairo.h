@@ -28,9 +28,9 @@ private:
     cairo_t* m_Context;
 };
 
-/// Sets a colour, 0xRRGGBB, as the source.
-void SetSourceColor(cairo_t* context, int32_t rgb);
-void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb);
+/// Sets a colour, 0xRRGGBB, as the source; what is beneath shows through an opacity below 1.
+void SetSourceColor(cairo_t* context, int32_t rgb, double opacity = 1);
+void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb, double opacity = 1);
 
 /// No coordinate or size in pixels that is drawn reaches this: cairo's coordinates end soon after.
 constexpr int32_t kFarthest = 1 << 21;

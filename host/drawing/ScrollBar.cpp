@@ -8,8 +8,10 @@ namespace {
 
 constexpr int64_t kMinThumbHeight = 12; // pixels
 constexpr int32_t kThumbMargin = 4;     // pixels left and right of the thumb
-constexpr int32_t kTrackColor = 0xF2F2F2;
-constexpr int32_t kThumbColor = 0xBDBDBD;
+// One gray over paper of any colour.
+constexpr int32_t kColor = 0x808080;
+constexpr double kTrackOpacity = 0.10;
+constexpr double kThumbOpacity = 0.46;
 
 } // namespace
 
@@ -66,8 +68,8 @@ int32_t ScrollBar::Render(
     }
     const CairoState state(canvas->m_Context);
     cairo_new_path(canvas->m_Context);
-    FillRect(canvas->m_Context, *rect, kTrackColor);
-    FillRect(canvas->m_Context, ThumbRect(*rect), kThumbColor);
+    FillRect(canvas->m_Context, *rect, kColor, kTrackOpacity);
+    FillRect(canvas->m_Context, ThumbRect(*rect), kColor, kThumbOpacity);
     return S_OK;
 }
 

@@ -4,6 +4,7 @@
 #include "host/components/HostInterfaces.h"
 #include "host/drawing/Cairo.h"
 #include "host/drawing/Defaults.h"
+#include "host/drawing/NotedTexts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +33,14 @@ int32_t TextSizeIn(const CANVASRect& line, int32_t styleSize) {
     return std::min(std::max(styleSize, static_cast<int32_t>(share)), std::max(line.height, 1));
 }
 
+/// Draws a layout in the middle of a line's height.
+void DrawLine(cairo_t* context, const CANVASRect& line, PangoLayout* layout) {
+    int height = 0;
+    pango_layout_get_pixel_size(layout, nullptr, &height);
+    cairo_move_to(context, line.left, line.top + (line.height - height) / 2);
+    pango_cairo_show_layout(context, layout);
+}
+
 std::wstring_view Shortened(tagREFString text) {
     return ViewOf(text).substr(0, kLongestText);
 }
@@ -52,23 +61,20 @@ int32_t TextRenderer::DrawText(IPMRenderStyle* style, tagREFString text, UbuntuC
     if (!settings || !canvas || !rect) {
         return E_INVALIDARG;
     }
-    CANVASRect line = *rect;
-    line.width = std::min(line.width, kWidestLine);
-    const int32_t width = CanDraw(canvas, &line) ? VisibleWidth(canvas->m_Context, line) : 0;
-    if (width == 0) {
-        return S_OK;
-    }
     return Guarded([&] {
-        cairo_t* context = canvas->m_Context;
-        PangoLayout* layout =
-            m_Layouts.Get(context, Shortened(text), TextSizeIn(line, settings->GetSize()), width);
-        int height = 0;
-        pango_layout_get_pixel_size(layout, nullptr, &height);
-        const CairoState state(context);
-        SetSourceColor(context, settings->GetColor());
-        const int32_t top = line.top + (line.height - height) / 2;
-        cairo_move_to(context, line.left, top);
-        pango_cairo_show_layout(context, layout);
+        if (canvas->m_Context) {
+            NotedTexts::Note(canvas->m_Context, *rect, settings->GetColor());
+        }
+        CANVASRect line = *rect;
+        line.width = std::min(line.width, kWidestLine);
+        const int32_t width = CanDraw(canvas, &line) ? VisibleWidth(canvas->m_Context, line) : 0;
+        if (width > 0) {
+            const int32_t size = TextSizeIn(line, settings->GetSize());
+            cairo_t* context = canvas->m_Context;
+            const CairoState state(context);
+            SetSourceColor(context, settings->GetColor());
+            DrawLine(context, line, m_Layouts.Get(context, Shortened(text), size, width));
+        }
         return S_OK;
     });
 }

@@ -1,0 +1,54 @@
+#include "app/settings/Palette.h"
+
+#include "app/settings/Parameters.h"
+
+namespace {
+
+struct Theme {
+    const char* m_Name;
+    Palette m_Palette;
+};
+// Legible beneath the red in which the control draws selected labels.
+constexpr Theme kThemes[] = {{"light", {0x4B4B4B, 0xFFFFFF, 0x000000}},
+    {"dark", {0xD4D7DB, 0x1D2024, 0xFFFFFF}}, {"contrast", {0xFFFFFF, 0x000000, 0xFFFF00}}};
+
+int32_t Parameter(IUITree* tree, int32_t number) {
+    int32_t value = 0;
+    tree->Inquire(number, &value);
+    return value;
+}
+
+} // namespace
+
+Palette PaletteOf(IUITree* tree) {
+    return {Parameter(tree, PARAMETER_TEXTCOLOR), Parameter(tree, PARAMETER_PAPERCOLOR),
+        Parameter(tree, PARAMETER_BANDCOLOR)};
+}
+
+std::vector<std::string> ThemeNames() {
+    std::vector<std::string> names;
+    for (const Theme& theme : kThemes) {
+        names.emplace_back(theme.m_Name);
+    }
+    return names;
+}
+
+void ApplyTheme(IUITree* tree, const std::string& name) {
+    for (const auto& [each, palette] : kThemes) {
+        if (name == each) {
+            tree->Control(PARAMETER_TEXTCOLOR, palette.m_Text);
+            tree->Control(PARAMETER_PAPERCOLOR, palette.m_Paper);
+            tree->Control(PARAMETER_BANDCOLOR, palette.m_Band);
+        }
+    }
+}
+
+int32_t Mix(int32_t from, int32_t to, int32_t percent) {
+    int32_t mixed = 0;
+    for (const int shift : {16, 8, 0}) {
+        const int32_t first = from >> shift & 0xFF;
+        const int32_t second = to >> shift & 0xFF;
+        mixed |= (first + (second - first) * percent / 100) << shift;
+    }
+    return mixed;
+}

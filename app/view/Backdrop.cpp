@@ -1,0 +1,87 @@
+#include "app/view/Backdrop.h"
+
+#include "app/settings/Palette.h"
+#include "app/settings/Parameters.h"
+#include "host/drawing/Cairo.h"
+
+#include <algorithm>
+#include <numbers>
+
+namespace {
+
+constexpr double kSelectedShare = 0.12; // of the band's colour
+constexpr double kPointedShare = 0.05;
+constexpr double kRingShare = 0.45;
+
+class Painter {
+public:
+    Painter(cairo_t* context, int32_t width, int32_t color)
+        : m_Context(context), m_Width(width), m_Color(color) {}
+
+    void Fill(const Band& band, double share) const {
+        Trace(band, 0);
+        SetSourceColor(m_Context, m_Color, share);
+        cairo_fill(m_Context);
+    }
+    void Outline(const Band& band) const {
+        constexpr double kHalfLine = 0.5;
+        Trace(band, kHalfLine);
+        SetSourceColor(m_Context, m_Color, kRingShare);
+        cairo_set_line_width(m_Context, 1);
+        cairo_stroke(m_Context);
+    }
+
+private:
+    /// A rectangle with round corners, a little within the row.
+    void Trace(const Band& band, double inset) const {
+        constexpr double kQuarter = std::numbers::pi / 2;
+        constexpr double kMargin = 2;
+        constexpr double kLargestCorner = 5;
+        const double left = kMargin + inset;
+        const double top = band.m_Top + inset;
+        const double right = m_Width - kMargin - inset;
+        const double bottom = band.m_Top + band.m_Height - inset;
+        const double corner = std::min(kLargestCorner, band.m_Height / 4.0);
+        cairo_new_path(m_Context);
+        cairo_arc(m_Context, left + corner, top + corner, corner, 2 * kQuarter, 3 * kQuarter);
+        cairo_arc(m_Context, right - corner, top + corner, corner, 3 * kQuarter, 4 * kQuarter);
+        cairo_arc(m_Context, right - corner, bottom - corner, corner, 0, kQuarter);
+        cairo_arc(m_Context, left + corner, bottom - corner, corner, kQuarter, 2 * kQuarter);
+        cairo_close_path(m_Context);
+    }
+
+    cairo_t* m_Context;
+    int32_t m_Width;
+    int32_t m_Color;
+};
+
+/// Where a row is drawn; nothing for one out of view.
+std::optional<Band> BandOf(IUITree* tree, std::optional<int32_t> row, int32_t height) {
+    int32_t rowHeight = 0;
+    int32_t first = 0;
+    tree->GetElementSize(nullptr, &rowHeight);
+    tree->Inquire(PARAMETER_SCROLLPOS, &first);
+    const int64_t place = int64_t{row.value_or(-1)} - first;
+    const bool isInView = row && rowHeight > 0 && place >= 0 && (place + 1) * rowHeight <= height;
+    return isInView ? std::optional(Band{static_cast<int32_t>(place * rowHeight), rowHeight})
+                    : std::nullopt;
+}
+
+} // namespace
+
+void DrawBackdrop(cairo_t* context, IUITree* tree, int32_t width, int32_t height,
+    const std::vector<Band>& selected, const Highlights& highlights) {
+    const Palette palette = PaletteOf(tree);
+    const CairoState state(context);
+    FillRect(context, {0, 0, width, height}, palette.m_Paper);
+    const Painter painter(context, width, palette.m_Band);
+    if (const auto band = BandOf(tree, highlights.m_Pointed, height)) {
+        painter.Fill(*band, kPointedShare);
+    }
+    for (const Band& band : selected) {
+        painter.Fill(band, kSelectedShare);
+    }
+    if (const auto band = BandOf(tree, highlights.m_Focused, height)) {
+        painter.Outline(*band);
+    }
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "framework/interfaces/TreeInterfaces.h"
+
+#include <cairo/cairo.h>
+#include <optional>
+#include <vector>
+
+// What the host draws beneath the rows of a control, before the control draws them.
+
+/// Rows that the host marks by itself, counted from 0 over the visible ones.
+struct Highlights {
+    std::optional<int32_t> m_Pointed; ///< the row under the pointer
+    std::optional<int32_t> m_Focused; ///< the row where the keyboard is
+
+    bool operator==(const Highlights&) const = default;
+};
+
+/// Part of the canvas' height, in pixels.
+struct Band {
+    int32_t m_Top;
+    int32_t m_Height;
+
+    bool operator==(const Band&) const = default;
+};
+
+/// Draws the paper, the band of each selected row, a lighter one under the pointer, and a ring
+/// where the keyboard is. `width` and `height` are the control's, in pixels.
+void DrawBackdrop(cairo_t* context, IUITree* tree, int32_t width, int32_t height,
+    const std::vector<Band>& selected, const Highlights& highlights);
