@@ -1,6 +1,7 @@
 #include "app/input/Input.h"
 
 #include "host/text/Numbers.h"
+#include "host/text/Text.h"
 
 namespace {
 
@@ -38,6 +39,10 @@ std::string Text(const TouchInput& input) {
 
 std::string Text(const KeyInput& input) {
     return "key " + std::string(kKeyWords[static_cast<size_t>(input.m_Key)].m_Name);
+}
+
+std::string Text(const TypedInput& input) {
+    return "type " + ToPrintable(Refer(ToWide(input.m_Text)));
 }
 
 } // namespace

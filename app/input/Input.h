@@ -31,13 +31,32 @@ struct TouchInput {
     double m_PanY = 0; ///< pixels since the finger went down, positive downwards
 };
 
-enum class Key : int32_t { kUp, kDown, kPageUp, kPageDown, kHome, kEnd, kRight, kLeft, kEnter };
+enum class Key : int32_t {
+    kUp,
+    kDown,
+    kPageUp,
+    kPageDown,
+    kHome,
+    kEnd,
+    kRight,
+    kLeft,
+    kEnter,
+    kBackspace,
+    kPlus,
+    kMinus,
+    kAsterisk
+};
 
 struct KeyInput {
     Key m_Key = Key::kUp;
 };
 
-using Input = std::variant<PointerInput, TouchInput, KeyInput>;
+/// Text that was typed, UTF-8.
+struct TypedInput {
+    std::string m_Text = {};
+};
+
+using Input = std::variant<PointerInput, TouchInput, KeyInput, TypedInput>;
 
 constexpr Word kButtonWords[] = {
     {"none", 0}, {"primary", POINTERSTATE_PRIMARY}, {"secondary", POINTERSTATE_SECONDARY}};
@@ -45,7 +64,9 @@ constexpr Word kKeysWords[] = {{"none", 0}, {"shift", KEYS_SHIFT}, {"control", K
 constexpr Word kKeyWords[] = {{"up", int32_t(Key::kUp)}, {"down", int32_t(Key::kDown)},
     {"page-up", int32_t(Key::kPageUp)}, {"page-down", int32_t(Key::kPageDown)},
     {"home", int32_t(Key::kHome)}, {"end", int32_t(Key::kEnd)}, {"right", int32_t(Key::kRight)},
-    {"left", int32_t(Key::kLeft)}, {"enter", int32_t(Key::kEnter)}};
+    {"left", int32_t(Key::kLeft)}, {"enter", int32_t(Key::kEnter)},
+    {"backspace", int32_t(Key::kBackspace)}, {"plus", int32_t(Key::kPlus)},
+    {"minus", int32_t(Key::kMinus)}, {"asterisk", int32_t(Key::kAsterisk)}};
 
 /// The input as a line of a script.
 std::string ToText(const Input& input);

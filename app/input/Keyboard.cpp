@@ -2,8 +2,10 @@
 
 #include "app/settings/Parameters.h"
 #include "host/data/Expansion.h"
+#include "host/text/Text.h"
 
 #include <algorithm>
+#include <sys/time.h>
 #include <utility>
 
 namespace {
@@ -12,6 +14,15 @@ namespace {
 int32_t Announce(IUITree* tree) {
     const auto refreshable = Query<IUIRefreshableObject>(tree);
     return refreshable ? refreshable->Refresh(0) : S_OK;
+}
+
+constexpr std::pair<std::wstring_view, Key> kCommands[] = {
+    {L"+", Key::kPlus}, {L"-", Key::kMinus}, {L"*", Key::kAsterisk}};
+
+int64_t Milliseconds() {
+    timeval now{};
+    gettimeofday(&now, nullptr);
+    return int64_t{now.tv_sec} * 1000 + now.tv_usec / 1000;
 }
 
 int32_t FirstRowShown(IUITree* tree) {
@@ -78,19 +89,44 @@ int64_t RowFrom(int64_t row, Key key, int64_t last, int64_t rowsShown) {
 
 int32_t Keyboard::Press(Key key, int32_t rowsShown) {
     const Row selected = Selected();
-    const bool isMove = key != Key::kRight && key != Key::kLeft && key != Key::kEnter;
+    const bool isMove = key < Key::kRight;
     if (isMove || !selected.IsFound()) {
         return GoBy(isMove ? key : Key::kDown, selected, rowsShown);
     }
     m_Row = selected.m_Number;
+    const bool isOpen = (selected.m_Flags & NODE_EXPANDED) != 0;
     switch (key) {
     case Key::kRight:
         return OpenOrGoIn(selected, rowsShown);
     case Key::kLeft:
         return CloseOrGoOut(selected, rowsShown);
+    case Key::kBackspace:
+        return GoTo(ParentRow(m_Tree, selected).m_Number, rowsShown);
+    case Key::kPlus:
+        return isOpen ? S_FALSE : Toggle(selected);
+    case Key::kMinus:
+        return isOpen ? Toggle(selected) : S_FALSE;
+    case Key::kAsterisk:
+        return OpenAllBeside(selected);
     default:
         return Toggle(selected);
     }
+}
+
+int32_t Keyboard::Type(std::string_view utf8, int32_t rowsShown) {
+    const int64_t now = Milliseconds();
+    const std::wstring text = ToWide(utf8);
+    if (!m_TypeAhead.IsPending(now)) {
+        const auto command = std::find_if(std::begin(kCommands), std::end(kCommands),
+            [&text](const auto& each) { return text == each.first; });
+        if (command != std::end(kCommands)) {
+            return Press(command->second, rowsShown);
+        }
+    }
+    m_TypeAhead.Add(text, now);
+    const Row selected = Selected();
+    const int32_t from = selected.m_Number + (selected.IsFound() && m_TypeAhead.MayStay() ? 0 : 1);
+    return GoTo(RowLabelled(m_Tree, m_TypeAhead.Prefix(), from).m_Number, rowsShown);
 }
 
 int32_t Keyboard::GoTo(int32_t row, int32_t rowsShown) {
@@ -154,4 +190,14 @@ int32_t Keyboard::OpenOrGoIn(const Row& row, int32_t rowsShown) {
 int32_t Keyboard::CloseOrGoOut(const Row& row, int32_t rowsShown) {
     const bool isOpen = (row.m_Flags & NODE_EXPANDED) != 0;
     return isOpen ? Toggle(row) : GoTo(ParentRow(m_Tree, row).m_Number, rowsShown);
+}
+
+int32_t Keyboard::OpenAllBeside(const Row& row) {
+    int32_t flags = 0;
+    bool isAnyOpened = false;
+    for (int32_t i = 0; row.m_Collection->GetItemFlags(i, &flags) >= 0; ++i) {
+        isAnyOpened |= (flags & NODE_EXPANDED) == 0 && ToggleNode(row.m_Collection.Get(), i);
+    }
+    m_Row = SelectedRow(m_Tree).m_Number; // rows have come above it
+    return isAnyOpened ? Announce(m_Tree) : S_FALSE;
 }

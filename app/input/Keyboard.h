@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/input/Input.h"
+#include "app/input/TypeAhead.h"
 #include "app/view/Rows.h"
 
 #include <optional>
@@ -20,9 +21,15 @@ public:
 
     /// Up, down, page-up, page-down, home and end select a row and bring it into view; right opens
     /// a folder or goes to its first child; left closes a folder or goes to its parent; enter opens
-    /// or closes a folder. Without a selection the first row shown is selected. S_FALSE when the
-    /// key has nothing to do.
+    /// or closes a folder; backspace goes to the parent, plus opens, minus closes, and asterisk
+    /// opens all folders beside the selected row. Without a selection the first row shown is
+    /// selected. S_FALSE when the key has nothing to do.
     int32_t Press(Key key, int32_t rowsShown);
+
+    /// Goes to the next row whose label begins with what is typed, in whatever case, from the
+    /// selected row on and then from the first. Folders are not opened for it. '+', '-' and '*' are
+    /// keys where they do not go on with something. S_FALSE when there is none.
+    int32_t Type(std::string_view utf8, int32_t rowsShown);
 
     /// Makes a row the only selected one and brings it into view. S_FALSE when there is no such
     /// row.
@@ -47,8 +54,10 @@ private:
     int32_t GoBy(Key key, const Row& from, int32_t rowsShown);
     int32_t OpenOrGoIn(const Row& row, int32_t rowsShown);
     int32_t CloseOrGoOut(const Row& row, int32_t rowsShown);
+    int32_t OpenAllBeside(const Row& row);
 
     IUITree* m_Tree;
     int32_t m_Row = -1; ///< where the selected node is likely to be
     bool m_AreSeveralMarked = false;
+    TypeAhead m_TypeAhead;
 };

@@ -66,6 +66,10 @@ Command ReadKey(ScriptLine& line, ScriptContext& /*context*/) {
     throw UsageError("not a key: " + word);
 }
 
+Command ReadType(ScriptLine& line, ScriptContext& /*context*/) {
+    return TypedInput{line.TakeRest("a text")};
+}
+
 Command ReadWait(ScriptLine& line, ScriptContext& /*context*/) {
     return WaitCommand{line.TakeInteger("milliseconds of at most a day", 0, kLongestWait)};
 }
@@ -128,6 +132,7 @@ constexpr ScriptForm kForms[] = {
     {"touch", "PHASE DISTANCE", "start, then update; pixels since the start, down is positive",
         &ReadTouch},
     {"key", "NAME", "A key of the host: up, down, page-up, page-down, home, end, ...", &ReadKey},
+    {"type", "TEXT", "Goes to the next row whose label begins so; + - and * are keys", &ReadType},
     {"wait", "MILLISECONDS", "Moves the clock, which stands still otherwise", &ReadWait},
     {"size", "WIDTHxHEIGHT", "Resizes the control", &ReadSize},
     {"bind", "PATH", "Another tree; relative to the script's folder", &ReadBind},

@@ -68,13 +68,22 @@ int32_t Session::Perform(const TouchInput& input) {
 }
 
 int32_t Session::Perform(const KeyInput& input) {
+    PrepareForKeys();
+    return m_Keyboard.Press(input.m_Key, RowsShown());
+}
+
+int32_t Session::Perform(const TypedInput& input) {
+    PrepareForKeys();
+    return m_Keyboard.Type(input.m_Text, RowsShown());
+}
+
+void Session::PrepareForKeys() {
     // Rows may have come since the last drawing: this tells the scroll bar of them.
     CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
     SmartPtr<IUnknown> unused;
     m_Tree->HitTest(0, 0, &rect, unused.Receive());
     m_IsKeyUsed = true;
     m_PointerY.reset(); // it marks nothing until it moves again
-    return m_Keyboard.Press(input.m_Key, RowsShown());
 }
 
 void Session::Activate(IUnknown* node) {

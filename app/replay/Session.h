@@ -49,6 +49,8 @@ private:
     int32_t Perform(const PointerInput& input);
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
+    int32_t Perform(const TypedInput& input);
+    void PrepareForKeys();
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
     std::optional<int32_t> PointedRow() const;

@@ -1,7 +1,9 @@
 #include "app/view/Rows.h"
 
 #include "app/settings/Parameters.h"
+#include "framework/support/REFString.h"
 #include "host/data/Expansion.h"
+#include "host/text/Text.h"
 
 #include <cmath>
 
@@ -30,6 +32,13 @@ SmartPtr<IUnknown> NodeOf(const Row& row) {
     SmartPtr<IUnknown> node;
     row.m_Collection->GetItem(row.m_Index, node.Receive());
     return node;
+}
+
+bool BeginsWith(const Row& row, std::wstring_view beginning) {
+    SmartPtr<IString> name;
+    row.m_Collection->GetItemName(row.m_Index, name.Receive());
+    const std::wstring_view label = ViewOf(CREFString(name.Get())).substr(0, beginning.size());
+    return IsEqualIgnoringCase(Refer(label), Refer(beginning));
 }
 
 SmartPtr<ISuperCollection> CollectionBelow(const Row& row) {
@@ -62,6 +71,21 @@ std::optional<int32_t> RowUnder(IUITree* tree, double y) {
 
 Row RowAt(IUITree* tree, int32_t number) {
     return FindRow(tree, [&](const Row& row) { return row.m_Number == number; });
+}
+
+Row RowLabelled(IUITree* tree, std::wstring_view beginning, int32_t from) {
+    Row before;
+    Row found = FindRow(tree, [&](const Row& row) {
+        const bool isBefore = row.m_Number < from;
+        if ((isBefore && before.IsFound()) || !BeginsWith(row, beginning)) {
+            return false;
+        }
+        if (isBefore) {
+            before = row;
+        }
+        return !isBefore;
+    });
+    return found.IsFound() ? found : before;
 }
 
 Row RowOfNode(IUITree* tree, IUnknown* node) {

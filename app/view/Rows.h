@@ -5,6 +5,7 @@
 #include "framework/runtime/SmartPtr.h"
 
 #include <optional>
+#include <string_view>
 
 /// A visible row of a control, and where its node is kept. A row that was not found has a negative
 /// number and no collection.
@@ -26,6 +27,8 @@ int32_t CountRows(IUITree* tree);
 std::optional<int32_t> RowUnder(IUITree* tree, double y);
 
 Row RowAt(IUITree* tree, int32_t number);
+/// The first row at or after `from`, or else the first one, whose label begins so in whatever case.
+Row RowLabelled(IUITree* tree, std::wstring_view beginning, int32_t from);
 /// The first row that shows this node.
 Row RowOfNode(IUITree* tree, IUnknown* node);
 /// The first row whose node is, or stands for, this collection.

@@ -94,12 +94,10 @@ void TreeWindow::OpenPanel() {
         m_Session.Note(text, StatusText(status));
         m_IsSet = true;
     });
-    SDL_StartTextInput();
 }
 
 void TreeWindow::ClosePanel() {
     m_Panel.reset();
-    SDL_StopTextInput();
 }
 
 bool TreeWindow::IsOnPanel(double x) const {

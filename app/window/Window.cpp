@@ -39,7 +39,7 @@ void Start() {
         std::signal(SIGHUP, [](int) { std::raise(SIGTERM); });
     }
     SDL_EnableScreenSaver();
-    SDL_StopTextInput();
+    SDL_StartTextInput();
 }
 
 uint32_t WindowFlags() {

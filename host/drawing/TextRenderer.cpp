@@ -37,7 +37,8 @@ int32_t TextSizeIn(const CANVASRect& line, int32_t styleSize) {
 void DrawLine(cairo_t* context, const CANVASRect& line, PangoLayout* layout) {
     int height = 0;
     pango_layout_get_pixel_size(layout, nullptr, &height);
-    cairo_move_to(context, line.left, line.top + (line.height - height) / 2);
+    const int32_t top = line.top + (line.height - height) / 2;
+    cairo_move_to(context, line.left, top);
     pango_cairo_show_layout(context, layout);
 }
 

@@ -77,6 +77,29 @@ TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
     EXPECT_EQ(press(kPageDown), "1");
 }
 
+TEST_F(SessionTest, TypingGoesToTheNextLabelThatBeginsSo) {
+    const std::tuple<const char*, int, const char*, const char*> steps[] = {
+        {"b", 0, "Bee", "Ant Bee Bat Cat Dog"}, {"A", 500, "Bat", "Ant Bee Bat Cat Dog"},
+        {"b", 5000, "Bee", "Ant Bee Bat Cat Dog"}, {"b", 999, "Bat", "Ant Bee Bat Cat Dog"},
+        {"b", 999, "Bee", "Ant Bee Bat Cat Dog"}, {"x", 999, "Bee", "Ant Bee Bat Cat Dog"},
+        {"-", 500, "Bee", "Ant Bee Bat Cat Dog"}, {"c", 1000, "Cat", "Ant Bee Bat Cat Dog"},
+        {"+", 1000, "Cat", "Ant Bee Bat Cat Claw Dog"}, {"-", 0, "Cat", "Ant Bee Bat Cat Dog"},
+        {"*", 0, "Cat", "Ant Bee Bee's Bat Cat Claw Dog"},
+        {"claw", 0, "Claw", "Ant Bee Bee's Bat Cat Claw Dog"}};
+    Bind("Ant\nBee\n Bee's\nBat\nCat\n Claw\nDog");
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    DrawPicture(m_Tree.Get(), kFourRows);
+    for (const auto& [text, pause, selected, rows] : steps) {
+        m_Clock.Advance(int64_t{pause} * 1000);
+        session.Feed(TypedInput{text});
+        EXPECT_EQ(SelectedLabel(), selected) << text;
+        EXPECT_EQ(Rows(), rows) << text;
+    }
+    session.Feed(KeyInput{Key::kBackspace});
+    EXPECT_EQ(SelectedLabel(), "Cat");
+}
+
 TEST_F(SessionTest, KeyAndPictureReadOnlyWhatIsOnTheScreen) {
     using enum Key;
     constexpr int kRows = 10'000;
