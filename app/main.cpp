@@ -15,12 +15,14 @@
 #include <csignal>
 #include <filesystem>
 #include <iostream>
+#include <map>
 
 namespace {
 
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2, kNoModule = 3 };
 
-constexpr const char* kPathHelp = "A folder, an indented outline, or - for standard input";
+constexpr const char* kPathHelp =
+    "A folder, a file with JSON or an indented outline, or - for standard input";
 constexpr const char* kDepthHelp = "Levels to open";
 
 int Complain(const std::string& text, ExitStatus status) {
@@ -48,6 +50,14 @@ void AddFile(CLI::App* command, const char* name, std::string& file, const std::
         });
 }
 
+void AddKind(CLI::App* command, SourceKind& kind) {
+    command->add_option("--as", kind, "What the file is; else its beginning tells")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, SourceKind>{
+                {"outline", SourceKind::kOutline}, {"json", SourceKind::kJson}},
+            CLI::ignore_case));
+}
+
 void AddTheme(CLI::App* command, std::string& theme) {
     command->add_option("--theme", theme, "The colours")->check(CLI::IsMember(ThemeNames()));
 }
@@ -70,6 +80,7 @@ void AddShot(CLI::App& app, ShotOptions& options) {
     AddFile(command, "--document", options.m_Document,
         "The document with the settings to draw it with");
     AddTheme(command, options.m_Theme);
+    AddKind(command, options.m_Kind);
     command->callback([&options] { RunShot(options); });
 }
 
@@ -81,6 +92,7 @@ void AddRun(CLI::App& app, WindowOptions& options) {
     AddFile(command, "--document", options.m_Document,
         "The document that keeps the settings; saved when the window closes");
     AddTheme(command, options.m_Theme);
+    AddKind(command, options.m_Kind);
     command->callback([&options] { RunWindow(options); });
 }
 
@@ -100,6 +112,10 @@ void AddRows(CLI::App& app, RowsOptions& options) {
     CLI::App* command = app.add_subcommand("rows", "Print the visible rows");
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
     command->add_option("--depth", options.m_Depth, kDepthHelp)->check(CLI::Range(0, INT32_MAX));
+    command->add_option("--find", options.m_Find, "Only rows with this in their label")
+        ->type_name("TEXT");
+    command->add_flag("--json", options.m_AsJson, "For programs");
+    AddKind(command, options.m_Kind);
     command->callback([&options] { RunRows(options); });
 }
 

@@ -3,35 +3,73 @@
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
+#include <algorithm>
+#include <cwctype>
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 namespace {
 
 constexpr size_t kIndent = 2; // blanks per level
 
-char MarkOf(ISuperCollection* collection, int32_t index, int32_t flags) {
-    if (!CollectionBelow(collection, index)) {
-        return ' ';
-    }
-    return (flags & NODE_EXPANDED) != 0 ? '-' : '+';
-}
+struct ShownRow {
+    std::wstring m_Label;
+    size_t m_Level; ///< from 0
+    bool m_IsFolder;
+    bool m_IsOpen;
+};
 
-std::string RowText(ISuperCollection* collection, int32_t index, int32_t flags, size_t level) {
+ShownRow Describe(ISuperCollection* collection, int32_t index, int32_t flags) {
     SmartPtr<IString> name;
     collection->GetItemName(index, name.Receive());
-    return std::string(kIndent * level, ' ') + MarkOf(collection, index, flags) + ' ' +
-           ToPrintable(CREFString(name.Get())) + '\n';
+    const int32_t level = flags & NODE_LEVEL_MASK;
+    return {std::wstring(ViewOf(CREFString(name.Get()))),
+        static_cast<size_t>(level > 0 ? level - 1 : 0),
+        static_cast<bool>(CollectionBelow(collection, index)), (flags & NODE_EXPANDED) != 0};
+}
+
+std::wstring Lowered(std::wstring text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](wchar_t character) {
+        return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(character)));
+    });
+    return text;
+}
+
+std::string TextOf(const ShownRow& row) {
+    const char mark = !row.m_IsFolder ? ' ' : row.m_IsOpen ? '-' : '+';
+    return std::string(kIndent * row.m_Level, ' ') + mark + ' ' + ToPrintable(Refer(row.m_Label));
+}
+
+/// One object in a line; a folder tells whether it is open.
+std::string JsonOf(const ShownRow& row) {
+    nlohmann::ordered_json object{
+        {"level", row.m_Level + 1}, {"label", ToUtf8(Refer(row.m_Label))}};
+    if (row.m_IsFolder) {
+        object["open"] = row.m_IsOpen;
+    }
+    return object.dump();
 }
 
 } // namespace
 
 void RunRows(const RowsOptions& options) {
-    const TreeView view(options.m_Path, options.m_Depth);
-    VisitRows(view.Source(), [](ISuperCollection* collection, int32_t index, int32_t flags) {
-        const int32_t level = flags & NODE_LEVEL_MASK;
-        std::cout << RowText(
-            collection, index, flags, static_cast<size_t>(level > 0 ? level - 1 : 0));
+    const TreeView view(options.m_Path, options.m_Depth, options.m_Kind);
+    const std::wstring wanted = Lowered(ToWide(options.m_Find));
+    bool isFirst = true;
+    VisitRows(view.Source(), [&](ISuperCollection* collection, int32_t index, int32_t flags) {
+        const ShownRow row = Describe(collection, index, flags);
+        if (Lowered(row.m_Label).find(wanted) == std::wstring::npos) {
+            return true;
+        }
+        if (options.m_AsJson) {
+            std::cout << (std::exchange(isFirst, false) ? "[" : ",\n ") << JsonOf(row);
+        } else {
+            std::cout << TextOf(row) << '\n';
+        }
         return std::cout.good();
     });
+    if (options.m_AsJson) {
+        std::cout << (isFirst ? "[]\n" : "]\n");
+    }
     view.CheckAllRead();
 }

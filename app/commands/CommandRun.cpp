@@ -52,7 +52,7 @@ private:
 
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size);
-    const TreeView view(options.m_Path, 0);
+    const TreeView view(options.m_Path, 0, options.m_Kind);
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);

@@ -35,7 +35,7 @@ void RunShot(const ShotOptions& options) {
     const bool isFile = options.m_Out != "-";
     const std::string file = isFile ? std::filesystem::absolute(options.m_Out).string() : "-";
 
-    const TreeView view(options.m_Path, options.m_Depth);
+    const TreeView view(options.m_Path, options.m_Depth, options.m_Kind);
     if (!options.m_Document.empty()) {
         LoadDocument(view.Control(), options.m_Document);
     }

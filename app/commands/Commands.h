@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/UsageError.h"
+#include "host/data/Source.h"
 
 #include <cstdint>
 #include <string>
@@ -18,6 +19,7 @@ struct ShotOptions {
     bool m_Page = false;            ///< with the settings page beside the tree
     std::string m_Document;         ///< the settings to show it with, absolute; "" for none
     std::string m_Theme;            ///< a theme's name; "" for the colours of the settings
+    SourceKind m_Kind = SourceKind::kByContent;
 };
 
 /// Draws the tree to a PNG file and prints the file's name, or prints the picture itself.
@@ -39,6 +41,7 @@ struct WindowOptions {
     bool m_Record = false;  ///< print what replay prints
     std::string m_Document; ///< the settings, loaded if there are any, and saved; as for a shot
     std::string m_Theme;    ///< as for a shot
+    SourceKind m_Kind = SourceKind::kByContent;
 };
 
 /// Shows the tree in a window until that is closed.
@@ -47,6 +50,9 @@ void RunWindow(const WindowOptions& options);
 struct RowsOptions {
     std::string m_Path;
     int32_t m_Depth = 0;
+    std::string m_Find;    ///< only rows whose label holds it, in whatever case; "" for all
+    bool m_AsJson = false; ///< an array of an object for each row
+    SourceKind m_Kind = SourceKind::kByContent;
 };
 
 /// Prints the visible rows.

@@ -5,7 +5,7 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/Host.h"
 #include "host/components/Module.h"
-#include "host/data/ReadFailures.h"
+#include "host/data/Source.h"
 
 #include <stdexcept>
 #include <string>
@@ -36,7 +36,7 @@ struct NotAllRead : std::runtime_error {
 class TreeView {
 public:
     /// Opens `depth` levels of the tree.
-    TreeView(const std::string& path, int32_t depth);
+    TreeView(const std::string& path, int32_t depth, SourceKind kind = SourceKind::kByContent);
 
     IUITree* Control() const { return m_Tree.Get(); }
     ISuperCollection* Source() const { return m_Source.Get(); }

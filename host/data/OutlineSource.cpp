@@ -1,6 +1,6 @@
 #include "host/data/OutlineSource.h"
 
-#include "host/data/SuperCollection.h"
+#include "host/data/TextItems.h"
 
 #include <cerrno>
 #include <new>
@@ -11,22 +11,6 @@
 namespace {
 
 constexpr size_t kTabWidth = 8;
-
-/// A line without lines below it.
-class OutlineLeaf final : public HostObject<OutlineLeaf, IUnknown> {
-public:
-    static constexpr const char* kKind = "OutlineLeaf";
-};
-
-class OutlineBranch final
-    : public HostObject<OutlineBranch, SuperCollectionBase, CollectionVersion> {
-public:
-    static constexpr const char* kKind = "OutlineBranch";
-
-    void AppendLeaf(std::string_view label) {
-        Append(std::string(label), OutlineLeaf::Make().Get());
-    }
-};
 
 /// Columns in front of the text, and the text.
 struct Line {
@@ -57,28 +41,28 @@ public:
         Level& level = m_Open.back();
         if (line.m_Indent <= level.m_Indent || level.m_Branch->IsEmpty()) {
             level.m_Indent = line.m_Indent;
-            level.m_Branch->AppendLeaf(line.m_Label);
+            level.m_Branch->AppendLeaf(std::string(line.m_Label));
             level.m_LastBranch.Reset();
             return;
         }
         if (!level.m_LastBranch) {
-            level.m_LastBranch = OutlineBranch::Make();
+            level.m_LastBranch = TextBranch::Make();
             level.m_Branch->ReplaceLast(level.m_LastBranch->Identity());
         }
-        level.m_LastBranch->AppendLeaf(line.m_Label);
+        level.m_LastBranch->AppendLeaf(std::string(line.m_Label));
         m_Open.push_back({line.m_Indent, level.m_LastBranch, {}});
     }
 
-    OutlineBranch* Root() const { return m_Open.front().m_Branch.Get(); }
+    TextBranch* Root() const { return m_Open.front().m_Branch.Get(); }
 
 private:
     struct Level {
         size_t m_Indent;
-        SmartPtr<OutlineBranch> m_Branch;
-        SmartPtr<OutlineBranch> m_LastBranch; ///< below the last line; null while that is a leaf
+        SmartPtr<TextBranch> m_Branch;
+        SmartPtr<TextBranch> m_LastBranch; ///< below the last line; null while that is a leaf
     };
 
-    std::vector<Level> m_Open{{0, OutlineBranch::Make(), {}}};
+    std::vector<Level> m_Open{{0, TextBranch::Make(), {}}};
 };
 
 } // namespace

@@ -12,6 +12,9 @@ public:
     /// Throws std::bad_alloc.
     void Add(const std::string& what, int error);
 
+    /// The same for what is there and is wrong.
+    void AddFault(const std::string& what, const std::string& fault);
+
     const std::vector<std::string>& Lines() const { return m_Lines; }
 
 private:

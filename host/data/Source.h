@@ -12,8 +12,16 @@ struct SourceMissing : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// The data behind a path: a folder, whose first level is read at once; a file, read as an indented
-/// outline; or standard input for "-". What cannot be read, now or when a folder is opened, is
+/// How a text is read.
+enum class SourceKind {
+    kByContent, ///< as JSON where it begins as such, or else as an outline
+    kOutline,
+    kJson ///< or JSON Lines
+};
+
+/// The data behind a path: a folder, whose first level is read at once; a file; or standard input
+/// for "-". What cannot be read, now or when a folder is opened, is
 /// missing from the collection and named in `failures`. Throws SourceMissing for what does not
 /// exist.
-SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures);
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
+    SourceKind kind = SourceKind::kByContent);

@@ -50,6 +50,11 @@ TEST_F(TreehostTest, RowsShowsLevelsAndMarks) {
     EXPECT_EQ(Run("rows -", kOutline).m_Output, "+ A\n+ B\n");
     EXPECT_EQ(Run("rows - --depth 1", kOutline).m_Output, "- A\n    a1\n    a2\n- B\n  + b\n");
     EXPECT_EQ(Run("rows -", "esc\x1b[31m\u202Etxt\n").m_Output, "  esc\uFFFD[31m\uFFFDtxt\n");
+    EXPECT_EQ(Run("rows - --depth 1 --find A", kOutline).m_Output, "- A\n    a1\n    a2\n");
+    EXPECT_EQ(Run("rows - --depth 1 --json --find b", kOutline).m_Output,
+        "[{\"level\":1,\"label\":\"B\",\"open\":true},\n"
+        " {\"level\":2,\"label\":\"b\",\"open\":false}]\n");
+    EXPECT_EQ(Run("rows - --as json", "[1,").m_Status, 1);
     std::filesystem::create_directories(m_Folder / "folder/sub/deep");
     EXPECT_EQ(Run("rows folder --depth 2").m_Output, "- sub\n  + deep\n");
 }

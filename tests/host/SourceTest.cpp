@@ -1,6 +1,8 @@
 #include "host/data/Source.h"
 #include "host/data/Expansion.h"
 #include "host/data/FolderSource.h"
+#include "host/data/JsonSource.h"
+#include "host/text/Text.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
 
@@ -45,6 +47,33 @@ TEST_F(SourceTest, OutlineDeeperLinesAreChildrenWhateverTheyConsistOf) {
         {"A\n  b\n    c\n      d\nE\n", 2, "A1- b2- c3 E1"}};
     for (const auto& [text, levels, rows] : outlines) {
         EXPECT_EQ(OpenedRows(Outline(text), levels), rows);
+    }
+}
+
+TEST_F(SourceTest, JsonIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
+    const std::tuple<std::string, const char*, const char*> texts[] = {
+        {R"({"a": {"b": [1, 2.50, "x\n"]}, "c": {}, "": null})",
+            R"(a1- b2- 0: 13 1: 2.503 2: "x\n"3 c1- {}2 : null1)", ""},
+        {"{\"a\":1}\n\n[true]\n", "11- a: 12 31- 0: true2", ""}, {"[]", "", ""},
+        {"[1,\n2\n", "0: 11 1: 21 ",
+            "line 3: syntax error while parsing array - unexpected end of input; expected ']'"},
+        {"{\"a\":1}\n{]", "11- a: 12 21 ",
+            "line 2: syntax error while parsing object key - unexpected ']'; expected string "
+            "literal"},
+        {"[\xff]", "",
+            "line 1: syntax error while parsing value - invalid literal; last read: '[\xff'"},
+        {std::string(100'000, '['), nullptr,
+            "line 1: syntax error while parsing value - unexpected end of input; expected '[', "
+            "'{', or a literal"}};
+    for (const auto& [text, rows, fault] : texts) {
+        std::string found;
+        const auto tree = ReadJson(text, found);
+        EXPECT_EQ(found, fault);
+        if (rows) {
+            const std::string shown = OpenedRows(tree, 9);
+            EXPECT_EQ(ToUtf8(Refer(ToWide(shown))),
+                ToUtf8(Refer(ToWide(rows + found + (found.empty() ? "" : "1")))));
+        }
     }
 }
 
