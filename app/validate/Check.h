@@ -53,3 +53,7 @@ std::span<const Check* const> AllChecks();
 
 // The families, a file each in checks/.
 std::span<const Check> ModuleChecks();
+std::span<const Check> ObjectChecks();
+std::span<const Check> NullChecks();
+std::span<const Check> ParameterChecks();
+std::span<const Check> SettingsChecks();

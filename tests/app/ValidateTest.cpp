@@ -47,6 +47,12 @@ TEST_F(ValidateTest, StatusTellsWrongUsageFromWhatCannotBeLoaded) {
     EXPECT_EQ(m_Output.find("passed"), std::string::npos) << "nothing is run for a list";
 }
 
+TEST_F(ValidateTest, ControlAndSampleModulePassEveryCheck) {
+    for (const char* module : {"UITree.so", "Swatch.so"}) {
+        EXPECT_EQ(Validate(module, "--time-limit 900"), 0) << m_Output;
+    }
+}
+
 TEST_F(ValidateTest, ReportsForProgramsHoldTheSame) {
     const std::string junit = m_Folder / "junit.xml";
     ASSERT_EQ(

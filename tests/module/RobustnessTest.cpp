@@ -1,6 +1,6 @@
+#include "app/faults/FailingNew.h"
 #include "host/settings/Document.h"
 #include "host/settings/XmlFile.h"
-#include "tests/support/FailingNew.h"
 #include "tests/support/TreeTest.h"
 
 // Full memory, and a host that does not keep its promises.
