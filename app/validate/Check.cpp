@@ -23,8 +23,8 @@ void Trial::Skip(const std::string& reason) {
 std::span<const Check* const> AllChecks() {
     static const std::vector<const Check*> checks = [] {
         std::vector<const Check*> all;
-        for (const auto family :
-            {ModuleChecks(), ObjectChecks(), NullChecks(), ParameterChecks(), SettingsChecks()}) {
+        for (const auto family : {ModuleChecks(), ObjectChecks(), NullChecks(), ParameterChecks(),
+                 SettingsChecks(), DrawingChecks()}) {
             for (const Check& check : family) {
                 all.push_back(&check);
             }

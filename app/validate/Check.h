@@ -57,3 +57,4 @@ std::span<const Check> ObjectChecks();
 std::span<const Check> NullChecks();
 std::span<const Check> ParameterChecks();
 std::span<const Check> SettingsChecks();
+std::span<const Check> DrawingChecks();

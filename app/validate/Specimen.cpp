@@ -1,6 +1,5 @@
 #include "app/validate/Specimen.h"
 
-
 #include <algorithm>
 
 namespace {
@@ -10,7 +9,7 @@ constexpr int64_t kMostNumbers = 100'000;
 
 } // namespace
 
-Specimen::Specimen(const Stage& stage) : m_Object(stage.CreateOrThrow().Detach()) {
+Specimen::Specimen(SmartPtr<IUnknown> object) : m_Object(object.Detach()) {
     for (int i = 0; i < kSpare; ++i) {
         m_Object->AddRef();
     }

@@ -11,7 +11,9 @@
 class Specimen {
 public:
     /// Throws ModuleError when it cannot be made.
-    explicit Specimen(const Stage& stage);
+    explicit Specimen(const Stage& stage) : Specimen(stage.CreateOrThrow()) {}
+    /// Takes over an object that was just made.
+    explicit Specimen(SmartPtr<IUnknown> object);
     /// Gives back whatever is left.
     ~Specimen();
     Specimen(const Specimen&) = delete;

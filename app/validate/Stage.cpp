@@ -30,6 +30,14 @@ bool Stage::IsStillLoaded() const {
     return library != nullptr;
 }
 
+void Stage::NeedUnloading(Trial& trial) {
+    Load();
+    Unload();
+    if (IsStillLoaded()) {
+        trial.Skip("the module stays loaded");
+    }
+}
+
 CreatorFunction Stage::Creator() const {
     const CreatorFunction creator = m_Module->FindCreator(m_Subject.m_Component.c_str());
     if (!creator) {

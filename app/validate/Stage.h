@@ -20,6 +20,8 @@ public:
     /// Unloads it. Its objects have to be gone.
     void Unload() { m_Module.reset(); }
     bool IsStillLoaded() const;
+    /// For checks that load the module again and again: they do not apply to one that stays.
+    void NeedUnloading(Trial& trial);
 
     /// The creator of the component. Throws ModuleError when the module has none.
     CreatorFunction Creator() const;

@@ -3,9 +3,11 @@
 #include "app/validate/Specimen.h"
 #include "framework/runtime/Components.h"
 #include "framework/support/REFString.h"
+#include "host/text/Text.h"
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 // An object's interfaces, its count, its making and its going.
 
@@ -83,29 +85,35 @@ void CountsOfInterfaces(Trial& trial, const Stage& stage) {
     trial.Expect(CountOf(specimen.Get()) == before, "asking for its interfaces leaves references");
 }
 
+/// What a component asks its host for the first time it may keep until it is unloaded; from the
+/// second time on everything is given back.
+int32_t ReferencesKeptByUse(Trial& trial, const Stage& stage, Gate& gate) {
+    const Specimen first(stage);
+    Scenario(&gate).Play(first.Get());
+    const int32_t before = gate.References();
+    {
+        const Specimen second(stage);
+        const int32_t count = CountOf(second.Get());
+        Scenario(&gate).Play(second.Get());
+        const int32_t change = CountOf(second.Get()) - count;
+        trial.Expect(change == 0, "its use changes its count by " + std::to_string(change));
+    }
+    return gate.References() - before;
+}
+
 void Balance(Trial& trial) {
     Stage stage(trial.TheSubject());
     Gate gate;
-    {
-        const auto components = gate.Wrap(stage.TheHost().Components());
-        stage.Load(components.Get());
-        CountsOfInterfaces(trial, stage);
-        Scenario scenario(&gate);
-        const Specimen specimen(stage);
-        const int32_t before = CountOf(specimen.Get());
-        scenario.Play(specimen.Get());
-        const int32_t change = CountOf(specimen.Get()) - before;
-        trial.Expect(change == 0, "its use changes the count by " + std::to_string(change));
-    }
-    if (auto* object = stage.CreateOrThrow().Detach()) {
-        trial.Expect(object->Release() == 0, "a new object does not go with its one reference");
-    }
-    stage.Unload();
-    trial.Expect(gate.References() == 0,
-        std::to_string(gate.References()) + " references to host objects are kept");
+    stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
+    CountsOfInterfaces(trial, stage);
+    const int32_t kept = ReferencesKeptByUse(trial, stage, gate);
+    trial.Expect(kept == 0, std::to_string(kept) + " references to host objects are kept");
     for (const std::string& misuse : gate.Misuses()) {
         trial.Expect(false, misuse);
     }
+    auto* object = stage.CreateOrThrow().Detach();
+    trial.Expect(object->Release() == 0, "a new object does not go with its one reference");
+    stage.Unload();
 }
 
 /// What a creation answered.
@@ -159,6 +167,7 @@ bool FailHostCall(Trial& trial, Stage& stage, size_t number, size_t failing) {
 
 void HalfWay(Trial& trial) {
     Stage stage(trial.TheSubject());
+    stage.NeedUnloading(trial);
     stage.Load();
     RefusedCreations(trial, stage.Creator());
     const CreatorFunction creator = stage.Creator();
@@ -197,39 +206,33 @@ void Creations(Trial& trial) {
     trial.Expect(growth < kCreations - kWarmUp, "memory grows with every object");
 }
 
-/// The names of the components that a module asks for in its use.
-std::vector<std::wstring> ComponentsAskedFor(Stage& stage) {
-    std::vector<std::wstring> names = {L"ComponentString"};
-    Gate gate;
-    gate.Notice([&](tagREFString name) {
-        const std::wstring_view view(name.m_String, static_cast<size_t>(name.m_Length));
-        if (std::find(names.begin(), names.end(), view) == names.end()) {
-            names.emplace_back(view);
-        }
-    });
+/// Uses a new object of a newly loaded module, if it can be made. Answers how many references to
+/// host objects are kept.
+int32_t UseThrough(Gate& gate, Stage& stage) {
     stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
-    Scenario(&gate).Play(stage.CreateOrThrow().Get());
+    if (auto object = stage.Create<IUnknown>()) { // it may well refuse
+        const Specimen specimen(std::move(object));
+        Scenario(&gate).Play(specimen.Get());
+    }
     stage.Unload();
-    return names;
+    return gate.References();
 }
 
 void MissingComponents(Trial& trial) {
     Stage stage(trial.TheSubject());
-    const auto names = ComponentsAskedFor(stage);
+    stage.NeedUnloading(trial);
+    std::set<std::wstring> names = {L"ComponentString"};
+    int32_t kept = 0; // also when nothing is missing
+    {
+        Gate gate;
+        gate.Notice([&](tagREFString name) { names.emplace(ViewOf(name)); });
+        kept = UseThrough(gate, stage);
+    }
     for (const std::wstring& name : names) {
         Gate gate;
         gate.Withhold(name);
-        stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
-        {
-            Scenario scenario(&gate);
-            const auto object = stage.Create<IUnknown>(); // it may well refuse
-            if (object) {
-                scenario.Play(object.Get());
-            }
-        }
-        stage.Unload();
-        trial.Expect(gate.References() == 0 && gate.Misuses().empty(),
-            "without " + std::string(name.begin(), name.end()) + " references are not in balance");
+        trial.Expect(UseThrough(gate, stage) <= kept && gate.Misuses().empty(),
+            "without " + ToUtf8(Refer(name)) + " references are not in balance");
     }
     trial.Measure(std::to_string(names.size()) + " components missing in turn");
 }
@@ -260,7 +263,10 @@ void NoThreads(Trial& trial) {
     WarmUpTexts();
     const auto before = Threads();
     stage.Load();
-    Scenario().Play(stage.CreateOrThrow().Get());
+    {
+        const Specimen specimen(stage);
+        Scenario().Play(specimen.Get());
+    }
     for (const auto& [number, name] : Threads()) {
         trial.Expect(before.contains(number), "the thread '" + name + "' runs on");
     }

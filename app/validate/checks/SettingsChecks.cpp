@@ -174,8 +174,7 @@ void CutFolders(Trial& trial) {
     stage.Load();
     const size_t calls = CutAtEveryCall(trial, stage, gate);
     stage.Unload();
-    trial.Expect(gate.References() == 0 && gate.Misuses().empty(),
-        "references to folders are not in balance");
+    trial.Expect(gate.Misuses().empty(), "a folder is used after it was given back");
     trial.Measure("cut at " + std::to_string(calls) + " calls");
 }
 
