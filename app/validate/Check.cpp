@@ -24,7 +24,7 @@ std::span<const Check* const> AllChecks() {
     static const std::vector<const Check*> checks = [] {
         std::vector<const Check*> all;
         for (const auto family : {ModuleChecks(), ObjectChecks(), NullChecks(), ParameterChecks(),
-                 SettingsChecks(), DrawingChecks()}) {
+                 SettingsChecks(), DrawingChecks(), NumberChecks(), HostileChecks()}) {
             for (const Check& check : family) {
                 all.push_back(&check);
             }

@@ -58,3 +58,5 @@ std::span<const Check> NullChecks();
 std::span<const Check> ParameterChecks();
 std::span<const Check> SettingsChecks();
 std::span<const Check> DrawingChecks();
+std::span<const Check> NumberChecks();
+std::span<const Check> HostileChecks();

@@ -36,8 +36,12 @@ SmartPtr<ISuperCollection> DataOf(const std::string& outline) {
     return ReadOutline(text);
 }
 
-Scenario::Scenario(Gate* gate)
-    : m_Data(Shown(gate, DataOf(kOutline).Get())), m_Second(Shown(gate, DataOf("A\nB\n").Get())),
+SmartPtr<ISuperCollection> Scenario::OrdinaryData() {
+    return DataOf(kOutline);
+}
+
+Scenario::Scenario(Gate* gate, const SmartPtr<ISuperCollection>& data)
+    : m_Data(Shown(gate, data.Get())), m_Second(Shown(gate, DataOf("A\nB\n").Get())),
       m_Item(Shown(gate, Query<IUnknown>(DataOf("x\n").Get()).Get())),
       m_Listener(Shown(gate, SilentListener::Make()->Identity())),
       m_Document(std::make_unique<Document>(Document::InMemory())),

@@ -16,7 +16,9 @@ class Document;
 class Scenario {
 public:
     /// What the component gets is wrapped by the gate when there is one.
-    explicit Scenario(Gate* gate = nullptr);
+    explicit Scenario(Gate* gate = nullptr) : Scenario(gate, OrdinaryData()) {}
+    /// The same with a tree that a component is to be given.
+    Scenario(Gate* gate, const SmartPtr<ISuperCollection>& data);
     ~Scenario();
     Scenario(const Scenario&) = delete;
     Scenario& operator=(const Scenario&) = delete;
@@ -27,6 +29,7 @@ public:
     bool Draws(IUnknown* object);
 
 private:
+    static SmartPtr<ISuperCollection> OrdinaryData();
     void Bind(IUnknown* object, ISuperCollection* data);
     int32_t Draw(IUnknown* object);
     void Browse(IUITree& tree);

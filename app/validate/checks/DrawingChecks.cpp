@@ -1,5 +1,5 @@
+#include "app/validate/Candidate.h"
 #include "app/validate/Scenario.h"
-#include "app/validate/Specimen.h"
 #include "host/components/CreatableString.h"
 #include "host/data/Expansion.h"
 #include "host/data/SuperCollection.h"
@@ -90,8 +90,8 @@ std::vector<SmartPtr<ISuperCollection>> Trees() {
     return trees;
 }
 
-void Bind(const Specimen& specimen, ISuperCollection* data) {
-    if (auto* tree = specimen.As<IUITree>()) {
+void Bind(const Candidate& candidate, ISuperCollection* data) {
+    if (auto* tree = candidate.As<IUITree>()) {
         tree->put_Collection(data);
         OpenLevels(data, 2);
     }
@@ -148,10 +148,10 @@ void DrawOn(Trial& trial, IRenderableObject& object, CANVASRect rect) {
 void LeavesTheCanvas(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* object = specimen.Need<IRenderableObject>(trial, "picture");
+    const Candidate candidate(stage);
+    auto* object = candidate.Need<IRenderableObject>(trial, "picture");
     for (const auto& data : Trees()) {
-        Bind(specimen, data.Get());
+        Bind(candidate, data.Get());
         for (const CANVASRect& rect : {CANVASRect{0, 0, kWidth, kHeight},
                  CANVASRect{10, 10, 60, 40}, CANVASRect{0, 0, 0, 0}, CANVASRect{5, 5, -5, -5}}) {
             DrawOn(trial, *object, rect);
@@ -162,11 +162,11 @@ void LeavesTheCanvas(Trial& trial) {
 void StaysInside(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* object = specimen.Need<IRenderableObject>(trial, "picture");
+    const Candidate candidate(stage);
+    auto* object = candidate.Need<IRenderableObject>(trial, "picture");
     int pictures = 0;
     for (const auto& data : Trees()) {
-        Bind(specimen, data.Get());
+        Bind(candidate, data.Get());
         for (CANVASRect rect : {CANVASRect{20, 15, 80, 60}, CANVASRect{0, 0, 40, 33},
                  CANVASRect{-10, -10, 50, 50}, CANVASRect{100, 90, 500, 500},
                  CANVASRect{20, 20, 7, 7}, CANVASRect{300, 300, 50, 50}}) {
@@ -237,9 +237,9 @@ void Hits(Trial& trial) {
         return NotingRenderer::Make(texts)->QueryInterface(iid, object);
     });
     stage.Load();
-    const Specimen specimen(stage);
-    auto* tree = specimen.Need<IUITree>(trial, "tree");
-    auto* object = specimen.Need<IRenderableObject>(trial, "picture");
+    const Candidate candidate(stage);
+    auto* tree = candidate.Need<IUITree>(trial, "tree");
+    auto* object = candidate.Need<IRenderableObject>(trial, "picture");
     const auto data = DataOf("A\n a1\n  x\n  y\n a2\nB\nC\n c\nD\nE\nF\nG\nH\nI\nJ\nK\nL\nM\n");
     tree->put_Collection(data.Get());
     OpenLevels(data.Get(), 2);

@@ -1,5 +1,5 @@
+#include "app/validate/Candidate.h"
 #include "app/validate/Scenario.h"
-#include "app/validate/Specimen.h"
 
 // Null for every pointer that may be null.
 
@@ -11,35 +11,35 @@ void Refused(Trial& trial, int32_t status, const char* operation) {
         status < 0, std::string(operation) + " has no place for its result and is content");
 }
 
-void OfObject(Trial& trial, const Specimen& specimen) {
-    if (auto* info = specimen.As<IObjectInfo>()) {
+void OfObject(Trial& trial, const Candidate& candidate) {
+    if (auto* info = candidate.As<IObjectInfo>()) {
         Refused(trial, info->GetName(0, nullptr), "GetName");
     }
-    if (auto* child = specimen.As<IParent>()) {
+    if (auto* child = candidate.As<IParent>()) {
         Refused(trial, child->get_Parent(nullptr), "get_Parent");
         child->put_Parent(nullptr);
     }
-    if (auto* pages = specimen.As<IUIPropertyPageSpecify>()) {
+    if (auto* pages = candidate.As<IUIPropertyPageSpecify>()) {
         Refused(trial, pages->GetPages(0, nullptr, nullptr), "GetPages");
     }
-    if (auto* persist = specimen.As<IDataPersist>()) {
+    if (auto* persist = candidate.As<IDataPersist>()) {
         trial.Expect(persist->Save(nullptr, 0) == S_OK && persist->Load(nullptr, 0) == S_OK,
             "a stream that is null is not passed over with S_OK");
     }
-    if (auto* source = specimen.As<IEventSource>()) {
+    if (auto* source = candidate.As<IEventSource>()) {
         source->Advise(nullptr, 1);
         source->Advise(nullptr, ADVISE_REPLACE);
         source->Advise(nullptr, 1, IID__IUIRefreshEvent);
         source->GetAdviseItem(0, nullptr, nullptr);
         source->Advise(nullptr, ADVISE_DISCONNECT);
     }
-    if (auto* refreshed = specimen.As<_IUIRefreshEvent>()) {
+    if (auto* refreshed = candidate.As<_IUIRefreshEvent>()) {
         refreshed->UIItemChanged(nullptr, 0);
     }
 }
 
-void OfParameters(const Specimen& specimen) {
-    auto* parameters = specimen.As<IUIPropInterrogateEx>();
+void OfParameters(const Candidate& candidate) {
+    auto* parameters = candidate.As<IUIPropInterrogateEx>();
     if (!parameters) {
         return;
     }
@@ -56,7 +56,7 @@ void OfParameters(const Specimen& specimen) {
     }
 }
 
-void OfPicture(const Specimen& specimen) {
+void OfPicture(const Candidate& candidate) {
     const SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 40, 40));
     const ContextPtr context(cairo_create(surface.get()));
     UbuntuCanvas canvas{context.get()};
@@ -64,18 +64,18 @@ void OfPicture(const Specimen& specimen) {
     CANVASRect rect{0, 0, 40, 40};
     for (UbuntuCanvas* each : {&canvas, &empty, static_cast<UbuntuCanvas*>(nullptr)}) {
         for (CANVASRect* area : {&rect, static_cast<CANVASRect*>(nullptr)}) {
-            if (auto* drawn = specimen.As<IRenderableObject>()) {
+            if (auto* drawn = candidate.As<IRenderableObject>()) {
                 drawn->Render(each, area, nullptr, 0);
             }
         }
     }
-    if (auto* input = specimen.As<IUIMouseInput>()) {
+    if (auto* input = candidate.As<IUIMouseInput>()) {
         for (const int32_t action :
             {POINTERACTION_PRESS, POINTERACTION_MOVE, POINTERACTION_RELEASE}) {
             input->Pointer(1, action, 0, 5, 5, nullptr, nullptr);
         }
     }
-    if (auto* input = specimen.As<IUITouchInput>()) {
+    if (auto* input = candidate.As<IUITouchInput>()) {
         input->Touch(5, 5, nullptr, 0, 0, 0, 0, 0, 0, 5, 0, 0);
     }
 }
@@ -101,19 +101,19 @@ void OfTree(Trial& trial, IUITree& tree) {
 void Pointers(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* tree = specimen.As<IUITree>();
+    const Candidate candidate(stage);
+    auto* tree = candidate.As<IUITree>();
     for (const bool isBound : {false, true}) {
         const auto data = DataOf("A\n a\nB\n");
         if (isBound && tree) {
             tree->put_Collection(data.Get());
         }
-        OfPicture(specimen);
+        OfPicture(candidate);
         if (tree) {
             OfTree(trial, *tree);
         }
-        OfObject(trial, specimen);
-        OfParameters(specimen);
+        OfObject(trial, candidate);
+        OfParameters(candidate);
     }
 }
 

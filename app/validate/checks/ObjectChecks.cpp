@@ -1,6 +1,6 @@
 #include "app/faults/FailingNew.h"
+#include "app/validate/Candidate.h"
 #include "app/validate/Scenario.h"
-#include "app/validate/Specimen.h"
 #include "framework/runtime/Components.h"
 #include "framework/support/REFString.h"
 #include "host/text/Text.h"
@@ -20,11 +20,11 @@ constexpr int kWarmUp = 100;
 void Answers(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    const auto interfaces = InterfacesOf(specimen.Get());
+    const Candidate candidate(stage);
+    const auto interfaces = InterfacesOf(candidate.Get());
     for (const auto& [name, iid] : interfaces) {
-        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(specimen.Get(), iid)));
-        const auto again = Adopt(static_cast<IUnknown*>(QueryObject(specimen.Get(), iid)));
+        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
+        const auto again = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
         trial.Expect(asked && asked.Get() == again.Get(), name + " is another one the next time");
         const auto answered = InterfacesOf(asked.Get());
         for (const auto& [other, otherIID] : interfaces) {
@@ -40,11 +40,11 @@ void Answers(Trial& trial) {
 void OneIdentity(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    const void* identity = specimen.As<IUnknown>();
+    const Candidate candidate(stage);
+    const void* identity = candidate.As<IUnknown>();
     trial.Expect(identity != nullptr, "it does not answer IUnknown");
-    for (const auto& [name, iid] : InterfacesOf(specimen.Get())) {
-        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(specimen.Get(), iid)));
+    for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
+        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
         trial.Expect(Query<IUnknown>(asked.Get()).Get() == identity,
             name + " answers IUnknown with another address");
     }
@@ -53,9 +53,9 @@ void OneIdentity(Trial& trial) {
 void UnknownInterface(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    for (const auto& [name, iid] : InterfacesOf(specimen.Get())) {
-        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(specimen.Get(), iid)));
+    const Candidate candidate(stage);
+    for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
+        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
         for (const IID& unknown : {IID_NULL, __IIDOfc("NoSuchInterface"), IID_IZipStream}) {
             void* answer = &stage;
             const int32_t status = asked->QueryInterface(unknown, &answer);
@@ -72,27 +72,27 @@ int32_t CountOf(IUnknown* object) {
 }
 
 void CountsOfInterfaces(Trial& trial, const Stage& stage) {
-    const Specimen specimen(stage);
-    const int32_t before = CountOf(specimen.Get());
-    for (const auto& [name, iid] : InterfacesOf(specimen.Get())) {
-        const int32_t start = CountOf(specimen.Get());
-        auto* asked = static_cast<IUnknown*>(QueryObject(specimen.Get(), iid));
+    const Candidate candidate(stage);
+    const int32_t before = CountOf(candidate.Get());
+    for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
+        const int32_t start = CountOf(candidate.Get());
+        auto* asked = static_cast<IUnknown*>(QueryObject(candidate.Get(), iid));
         trial.Expect(CountOf(asked) == start + 1, "a query for " + name + " does not add one");
         trial.Expect(asked->AddRef() == start + 2 && asked->Release() == start + 1 &&
                          asked->Release() == start,
             name + " does not count by one");
     }
-    trial.Expect(CountOf(specimen.Get()) == before, "asking for its interfaces leaves references");
+    trial.Expect(CountOf(candidate.Get()) == before, "asking for its interfaces leaves references");
 }
 
 /// What a component asks its host for the first time it may keep until it is unloaded; from the
 /// second time on everything is given back.
 int32_t ReferencesKeptByUse(Trial& trial, const Stage& stage, Gate& gate) {
-    const Specimen first(stage);
+    const Candidate first(stage);
     Scenario(&gate).Play(first.Get());
     const int32_t before = gate.References();
     {
-        const Specimen second(stage);
+        const Candidate second(stage);
         const int32_t count = CountOf(second.Get());
         Scenario(&gate).Play(second.Get());
         const int32_t change = CountOf(second.Get()) - count;
@@ -211,8 +211,8 @@ void Creations(Trial& trial) {
 int32_t UseThrough(Gate& gate, Stage& stage) {
     stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
     if (auto object = stage.Create<IUnknown>()) { // it may well refuse
-        const Specimen specimen(std::move(object));
-        Scenario(&gate).Play(specimen.Get());
+        const Candidate candidate(std::move(object));
+        Scenario(&gate).Play(candidate.Get());
     }
     stage.Unload();
     return gate.References();
@@ -264,8 +264,8 @@ void NoThreads(Trial& trial) {
     const auto before = Threads();
     stage.Load();
     {
-        const Specimen specimen(stage);
-        Scenario().Play(specimen.Get());
+        const Candidate candidate(stage);
+        Scenario().Play(candidate.Get());
     }
     for (const auto& [number, name] : Threads()) {
         trial.Expect(before.contains(number), "the thread '" + name + "' runs on");

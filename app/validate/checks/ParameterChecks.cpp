@@ -1,4 +1,4 @@
-#include "app/validate/Specimen.h"
+#include "app/validate/Candidate.h"
 #include "framework/settings/DisplayNames.h"
 #include "framework/support/REFString.h"
 #include "host/components/CreatableString.h"
@@ -54,8 +54,8 @@ void Describes(Trial& trial, Parameters& object, const Parameter& parameter) {
 void Numbers(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* object = specimen.Need<Parameters>(trial, "numbered parameters");
+    const Candidate candidate(stage);
+    auto* object = candidate.Need<Parameters>(trial, "numbered parameters");
     const auto all = ParametersOf(object);
     int32_t count = 0;
     object->Inquire(PROPID_ALL, &count);
@@ -73,8 +73,8 @@ void Numbers(Trial& trial) {
 void Names(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* object = specimen.Need<Parameters>(trial, "numbered parameters");
+    const Candidate candidate(stage);
+    auto* object = candidate.Need<Parameters>(trial, "numbered parameters");
     const DisplayNames names(nullptr, object);
     if (!names.Exist()) {
         trial.Skip("the host has no names for the component");
@@ -108,8 +108,8 @@ void Takes(Trial& trial, Parameters& object, const Parameter& parameter, int32_t
 void Ranges(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* object = specimen.Need<Parameters>(trial, "numbered parameters");
+    const Candidate candidate(stage);
+    auto* object = candidate.Need<Parameters>(trial, "numbered parameters");
     int sets = 0;
     for (const Parameter& parameter : ParametersOf(object)) {
         if (!parameter.IsWhole()) {
@@ -134,8 +134,8 @@ void Ranges(Trial& trial) {
 void WrongTypes(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const Specimen specimen(stage);
-    auto* object = specimen.Need<Parameters>(trial, "numbered parameters");
+    const Candidate candidate(stage);
+    auto* object = candidate.Need<Parameters>(trial, "numbered parameters");
     const auto all = ParametersOf(object);
     const auto before = ValuesOf(object, all);
     const auto text = CreatableString::Make(L"12");

@@ -1,6 +1,6 @@
 #include "app/faults/Gate.h"
+#include "app/validate/Candidate.h"
 #include "app/validate/Folders.h"
-#include "app/validate/Specimen.h"
 #include "host/settings/XmlFile.h"
 #include "host/text/Text.h"
 
@@ -13,8 +13,8 @@ using Values = std::vector<int32_t>;
 /// An object whose numbers are not what they were at first.
 struct Changed {
     Changed(Trial& trial, const Stage& stage)
-        : m_Specimen(stage),
-          m_Object(m_Specimen.Need<IUIPropInterrogateEx>(trial, "numbered parameters")),
+        : m_Candidate(stage),
+          m_Object(m_Candidate.Need<IUIPropInterrogateEx>(trial, "numbered parameters")),
           m_All(ParametersOf(m_Object)), m_First(ValuesOf(m_Object, m_All)) {
         for (size_t i = 0; i < m_All.size(); ++i) {
             if (m_All[i].IsNumber()) {
@@ -24,7 +24,7 @@ struct Changed {
         m_Changed = ValuesOf(m_Object, m_All);
     }
 
-    Specimen m_Specimen;
+    Candidate m_Candidate;
     IUIPropInterrogateEx* m_Object;
     std::vector<Parameter> m_All;
     Values m_First;   ///< of a new object
@@ -32,8 +32,8 @@ struct Changed {
 };
 
 /// The settings as a whole: every component on the framework's table has them there.
-IUIPropInterrogatePersist& SettingsOf(const Specimen& specimen) {
-    return *static_cast<IUIPropInterrogatePersist*>(specimen.As<IUIPropInterrogateEx>());
+IUIPropInterrogatePersist& SettingsOf(const Candidate& candidate) {
+    return *static_cast<IUIPropInterrogatePersist*>(candidate.As<IUIPropInterrogateEx>());
 }
 
 std::string Describe(const Changed& changed, const Values& values) {
@@ -63,19 +63,19 @@ private:
     std::wstring m_Text;
 };
 
-std::wstring SavedText(const Specimen& specimen) {
+std::wstring SavedText(const Candidate& candidate) {
     const auto xml = XmlFile::Make();
-    SettingsOf(specimen).UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0);
+    SettingsOf(candidate).UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0);
     return std::wstring(ViewOf(CREFString(xml.Get())));
 }
 
-void LoadText(const Specimen& specimen, std::wstring text) {
+void LoadText(const Candidate& candidate, std::wstring text) {
     const auto stream = TextStream::Make(std::move(text));
-    SettingsOf(specimen).UIPropInterrogate_LoadXML(nullptr, stream.Get(), 0);
+    SettingsOf(candidate).UIPropInterrogate_LoadXML(nullptr, stream.Get(), 0);
 }
 
 /// Transient numbers stay as they are in a new object.
-void ExpectLoaded(Trial& trial, const Changed& changed, const Specimen& loaded) {
+void ExpectLoaded(Trial& trial, const Changed& changed, const Candidate& loaded) {
     Values values = ValuesOf(loaded.As<IUIPropInterrogateEx>(), changed.m_All);
     for (size_t i = 0; i < values.size(); ++i) {
         if (!changed.m_All[i].IsPersistent()) {
@@ -92,9 +92,9 @@ void InFolders(Trial& trial) {
     const Changed changed(trial, stage);
     const Folders saved;
     const Folders again;
-    SettingsOf(changed.m_Specimen)
+    SettingsOf(changed.m_Candidate)
         .UIPropInterrogate_SaveFolderStream(nullptr, saved.m_Root.Get(), 0);
-    const Specimen loaded(stage);
+    const Candidate loaded(stage);
     SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(saved.m_Root.Get(), 0);
     ExpectLoaded(trial, changed, loaded);
     SettingsOf(loaded).UIPropInterrogate_SaveFolderStream(nullptr, again.m_Root.Get(), 0);
@@ -106,11 +106,11 @@ void InText(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     const Changed changed(trial, stage);
-    const std::wstring text = SavedText(changed.m_Specimen);
+    const std::wstring text = SavedText(changed.m_Candidate);
     if (text.empty()) {
         trial.Skip("the host has no names for the component");
     }
-    const Specimen loaded(stage);
+    const Candidate loaded(stage);
     LoadText(loaded, text);
     ExpectLoaded(trial, changed, loaded);
     trial.Expect(SavedText(loaded) == text, "what was loaded is saved otherwise");
@@ -118,7 +118,7 @@ void InText(Trial& trial) {
 }
 
 /// Each number has to be what it was before or what was saved, but for the one that was cut.
-void ExpectEither(Trial& trial, const Changed& changed, const Specimen& loaded, size_t place) {
+void ExpectEither(Trial& trial, const Changed& changed, const Candidate& loaded, size_t place) {
     const Values values = ValuesOf(loaded.As<IUIPropInterrogateEx>(), changed.m_All);
     int others = 0;
     for (size_t i = 0; i < values.size(); ++i) {
@@ -132,12 +132,12 @@ void CutText(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     const Changed changed(trial, stage);
-    const std::wstring text = SavedText(changed.m_Specimen);
+    const std::wstring text = SavedText(changed.m_Candidate);
     if (text.empty()) {
         trial.Skip("the host has no names for the component");
     }
     for (size_t length = 0; length < text.size(); ++length) {
-        const Specimen loaded(stage);
+        const Candidate loaded(stage);
         LoadText(loaded, text.substr(0, length));
         ExpectEither(trial, changed, loaded, length);
         LoadText(loaded, text);
@@ -150,11 +150,11 @@ void CutText(Trial& trial) {
 size_t CutAtEveryCall(Trial& trial, const Stage& stage, Gate& gate) {
     const Changed changed(trial, stage);
     const Folders saved;
-    SettingsOf(changed.m_Specimen)
+    SettingsOf(changed.m_Candidate)
         .UIPropInterrogate_SaveFolderStream(nullptr, saved.m_Root.Get(), 0);
     const auto stream = gate.Wrap(static_cast<IFolderStream*>(saved.m_Root.Get()));
     for (size_t calls = 0;; ++calls) {
-        const Specimen loaded(stage);
+        const Candidate loaded(stage);
         gate.Fail(calls);
         SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(stream.Get(), 0);
         const bool isCut = gate.HasFailed();

@@ -1,4 +1,4 @@
-#include "app/validate/Specimen.h"
+#include "app/validate/Candidate.h"
 
 #include <algorithm>
 
@@ -9,18 +9,18 @@ constexpr int64_t kMostNumbers = 100'000;
 
 } // namespace
 
-Specimen::Specimen(SmartPtr<IUnknown> object) : m_Object(object.Detach()) {
+Candidate::Candidate(SmartPtr<IUnknown> object) : m_Object(object.Detach()) {
     for (int i = 0; i < kSpare; ++i) {
         m_Object->AddRef();
     }
 }
 
-Specimen::~Specimen() {
+Candidate::~Candidate() {
     for (int i = 0; i < 2 * kSpare && m_Object->Release() > 0; ++i) {
     }
 }
 
-void* Specimen::Find(const IID& iid) const {
+void* Candidate::Find(const IID& iid) const {
     void* found = QueryObject(m_Object, iid);
     if (found) {
         static_cast<IUnknown*>(found)->Release(); // there are spare ones

@@ -8,16 +8,16 @@
 
 /// An object of the component for a check that is not about counting: it has references to spare,
 /// so that a count that is wrong is found by the check that looks for it.
-class Specimen {
+class Candidate {
 public:
     /// Throws ModuleError when it cannot be made.
-    explicit Specimen(const Stage& stage) : Specimen(stage.CreateOrThrow()) {}
+    explicit Candidate(const Stage& stage) : Candidate(stage.CreateOrThrow()) {}
     /// Takes over an object that was just made.
-    explicit Specimen(SmartPtr<IUnknown> object);
+    explicit Candidate(SmartPtr<IUnknown> object);
     /// Gives back whatever is left.
-    ~Specimen();
-    Specimen(const Specimen&) = delete;
-    Specimen& operator=(const Specimen&) = delete;
+    ~Candidate();
+    Candidate(const Candidate&) = delete;
+    Candidate& operator=(const Candidate&) = delete;
 
     IUnknown* Get() const { return m_Object; }
     /// Borrowed; null when the component has no such interface.
