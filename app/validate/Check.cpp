@@ -23,8 +23,9 @@ void Trial::Skip(const std::string& reason) {
 std::span<const Check* const> AllChecks() {
     static const std::vector<const Check*> checks = [] {
         std::vector<const Check*> all;
-        for (const auto family : {ModuleChecks(), ObjectChecks(), NullChecks(), ParameterChecks(),
-                 SettingsChecks(), DrawingChecks(), NumberChecks(), HostileChecks()}) {
+        for (const auto family :
+            {ModuleChecks(), ObjectChecks(), NullChecks(), ParameterChecks(), SettingsChecks(),
+                DrawingChecks(), NumberChecks(), HostileChecks(), FaultChecks()}) {
             for (const Check& check : family) {
                 all.push_back(&check);
             }

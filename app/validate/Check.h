@@ -60,3 +60,4 @@ std::span<const Check> SettingsChecks();
 std::span<const Check> DrawingChecks();
 std::span<const Check> NumberChecks();
 std::span<const Check> HostileChecks();
+std::span<const Check> FaultChecks();

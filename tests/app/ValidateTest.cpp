@@ -86,6 +86,7 @@ TEST_F(ValidateTest, EachFaultIsFoundByTheCheckNamedForItAndByNoOther) {
         {"EndlessLoop", "parameters.numbers", "ended by SIGKILL"},
         {"SymbolTooMany", "module.exports", "Helper is shown"},
         {"NeverUnloaded", "module.unloads", "is still there"},
+        {"Exception", "faults.memory-(once|onwards)", "an exception leaves an operation"},
         {"MemoryLeak", "create.grows|module.loads", "memory grows"}};
     const bool isEmulated = !std::string(EMULATOR).empty();
     for (const auto& [fault, checks, says] : cases) {
