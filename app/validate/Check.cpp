@@ -25,7 +25,7 @@ std::span<const Check* const> AllChecks() {
         std::vector<const Check*> all;
         for (const auto family :
             {ModuleChecks(), ObjectChecks(), NullChecks(), ParameterChecks(), SettingsChecks(),
-                DrawingChecks(), NumberChecks(), HostileChecks(), FaultChecks()}) {
+                DrawingChecks(), NumberChecks(), HostileChecks(), FaultChecks(), ThreadChecks()}) {
             for (const Check& check : family) {
                 all.push_back(&check);
             }

@@ -61,3 +61,4 @@ std::span<const Check> DrawingChecks();
 std::span<const Check> NumberChecks();
 std::span<const Check> HostileChecks();
 std::span<const Check> FaultChecks();
+std::span<const Check> ThreadChecks();

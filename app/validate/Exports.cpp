@@ -31,7 +31,7 @@ public:
         if (offset >= m_Bytes.size()) {
             Refuse();
         }
-        return m_Bytes.substr(offset, m_Bytes.find('\0', offset) - offset);
+        return m_Bytes.c_str() + offset; // up to the zero
     }
     [[noreturn]] void Refuse() const {
         throw ModuleError("not a library of this machine: " + m_File);

@@ -67,6 +67,11 @@ TEST_F(ValidateTest, ControlAndSampleModulePassEveryCheck) {
     }
 }
 
+TEST_F(ValidateTest, ControlMayBeUsedBySeveralThreads) {
+    EXPECT_EQ(Validate("UITree.so", "--only ^threads --in-process"), 0) << m_Output;
+    EXPECT_THAT(m_Output, HasSubstr("\n3 passed, 0 failed, 0 skipped"));
+}
+
 TEST_F(ValidateTest, EachFaultIsFoundByTheCheckNamedForItAndByNoOther) {
     const struct {
         const char *m_Fault, *m_Checks, *m_Says;
