@@ -39,15 +39,27 @@ int32_t CountOf(IUnknown* object) {
     return object->Release();
 }
 
+/// What counts wrongly for one thread is found elsewhere.
+std::vector<IID> WellCounted(IUnknown* object) {
+    std::vector<IID> found;
+    for (const auto& [name, iid] : InterfacesOf(object)) {
+        const int32_t before = CountOf(object);
+        Adopt(static_cast<IUnknown*>(QueryObject(object, iid))).Reset();
+        if (CountOf(object) == before) {
+            found.push_back(iid);
+        }
+    }
+    return found;
+}
+
 void References(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     const Candidate candidate(stage);
-    const auto interfaces = InterfacesOf(candidate.Get());
+    const auto interfaces = WellCounted(candidate.Get());
     const int32_t before = CountOf(candidate.Get());
     const std::vector<std::function<void(int)>> bodies(kThreads, [&](int turn) {
-        const auto& iid =
-            std::next(interfaces.begin(), turn % static_cast<int>(interfaces.size()))->second;
+        const IID& iid = interfaces[static_cast<size_t>(turn) % interfaces.size()];
         const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
         const SmartPtr<IUnknown> held(asked);
     });
