@@ -187,17 +187,28 @@ void Changes(Trial& trial) {
                           {Way::kTurns, "items that come and go while they are read"}});
 }
 
-Collection Chain(int depth) {
-    auto below = SuperCollection::Make();
-    below->Append("leaf", nullptr);
-    for (int level = depth; level > 0; --level) {
-        auto above = SuperCollection::Make();
-        above->Append("next", below->Identity());
-        above->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
-        below = std::move(above);
+/// A chain of open levels, at whose end stands its beginning: a ring that is found far down only.
+struct Chain {
+    Chain() {
+        m_Bottom->Append("leaf", nullptr);
+        m_Top = m_Bottom;
+        for (int level = kDepth; level > 0; --level) {
+            auto above = SuperCollection::Make();
+            above->Append("next", m_Top->Identity());
+            above->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+            m_Top = std::move(above);
+        }
+        m_Bottom->Append("ring", m_Top->Identity());
+        m_Bottom->SetItemFlags(1, NODE_VISIBLE | NODE_EXPANDED | 1);
     }
-    return Shared(below);
-}
+    ~Chain() { m_Bottom->RemoveAll(); }
+    Chain(const Chain&) = delete;
+    Chain& operator=(const Chain&) = delete;
+
+    static constexpr int32_t kRows = kDepth + 1;
+    SmartPtr<SuperCollection> m_Bottom = SuperCollection::Make();
+    SmartPtr<SuperCollection> m_Top;
+};
 
 /// Runs the body in a thread with little stack.
 void RunInSmallThread(const std::function<void()>& body) {
@@ -218,18 +229,20 @@ void RunInSmallThread(const std::function<void()>& body) {
     pthread_join(thread, nullptr);
 }
 
-/// Everything that looks at all of a tree, without a canvas. Answers the number of rows.
-int32_t Look(const Candidate& candidate) {
-    auto* tree = candidate.As<IUITree>();
-    CANVASRect rect{0, 0, 100, 100};
+/// Everything that goes through all of a tree, and a picture of all its rows without a canvas.
+/// Answers the number of rows.
+int32_t GoThrough(IUITree& tree, IRenderableObject& object) {
+    CANVASRect rect{0, 0, 100, Chain::kRows};
     SmartPtr<IUnknown> node;
     int32_t rows = 0;
-    tree->GetContainerSize(nullptr, &rows, nullptr);
-    tree->SelectNode(rows - 1, SELECT_ABSOLUTE | SELECT_SCROLL);
-    candidate.As<IRenderableObject>()->Render(nullptr, &rect, nullptr, 0);
-    tree->HitTest(5, 5, &rect, node.Receive());
-    tree->get_Node(0, rows - 1, 0, node.Receive());
-    tree->CompactNodes();
+    tree.SetElementSize(0, 1);
+    tree.GetContainerSize(nullptr, &rows, nullptr);
+    object.Render(nullptr, &rect, nullptr, 0);
+    tree.HitTest(5, rows - 1, &rect, node.Receive());
+    tree.get_Node(0, rows - 1, 0, node.Receive());
+    tree.SelectNode(rows - 1, SELECT_ABSOLUTE | SELECT_CURRENT);
+    tree.CompactNodes();
+    tree.Clear();
     return rows;
 }
 
@@ -238,17 +251,17 @@ void Deep(Trial& trial) {
     stage.Load();
     const Candidate candidate(stage);
     auto* tree = candidate.Need<IUITree>(trial, "tree");
-    const auto data = Chain(kDepth);
+    auto* object = candidate.Need<IRenderableObject>(trial, "picture");
+    const Chain chain;
     int32_t rows = 0;
     RunInSmallThread([&] {
-        tree->put_Collection(data.Get());
-        data->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
-        rows = Look(candidate);
-        tree->Clear();
+        tree->put_Collection(chain.m_Top->Identity());
+        chain.m_Top->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+        rows = GoThrough(*tree, *object);
     });
-    trial.Expect(
-        rows == kDepth, "of " + std::to_string(kDepth) + " rows it counts " + std::to_string(rows));
-    trial.Measure(std::to_string(rows) + " levels in 256 KiB of stack");
+    trial.Expect(rows == Chain::kRows,
+        "of " + std::to_string(Chain::kRows) + " rows it counts " + std::to_string(rows));
+    trial.Measure(std::to_string(kDepth) + " levels in 256 KiB of stack");
 }
 
 } // namespace
