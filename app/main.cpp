@@ -142,6 +142,23 @@ void AddInfo(CLI::App& app, InfoOptions& options) {
     command->callback([&options] { RunInfo(options); });
 }
 
+void AddValidate(CLI::App& app, ValidateOptions& options) {
+    CLI::App* command = app.add_subcommand("validate", "Hold a module to what modules promise");
+    AddFile(command, "MODULE", options.m_Module, "The module's file");
+    command->add_option(
+        "COMPONENT", options.m_Component, "Its component, when it exports the names of several");
+    command->add_flag("--list", options.m_List, "Print the checks and what they prove");
+    command->add_option("--only", options.m_Only, "A regular expression for the names of checks");
+    command->add_flag("--json", options.m_AsJson, "For programs");
+    AddFile(command, "--junit", options.m_JUnit, "A file to write for build servers");
+    command->add_flag(
+        "--in-process", options.m_InProcess, "Without child processes, for a debugger");
+    command->add_option("--time-limit", options.m_TimeLimit, "Seconds for each check")
+        ->check(CLI::Range(1, 86'400))
+        ->capture_default_str();
+    command->callback([&options] { RunValidate(options); });
+}
+
 /// `treehost help COMMAND` is `treehost COMMAND --help`.
 void AddHelp(CLI::App& app, std::string& name) {
     CLI::App* command = app.add_subcommand("help", "Print help on a command, or this");
@@ -185,6 +202,7 @@ int ParseAndRun(int count, char** arguments) {
     RowsOptions rows;
     SettingsOptions settings;
     InfoOptions info;
+    ValidateOptions validate;
     std::string helpOn;
     AddRun(app, window);
     AddShot(app, shot);
@@ -192,6 +210,7 @@ int ParseAndRun(int count, char** arguments) {
     AddRows(app, rows);
     AddSettings(app, settings);
     AddInfo(app, info);
+    AddValidate(app, validate);
     AddHelp(app, helpOn);
     try {
         app.parse(count, arguments);

@@ -136,7 +136,7 @@ private:
     /// What is known of the bound collection as long as its version stays the same: how many rows
     /// it has, and ways to some of them.
     struct KnownRows {
-        const ICollectionVersion* m_Source = nullptr; ///< whose version it is; only compared
+        uint32_t m_Binding = 0; ///< which one of the control's bindings it is about
         uint64_t m_Version = 0;
         int32_t m_Rows = 0;
         RowMarks m_Marks;
@@ -193,7 +193,7 @@ private:
     bool HasRowHeight() const { return m_ElementHeight > 0; }
     /// False when there is nothing to draw or hit: no visible row, or no row height.
     bool TakeView(View& view);
-    void TakeKnownRows(View& view, const ICollectionVersion* source, uint64_t version);
+    void TakeKnownRows(View& view, uint32_t binding, uint64_t version);
     /// Whether the rows that are known are still those of the bound collection.
     bool KnowsRows();
     /// Writes a flag word that was `before`. The rows stay known where their number does and
@@ -260,6 +260,7 @@ private:
     int32_t m_TouchStartPos = 0;
     int32_t m_ChangeDepth = 0;              ///< changes that are being passed on
     SmartPtr<ICollectionVersion> m_Version; ///< the bound collection's, when its host vouches
+    uint32_t m_Binding = 1; ///< counts the bindings; as the bound collection, under the lock
     KnownRows m_Known;
 
     static constexpr int32_t kDeepestChange = 64;

@@ -82,7 +82,7 @@ int32_t CUITree::put_Collection(IUnknown* collection) {
         EmptyOwnCollection();
         m_Collection = bound;
         m_Version = version;
-        m_Known.m_Source = nullptr;
+        ++m_Binding;
         m_OwnsCollection = false;
         for (int32_t i = CountOf(*bound.Get()) - 1; i >= 0; --i) {
             bound->SetItemFlags(i, kRootFlags);

@@ -39,14 +39,16 @@ bool CUITree::TakeView(View& view) {
         return false;
     }
     SmartPtr<ICollectionVersion> source;
+    uint32_t binding = 0;
     {
         const ObjectGuard guard(*this);
         view.m_Collection = m_Collection;
         source = m_Version;
+        binding = m_Binding;
     }
     uint64_t version = 0;
     if (source && source->GetVersion(&version) >= 0) {
-        TakeKnownRows(view, source.Get(), version);
+        TakeKnownRows(view, binding, version);
     } else {
         view.m_Marks = &view.m_OwnMarks;
         view.m_Rows = CountRows(view.m_Collection.Get(), view.m_Marks);
@@ -55,13 +57,13 @@ bool CUITree::TakeView(View& view) {
 }
 
 /// The number was asked for before the rows are counted: what changes them meanwhile changes it.
-void CUITree::TakeKnownRows(View& view, const ICollectionVersion* source, uint64_t version) {
-    if (m_Known.m_Source != source || m_Known.m_Version != version) {
-        m_Known.m_Source = nullptr; // for who asks while they are counted
+void CUITree::TakeKnownRows(View& view, uint32_t binding, uint64_t version) {
+    if (m_Known.m_Binding != binding || m_Known.m_Version != version) {
+        m_Known.m_Binding = 0; // for who asks while they are counted
         m_Known.m_Marks.Clear();
         m_Known.m_Rows = CountRows(view.m_Collection.Get(), &m_Known.m_Marks);
         m_Known.m_Version = version;
-        m_Known.m_Source = source;
+        m_Known.m_Binding = binding;
     }
     view.m_Marks = &m_Known.m_Marks;
     view.m_Rows = m_Known.m_Rows;
@@ -69,12 +71,14 @@ void CUITree::TakeKnownRows(View& view, const ICollectionVersion* source, uint64
 
 bool CUITree::KnowsRows() {
     SmartPtr<ICollectionVersion> source;
+    uint32_t binding = 0;
     {
         const ObjectGuard guard(*this);
         source = m_Version;
+        binding = m_Binding;
     }
     uint64_t version = 0;
-    return source && m_Known.m_Source == source.Get() && source->GetVersion(&version) >= 0 &&
+    return source && m_Known.m_Binding == binding && source->GetVersion(&version) >= 0 &&
            m_Known.m_Version == version;
 }
 

@@ -78,3 +78,17 @@ struct InfoOptions {
 
 /// Prints the control's interfaces and parameters.
 void RunInfo(const InfoOptions& options);
+
+struct ValidateOptions {
+    std::string m_Module;    ///< absolute; "" only for a list
+    std::string m_Component; ///< "" for the only one
+    bool m_List = false;
+    std::string m_Only; ///< a regular expression for names of checks
+    bool m_AsJson = false;
+    std::string m_JUnit; ///< absolute, "" for none
+    bool m_InProcess = false;
+    int32_t m_TimeLimit = 60; ///< of each check, in seconds
+};
+
+/// Holds a component of a module to what every module promises, and prints how it did.
+void RunValidate(const ValidateOptions& options);

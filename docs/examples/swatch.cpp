@@ -66,9 +66,11 @@ int32_t CSwatch::Render(UbuntuCanvas* canvas, CANVASRect* rect, IUnknown*, int32
         return E_POINTER;
     }
     const auto part = [this](int shift) { return ((m_Color >> shift) & 0xFF) / 255.0; };
+    cairo_save(canvas->m_Context); // the host's colour stays the host's
     cairo_set_source_rgb(canvas->m_Context, part(16), part(8), part(0));
     cairo_rectangle(canvas->m_Context, rect->left, rect->top, rect->width, rect->height);
     cairo_fill(canvas->m_Context);
+    cairo_restore(canvas->m_Context);
     return S_OK;
 }
 

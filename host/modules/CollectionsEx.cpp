@@ -5,7 +5,7 @@
 #include "host/modules/ModuleFactory.h"
 
 extern "C" MODULE_EXPORT int32_t CreateFunction(tagREFString name, void** creator) {
-    return FindCreator({{L"GlobalComponentCollection", &ComponentRegistry::Share},
-                           {L"ComponentString", &CreatorOf<ComponentString>}},
+    return FindCreator({{L"GlobalComponentCollection", &Filtered<&ComponentRegistry::Share>},
+                           {L"ComponentString", &Filtered<&CreatorOf<ComponentString>>}},
         name, creator);
 }

@@ -3,6 +3,12 @@
 #include "host/components/ObjectCount.h"
 #include "host/text/Text.h"
 
+namespace {
+
+ObjectFilter gFilter = nullptr;
+
+} // namespace
+
 int32_t FindCreator(
     std::initializer_list<ModuleComponent> components, tagREFString name, void** creator) {
     if (!creator) {
@@ -19,4 +25,12 @@ int32_t FindCreator(
 
 void ReportLiveObjects(ObjectCountVisitor visitor, void* context) {
     VisitObjectCounts(visitor, context);
+}
+
+void SetObjectFilter(ObjectFilter filter) {
+    gFilter = filter;
+}
+
+int32_t FilterObject(const IID& iid, void** object) {
+    return gFilter ? gFilter(iid, object) : S_OK;
 }

@@ -122,7 +122,8 @@ TEST_F(TreehostTest, HelpManualAndCompletionAgreeOnEveryOption) {
     std::string manual = Content(SHARE_FOLDER "/man/treehost.1");
     std::erase(manual, '\\');
     const std::string completion = Content(SHARE_FOLDER "/completion/treehost");
-    for (const std::string command : {"run", "shot", "replay", "rows", "settings", "info"}) {
+    for (const std::string command :
+        {"run", "shot", "replay", "rows", "settings", "info", "validate"}) {
         const std::string help = Run("help " + command).m_Output;
         EXPECT_EQ(help, Run(command + " --help").m_Output);
         EXPECT_THAT(manual, HasSubstr("\n.SS \"" + command + ' '));
@@ -175,7 +176,8 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
         "settings --set 105=2", "settings --document a --xml ./a --set 4=3",
         "settings --list --set TextColor=#123456 --set OpenIcon=x", "settings --document nowhere",
         "settings --xml nowhere --list", "settings --xml ''", "shot - --document nowhere",
-        "shot - --document ''", "run tree --document ''"};
+        "shot - --document ''", "run tree --document ''", "validate", "validate ''",
+        "validate x --time-limit 0"};
     for (const char* arguments : wrong) {
         ExpectWrong("treehost: ", arguments, "A\n  leaf\n");
     }

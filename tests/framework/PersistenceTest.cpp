@@ -1,5 +1,5 @@
+#include "app/validate/Folders.h"
 #include "tests/framework/SettingsTest.h"
-#include "tests/support/Folders.h"
 
 namespace {
 

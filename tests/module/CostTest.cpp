@@ -1,5 +1,5 @@
+#include "app/faults/FailingNew.h"
 #include "host/components/CreatableString.h"
-#include "tests/support/FailingNew.h"
 #include "tests/support/TreeTest.h"
 
 // What the operations on a tree cost in calls of the host, exactly, and in allocations: none.

@@ -2,7 +2,7 @@
 
 #include <dlfcn.h>
 
-// The module's entry points, and a control in a host that has nothing to offer.
+// A control in a host that has nothing to offer. The entry points are the validator's.
 
 namespace {
 
@@ -18,7 +18,7 @@ struct NoComponents final : HostObject<NoComponents, IComponentCollection> {
 
 class EntryTest : public TreeTest {
 protected:
-    void SetUp() override {} // most of it needs no control
+    void SetUp() override {} // the host loses its components first
     void TearDown() override {
         dlclose(m_Library);
         TreeTest::TearDown();
@@ -32,30 +32,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(EntryTest, FactoryKnowsItsComponentByItsExactName) {
-    for (const wchar_t* name : {L"uitree", L"UITre", L"UITreeX", L"", L"UITrex"}) {
-        EXPECT_EQ(m_Module->FindCreator(name), nullptr);
-    }
-    const CreatorFunction creator = m_Module->FindCreator(L"UITree");
-    IID iid = IID_IString;
-    void* object = &iid;
-    EXPECT_EQ(creator(nullptr, &iid, &object), E_NOINTERFACE);
-    EXPECT_EQ(object, nullptr);
-}
-
-TEST_F(EntryTest, InitializeModuleReplacesTheCollectionItHolds) {
-    const auto first = NoComponents::Make();
-    const auto second = NoComponents::Make();
-    // The collection given, and the references to the two then.
-    const std::tuple<IComponentCollection*, int, int> cases[] = {
-        {first.Get(), 2, 1}, {second.Get(), 1, 2}, {nullptr, 1, 1}};
-    for (const auto& [collection, firsts, seconds] : cases) {
-        EXPECT_EQ(Initialize(collection), S_OK);
-        EXPECT_EQ(References(first->Identity()), firsts);
-        EXPECT_EQ(References(second->Identity()), seconds);
-    }
-}
 
 TEST_F(EntryTest, ControlRunsWithoutAnyComponent) {
     Initialize(NoComponents::Make().Get());

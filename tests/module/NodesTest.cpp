@@ -96,28 +96,3 @@ TEST_F(NodesTest, GetSelectedAnswersNodeDataAndCollectionUntilTheTreeIsCleared) 
     EXPECT_EQ(m_Tree->Clear(), S_OK);
     EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, answer.Receive()), E_FAIL);
 }
-
-TEST_F(NodesTest, ChainOfAHundredThousandLevelsIsWalked) {
-    constexpr int kDepth = 100'000;
-    const auto bottom = SuperCollection::Make();
-    auto top = bottom;
-    for (int i = 1; i < kDepth; ++i) {
-        const auto above = SuperCollection::Make();
-        above->Append({"x", SmartPtr(top->Identity()), {}, NODE_VISIBLE | NODE_EXPANDED});
-        top = above;
-    }
-    // Far down a cycle has to be found too, and what is seen twice, one after the other, is none.
-    const auto twice = SuperCollection::Make();
-    twice->Append({"x", SmartPtr(bottom->Identity()), {}, NODE_VISIBLE});
-    for (int i = 0; i < 2; ++i) {
-        bottom->Append({"x", SmartPtr(twice->Identity()), {}, NODE_VISIBLE | NODE_EXPANDED});
-    }
-    BindCollection(SmartPtr<ISuperCollection>(top.Get()));
-    EXPECT_EQ(RowCount(), kDepth + 3);
-    m_Tree->SetElementSize(0, 1);
-    m_Root->SetItemFlags(0, 0x301);
-    EXPECT_EQ(Draw({0, 0, 100, kDepth}), S_OK);
-    EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
-    EXPECT_EQ(RowCount(), 1);
-    bottom->RemoveAll();
-}

@@ -1,6 +1,6 @@
+#include "app/validate/Folders.h"
 #include "host/settings/XmlFile.h"
 #include "host/text/Text.h"
-#include "tests/support/Folders.h"
 #include "tests/support/TreeTest.h"
 
 #include <random>

@@ -1,6 +1,6 @@
+#include "app/faults/FailingNew.h"
 #include "host/settings/Document.h"
 #include "host/settings/XmlFile.h"
-#include "tests/support/FailingNew.h"
 #include "tests/support/TreeTest.h"
 
 // Full memory, and a host that does not keep its promises.
@@ -8,30 +8,6 @@
 namespace {
 
 using RobustnessTest = TreeTest;
-
-/// Claims items that it does not have, and answers with success and nothing.
-class Liar final : public HostObject<Liar, SuperCollectionBase> {
-public:
-    static constexpr const char* kKind = "Liar";
-    int32_t GetCount(int32_t* count) override {
-        *count = m_Count;
-        return E_FAIL;
-    }
-    int32_t GetItem(int32_t, IUnknown** item) override {
-        *item = nullptr;
-        return S_OK;
-    }
-    int32_t GetItemName(int32_t, IString** name) override {
-        *name = nullptr;
-        return S_OK;
-    }
-    int32_t GetItemFlags(int32_t index, int32_t* flags) override {
-        *flags = -1;
-        return index < 100 ? S_OK : E_FAIL;
-    }
-
-    int m_Count = 100;
-};
 
 /// Vouches for what changes all the same.
 class FalseWitness final
@@ -153,22 +129,6 @@ TEST_F(RobustnessTest, FullMemoryFailsAnOperationAndLeavesTheControlUsable) {
     }
 }
 
-TEST_F(RobustnessTest, CreationThatRunsOutOfMemoryLeavesNothing) {
-    const CreatorFunction creator = m_Module->FindCreator(L"UITree");
-    IID iid = IID_IUITree;
-    size_t allowed = 0;
-    for (bool created = false; !created && allowed < 500; ++allowed) {
-        void* object = &iid;
-        {
-            const FailingNew failing(allowed);
-            created = creator(nullptr, &iid, &object) >= 0;
-        }
-        EXPECT_EQ(created, object != nullptr);
-        Adopt(static_cast<IUITree*>(object)).Reset();
-    }
-    EXPECT_TRUE(allowed > 1 && allowed < 500);
-}
-
 TEST_F(RobustnessTest, MemoryDoesNotGrowWithTheRows) {
     const auto allocations = [&](int branches) {
         std::string outline;
@@ -185,21 +145,4 @@ TEST_F(RobustnessTest, MemoryDoesNotGrowWithTheRows) {
         }
     };
     EXPECT_EQ(allocations(10'000), allocations(10));
-}
-
-TEST_F(RobustnessTest, CollectionThatAnswersNothingHarmsNobody) {
-    const auto liar = Liar::Make();
-    for (const int count : {100, -1, INT32_MIN}) {
-        liar->m_Count = count;
-        BindCollection(SmartPtr<ISuperCollection>(liar.Get()));
-        Draw({0, 0, 100, 200});
-        m_Tree->SelectNode(3, SELECT_ABSOLUTE | SELECT_CURRENT | SELECT_SCROLL);
-        for (const int action : {3, 2, 0}) {
-            Pointer(1, action, 0, 5, 5);
-        }
-        m_Tree->MakeNodeVisible(m_Root.Get(), 5);
-        m_Tree->Insert(m_Root.Get(), nullptr, {}, {}, {});
-        EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
-        EXPECT_EQ(m_Tree->Clear(), S_OK);
-    }
 }

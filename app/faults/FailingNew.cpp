@@ -1,36 +1,48 @@
-#include "tests/support/FailingNew.h"
+#include "app/faults/FailingNew.h"
 
-#include <cstdint>
+#include "app/faults/HostTurn.h"
+
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-thread_local size_t gAllowed = SIZE_MAX; // so many are never used up
-thread_local bool gHasFailed = false;
+thread_local bool gIsFailing = false; // a FailingNew lives
+thread_local size_t gAllowed = 0;
+thread_local size_t gLast = 0; ///< the first allocation that succeeds again
+thread_local size_t gCount = 0;
+
+bool IsToFail() {
+    if (!gIsFailing || HostTurn::IsNow()) {
+        return false;
+    }
+    const size_t number = gCount++;
+    return number >= gAllowed && number < gLast;
+}
 
 } // namespace
 
-FailingNew::FailingNew(size_t allowed) {
+FailingNew::FailingNew(size_t allowed, size_t failing) {
     gAllowed = allowed;
-    gHasFailed = false;
+    gLast = failing > SIZE_MAX - allowed ? SIZE_MAX : allowed + failing;
+    gCount = 0;
+    gIsFailing = true;
 }
 
 FailingNew::~FailingNew() {
-    gAllowed = SIZE_MAX;
+    gIsFailing = false;
 }
 
 bool FailingNew::HasFailed() const {
-    return gHasFailed;
+    return gCount > gAllowed;
+}
+
+size_t FailingNew::Count() const {
+    return gCount;
 }
 
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
-    if (gAllowed == 0) {
-        gHasFailed = true;
-        return nullptr;
-    }
-    --gAllowed;
-    return std::malloc(size == 0 ? 1 : size);
+    return IsToFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 void* operator new(size_t size) {
     if (void* memory = operator new(size, std::nothrow)) {

@@ -1,0 +1,94 @@
+#include "app/validate/Stage.h"
+
+#include "framework/Interfaces.h"
+#include "framework/support/REFString.h"
+#include "host/components/LiveObjects.h"
+#include "host/text/Text.h"
+
+#include <dlfcn.h>
+#include <malloc.h>
+
+/// There in programs under AddressSanitizer and its like only, where mallinfo2 knows nothing.
+extern "C" __attribute__((weak)) size_t __sanitizer_get_current_allocated_bytes();
+
+Stage::Stage(const Subject& subject) : m_Subject(subject), m_Host(subject.m_Host) {
+    // The descriptions behind the program's own strings and variants stay until it ends.
+    Adopt(CREFString::CreateString()).Reset();
+    Adopt(CREFString::CreateVariant()).Reset();
+    m_Before = LiveObjects();
+}
+
+void Stage::Load(IComponentCollection* components) {
+    m_Module.emplace(m_Subject.m_Module, components ? components : m_Host.Components());
+}
+
+bool Stage::IsStillLoaded() const {
+    void* library = dlopen(m_Subject.m_Module.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (library) {
+        dlclose(library);
+    }
+    return library != nullptr;
+}
+
+void Stage::NeedUnloading(Trial& trial) {
+    Load();
+    Unload();
+    if (IsStillLoaded()) {
+        trial.Skip("the module stays loaded");
+    }
+}
+
+CreatorFunction Stage::Creator() const {
+    const CreatorFunction creator = m_Module->FindCreator(m_Subject.m_Component.c_str());
+    if (!creator) {
+        throw ModuleError("the module has no component of that name");
+    }
+    return creator;
+}
+
+void* Stage::CreateAny(const IID& iid) const {
+    IID wanted = iid; // creators take a changeable identifier
+    void* object = nullptr;
+    return Creator()(nullptr, &wanted, &object) >= 0 ? object : nullptr;
+}
+
+SmartPtr<IUnknown> Stage::CreateOrThrow() const {
+    auto object = Create<IUnknown>();
+    if (!object) {
+        throw ModuleError("the component cannot be made");
+    }
+    return object;
+}
+
+std::string Stage::Leaked() const {
+    std::string text;
+    auto before = m_Before;
+    for (const auto& [kind, count] : LiveObjects()) {
+        if (const int32_t more = count - before[kind]; more != 0) {
+            text += (text.empty() ? "" : ", ") + std::to_string(more) + " " + kind;
+        }
+    }
+    return text;
+}
+
+std::map<std::string, IID> InterfacesOf(IUnknown* object) {
+    std::map<std::string, IID> found;
+    const auto test = [&](const char* name, const IID& iid) {
+        if (Adopt(static_cast<IUnknown*>(QueryObject(object, iid)))) {
+            found.emplace(name, iid);
+        }
+    };
+    test("IUnknown", IID_IUnknown);
+#define TEST_INTERFACE(name) test(#name, IID_##name);
+    FRAMEWORK_INTERFACE_NAMES(TEST_INTERFACE)
+#undef TEST_INTERFACE
+    return found;
+}
+
+size_t MemoryInUse() {
+    if (__sanitizer_get_current_allocated_bytes != nullptr) {
+        return __sanitizer_get_current_allocated_bytes();
+    }
+    const auto info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}

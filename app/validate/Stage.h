@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/validate/Check.h"
+#include "host/Host.h"
+#include "host/components/Module.h"
+
+#include <map>
+#include <optional>
+
+/// The module under validation in a host of its own. Making it moves the process to the host's
+/// folder.
+class Stage {
+public:
+    /// Throws ModuleError.
+    explicit Stage(const Subject& subject);
+
+    Host& TheHost() { return m_Host; }
+    /// Loads the module; `components` stands for the host's own when it is not null.
+    void Load(IComponentCollection* components = nullptr);
+    /// Unloads it. Its objects have to be gone.
+    void Unload() { m_Module.reset(); }
+    bool IsStillLoaded() const;
+    /// For checks that load the module again and again: they do not apply to one that stays.
+    void NeedUnloading(Trial& trial);
+
+    /// The creator of the component. Throws ModuleError when the module has none.
+    CreatorFunction Creator() const;
+    /// A new object of the component asked for `iid`; null when the creation fails.
+    void* CreateAny(const IID& iid) const;
+    template <class T>
+    SmartPtr<T> Create() const {
+        return Adopt(static_cast<T*>(CreateAny(IdentifierOf<T>())));
+    }
+    /// A new object, or an exception.
+    SmartPtr<IUnknown> CreateOrThrow() const;
+
+    /// Host objects that are alive now and were not when the stage was set, by kind; "" for none.
+    std::string Leaked() const;
+
+private:
+    const Subject& m_Subject;
+    Host m_Host;
+    std::map<std::string, int32_t> m_Before;
+    std::optional<Module> m_Module;
+};
+
+/// The interfaces of the framework that an object answers, by name.
+std::map<std::string, IID> InterfacesOf(IUnknown* object);
+
+/// The bytes of memory in use by the whole process.
+size_t MemoryInUse();

@@ -1,0 +1,283 @@
+#include "app/validate/Candidate.h"
+#include "app/validate/Scenario.h"
+#include "host/data/Expansion.h"
+#include "host/data/SuperCollection.h"
+
+#include <pthread.h>
+
+// Collections that no well-meaning host has.
+
+namespace {
+
+constexpr int kDepth = 100'000;
+constexpr size_t kStack = size_t{256} << 10;
+
+using Collection = SmartPtr<ISuperCollection>;
+
+Collection Shared(const SmartPtr<SuperCollection>& collection) {
+    return Collection(static_cast<ISuperCollection*>(collection.Get()));
+}
+
+/// Opens what there is and then goes through the life of a component with it.
+void Suffer(Trial& trial, const std::string& name, const Stage& stage, const Collection& data) {
+    const Candidate candidate(stage);
+    candidate.Need<IUITree>(trial, "tree");
+    Scenario scenario(nullptr, data);
+    for (int32_t index = 0; index < 8; ++index) {
+        data->SetItemFlags(index, NODE_VISIBLE | NODE_EXPANDED | 1);
+    }
+    scenario.Play(candidate.Get());
+    trial.Expect(scenario.Draws(candidate.Get()), "after " + name + " it does not draw any more");
+}
+
+void Rings(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    for (size_t length = 1; length <= 3; ++length) {
+        std::vector<SmartPtr<SuperCollection>> ring(length);
+        for (auto& each : ring) {
+            each = SuperCollection::Make();
+        }
+        for (size_t i = 0; i < length; ++i) {
+            ring[i]->Append("next", ring[(i + 1) % length]->Identity());
+            ring[i]->Append("leaf", nullptr);
+            ring[i]->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+        }
+        Suffer(trial, "a ring of " + std::to_string(length), stage, Shared(ring[0]));
+        for (const auto& each : ring) {
+            each->RemoveAll(); // it would hold itself
+        }
+    }
+    const auto parents = SuperCollection::Make();
+    const auto child = DataOf("x\ny\n");
+    for (const char* name : {"one", "other"}) {
+        const auto parent = SuperCollection::Make();
+        parent->Append(name, child.Get());
+        parents->Append(name, parent->Identity());
+    }
+    OpenLevels(Shared(parents).Get(), 3);
+    Suffer(trial, "a child in two parents", stage, Shared(parents));
+}
+
+/// A collection that is asked, and may do anything before it answers.
+class Wayward final : public HostObject<Wayward, SuperCollectionBase> {
+public:
+    static constexpr const char* kKind = "Wayward";
+    enum class Way {
+        kCountsChange,
+        kCountNegative,
+        kCountLeast,
+        kCountFarTooGreat,
+        kItemsNull,
+        kFlagsUnreadable,
+        kNothingReadable,
+        kGrows,
+        kShrinks,
+        kEmpties,
+        kTurns
+    };
+
+    explicit Wayward(Way way) : m_Way(way) {
+        for (int i = 0; i < 6; ++i) {
+            Append("row", DataOf("a\nb\n").Get());
+        }
+    }
+
+    int32_t GetCount(int32_t* count) override {
+        Act();
+        const int32_t status = SuperCollectionBase::GetCount(count);
+        switch (m_Way) {
+        case Way::kCountsChange:
+            *count = static_cast<int32_t>(m_Reads * 7 % 40);
+            return S_OK;
+        case Way::kCountNegative:
+            *count = -1;
+            return S_OK;
+        case Way::kCountLeast:
+            *count = INT32_MIN;
+            return S_OK;
+        case Way::kCountFarTooGreat:
+            *count = 100'000; // a walk takes as long as the host says that there are items
+            return S_OK;
+        case Way::kNothingReadable:
+            return E_FAIL;
+        default:
+            return status;
+        }
+    }
+    int32_t GetItem(int32_t index, IUnknown** item) override {
+        Act();
+        if (m_Way == Way::kItemsNull || m_Way == Way::kNothingReadable) {
+            return *item = nullptr, m_Way == Way::kItemsNull ? S_OK : E_FAIL;
+        }
+        return SuperCollectionBase::GetItem(index, item);
+    }
+    int32_t GetItemName(int32_t index, IString** name) override {
+        Act();
+        if (m_Way == Way::kNothingReadable) {
+            return *name = nullptr, S_OK;
+        }
+        return SuperCollectionBase::GetItemName(index, name);
+    }
+    int32_t GetItemFlags(int32_t index, int32_t* flags) override {
+        Act();
+        if (m_Way == Way::kFlagsUnreadable || m_Way == Way::kNothingReadable) {
+            *flags = -1;
+            return index < 100 && m_Way == Way::kNothingReadable ? S_OK : E_FAIL;
+        }
+        return SuperCollectionBase::GetItemFlags(index, flags);
+    }
+
+private:
+    /// What is read may be gone, or elsewhere, before it is answered.
+    void Act() {
+        if (++m_Reads % 3 != 0) {
+            return;
+        }
+        if (m_Way == Way::kGrows && m_Reads < 600) {
+            InsertItem(0, 0, DataOf("n\n").Get(), 0, 0);
+            SetItemFlags(0, NODE_VISIBLE | 1);
+        } else if (m_Way == Way::kShrinks || m_Way == Way::kEmpties) {
+            Refill(m_Way == Way::kEmpties ? 0 : m_Reads % 7);
+        } else if (m_Way == Way::kTurns) {
+            Refill(m_Reads % 2 == 0 ? 0 : 6);
+        }
+    }
+    void Refill(uint32_t count) {
+        RemoveAll();
+        for (uint32_t i = 0; i < count; ++i) {
+            Append("row", DataOf("a\n").Get());
+            SetItemFlags(static_cast<int32_t>(i), NODE_VISIBLE | NODE_EXPANDED | 1);
+        }
+    }
+
+    Way m_Way;
+    uint32_t m_Reads = 0;
+};
+
+using Way = Wayward::Way;
+
+void SufferWays(Trial& trial, std::initializer_list<std::pair<Way, const char*>> ways) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    for (const auto& [way, name] : ways) {
+        const auto data = Wayward::Make(way);
+        Suffer(trial, name, stage, Collection(static_cast<ISuperCollection*>(data.Get())));
+    }
+    stage.Unload();
+    trial.Expect(stage.Leaked().empty(), "host objects are held: " + stage.Leaked());
+}
+
+void Counts(Trial& trial) {
+    SufferWays(trial,
+        {{Way::kCountsChange, "counts that change"}, {Way::kCountNegative, "a negative count"},
+            {Way::kCountLeast, "the least count"}});
+}
+
+void Items(Trial& trial) {
+    SufferWays(trial, {{Way::kItemsNull, "items that are null"},
+                          {Way::kFlagsUnreadable, "flags that cannot be read"},
+                          {Way::kNothingReadable, "answers of success and nothing"}});
+}
+
+void Changes(Trial& trial) {
+    SufferWays(trial, {{Way::kGrows, "items added while they are read"},
+                          {Way::kShrinks, "items removed while they are read"},
+                          {Way::kEmpties, "items that are gone when they are read"},
+                          {Way::kTurns, "items that come and go while they are read"}});
+}
+
+/// A chain of open levels, at whose end stands its beginning: a ring that is found far down only.
+struct Chain {
+    Chain() {
+        m_Bottom->Append("leaf", nullptr);
+        m_Top = m_Bottom;
+        for (int level = kDepth; level > 0; --level) {
+            auto above = SuperCollection::Make();
+            above->Append("next", m_Top->Identity());
+            above->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+            m_Top = std::move(above);
+        }
+        m_Bottom->Append("ring", m_Top->Identity());
+        m_Bottom->SetItemFlags(1, NODE_VISIBLE | NODE_EXPANDED | 1);
+    }
+    ~Chain() { m_Bottom->RemoveAll(); }
+    Chain(const Chain&) = delete;
+    Chain& operator=(const Chain&) = delete;
+
+    static constexpr int32_t kRows = kDepth + 1;
+    SmartPtr<SuperCollection> m_Bottom = SuperCollection::Make();
+    SmartPtr<SuperCollection> m_Top;
+};
+
+/// Runs the body in a thread with little stack.
+void RunInSmallThread(const std::function<void()>& body) {
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, kStack);
+    pthread_t thread{};
+    const auto run = [](void* context) -> void* {
+        (*static_cast<const std::function<void()>*>(context))();
+        return nullptr;
+    };
+    const int error =
+        pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body));
+    pthread_attr_destroy(&attributes);
+    if (error != 0) {
+        throw std::runtime_error("cannot make a thread");
+    }
+    pthread_join(thread, nullptr);
+}
+
+/// Everything that goes through all of a tree, and a picture of all its rows without a canvas.
+/// Answers the number of rows.
+int32_t GoThrough(IUITree& tree, IRenderableObject& object) {
+    CANVASRect rect{0, 0, 100, Chain::kRows};
+    SmartPtr<IUnknown> node;
+    int32_t rows = 0;
+    tree.SetElementSize(0, 1);
+    tree.GetContainerSize(nullptr, &rows, nullptr);
+    object.Render(nullptr, &rect, nullptr, 0);
+    tree.HitTest(5, rows - 1, &rect, node.Receive());
+    tree.get_Node(0, rows - 1, 0, node.Receive());
+    tree.SelectNode(rows - 1, SELECT_ABSOLUTE | SELECT_CURRENT);
+    tree.CompactNodes();
+    tree.Clear();
+    return rows;
+}
+
+void Deep(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Candidate candidate(stage);
+    auto* tree = candidate.Need<IUITree>(trial, "tree");
+    auto* object = candidate.Need<IRenderableObject>(trial, "picture");
+    const Chain chain;
+    int32_t rows = 0;
+    RunInSmallThread([&] {
+        tree->put_Collection(chain.m_Top->Identity());
+        chain.m_Top->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+        rows = GoThrough(*tree, *object);
+    });
+    trial.Expect(rows == Chain::kRows,
+        "of " + std::to_string(Chain::kRows) + " rows it counts " + std::to_string(rows));
+    trial.Measure(std::to_string(kDepth) + " levels in 256 KiB of stack");
+}
+
+} // namespace
+
+std::span<const Check> HostileChecks() {
+    static constexpr Check checks[] = {
+        {"hostile.rings", "A collection may contain itself, directly or deeper, or stand in two.",
+            "the walk: a collection that is on the way down already is not entered again", &Rings},
+        {"hostile.counts", "A collection may say any count, and another one each time.",
+            "loops that run to GetCount, and what is allocated by it", &Counts},
+        {"hostile.items", "Items may be null, and nothing of them readable.",
+            "out-pointers that are used although they are null", &Items},
+        {"hostile.changes", "Items may come and go in the very calls that read them.",
+            "what is kept of an item across a call of the host", &Changes},
+        {"hostile.depth", "A tree may be 100,000 levels deep.",
+            "recursion in walks, drawings and destructors", &Deep},
+    };
+    return checks;
+}

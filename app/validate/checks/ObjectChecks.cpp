@@ -1,0 +1,299 @@
+#include "app/faults/FailingNew.h"
+#include "app/validate/Candidate.h"
+#include "app/validate/Scenario.h"
+#include "framework/runtime/Components.h"
+#include "framework/support/REFString.h"
+#include "host/text/Text.h"
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+// An object's interfaces, its count, its making and its going.
+
+namespace {
+
+constexpr int kCreations = 10'000;
+constexpr int kWarmUp = 100;
+
+/// Every interface that each interface of an object answers, beside those of the object.
+void Answers(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Candidate candidate(stage);
+    const auto interfaces = InterfacesOf(candidate.Get());
+    for (const auto& [name, iid] : interfaces) {
+        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
+        const auto again = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
+        trial.Expect(asked && asked.Get() == again.Get(), name + " is another one the next time");
+        const auto answered = InterfacesOf(asked.Get());
+        for (const auto& [other, otherIID] : interfaces) {
+            trial.Expect(answered.contains(other), name + " does not answer " + other);
+        }
+        for (const auto& [other, otherIID] : answered) {
+            trial.Expect(interfaces.contains(other), "only " + name + " answers " + other);
+        }
+    }
+    trial.Measure(std::to_string(interfaces.size()) + " interfaces");
+}
+
+void OneIdentity(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Candidate candidate(stage);
+    const void* identity = candidate.As<IUnknown>();
+    trial.Expect(identity != nullptr, "it does not answer IUnknown");
+    for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
+        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
+        trial.Expect(Query<IUnknown>(asked.Get()).Get() == identity,
+            name + " answers IUnknown with another address");
+    }
+}
+
+void UnknownInterface(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Candidate candidate(stage);
+    for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
+        const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
+        for (const IID& unknown : {IID_NULL, __IIDOfc("NoSuchInterface"), IID_IZipStream}) {
+            void* answer = &stage;
+            const int32_t status = asked->QueryInterface(unknown, &answer);
+            trial.Expect(status == E_NOINTERFACE && !answer,
+                name + " does not answer E_NOINTERFACE and null to what it does not know");
+        }
+    }
+}
+
+/// The count of an object, asked through an interface.
+int32_t CountOf(IUnknown* object) {
+    object->AddRef();
+    return object->Release();
+}
+
+void CountsOfInterfaces(Trial& trial, const Stage& stage) {
+    const Candidate candidate(stage);
+    const int32_t before = CountOf(candidate.Get());
+    for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
+        const int32_t start = CountOf(candidate.Get());
+        auto* asked = static_cast<IUnknown*>(QueryObject(candidate.Get(), iid));
+        trial.Expect(CountOf(asked) == start + 1, "a query for " + name + " does not add one");
+        trial.Expect(asked->AddRef() == start + 2 && asked->Release() == start + 1 &&
+                         asked->Release() == start,
+            name + " does not count by one");
+    }
+    trial.Expect(CountOf(candidate.Get()) == before, "asking for its interfaces leaves references");
+}
+
+/// What a component asks its host for the first time it may keep until it is unloaded; from the
+/// second time on everything is given back.
+int32_t ReferencesKeptByUse(Trial& trial, const Stage& stage, Gate& gate) {
+    const Candidate first(stage);
+    Scenario(&gate).Play(first.Get());
+    const int32_t before = gate.References();
+    {
+        const Candidate second(stage);
+        const int32_t count = CountOf(second.Get());
+        Scenario(&gate).Play(second.Get());
+        const int32_t change = CountOf(second.Get()) - count;
+        trial.Expect(change == 0, "its use changes its count by " + std::to_string(change));
+    }
+    return gate.References() - before;
+}
+
+void Balance(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    Gate gate;
+    stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
+    CountsOfInterfaces(trial, stage);
+    const int32_t kept = ReferencesKeptByUse(trial, stage, gate);
+    trial.Expect(kept == 0, std::to_string(kept) + " references to host objects are kept");
+    for (const std::string& misuse : gate.Misuses()) {
+        trial.Expect(false, misuse);
+    }
+    auto* object = stage.CreateOrThrow().Detach();
+    trial.Expect(object->Release() == 0, "a new object does not go with its one reference");
+    stage.Unload();
+}
+
+/// What a creation answered.
+struct Creation {
+    explicit Creation(CreatorFunction creator) : m_Object(&m_Identifier) {
+        m_Status = creator(nullptr, &m_Identifier, &m_Object);
+    }
+
+    IID m_Identifier = IID_IUnknown;
+    void* m_Object; ///< not null before
+    int32_t m_Status;
+};
+
+void Judge(Trial& trial, const Creation& creation) {
+    trial.Expect((creation.m_Status >= 0) == (creation.m_Object != nullptr),
+        "status and pointer of a creation disagree");
+    if (creation.m_Status >= 0 && creation.m_Object) {
+        const int32_t left = static_cast<IUnknown*>(creation.m_Object)->Release();
+        trial.Expect(left == 0, "an object does not go with its one reference");
+    }
+}
+
+void RefusedCreations(Trial& trial, CreatorFunction creator) {
+    IID unknown = __IIDOfc("NoSuchInterface");
+    void* object = &unknown;
+    trial.Expect(creator(nullptr, &unknown, &object) < 0 && !object,
+        "an interface that it has not is not refused with null");
+    trial.Expect(creator(nullptr, nullptr, &object) < 0, "no identifier is accepted");
+    trial.Expect(creator(nullptr, &unknown, nullptr) < 0, "no place for the object is accepted");
+}
+
+/// Lets the call of the host with that number fail; whether there is one.
+bool FailHostCall(Trial& trial, Stage& stage, size_t number, size_t failing) {
+    Gate gate;
+    bool hasFailed = false;
+    {
+        const auto components = gate.Wrap(stage.TheHost().Components());
+        stage.Load(components.Get());
+        const CreatorFunction creator = stage.Creator();
+        gate.Fail(number, failing);
+        const Creation creation(creator);
+        hasFailed = gate.HasFailed();
+        gate.FailNothing();
+        Judge(trial, creation);
+        stage.Unload();
+    }
+    trial.Expect(gate.References() == 0 && gate.Misuses().empty(),
+        "host call " + std::to_string(number) + " fails, and references are not in balance");
+    return hasFailed;
+}
+
+void HalfWay(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.NeedUnloading(trial);
+    stage.Load();
+    RefusedCreations(trial, stage.Creator());
+    const CreatorFunction creator = stage.Creator();
+    size_t allocations = 0;
+    for (bool hasFailed = true; hasFailed; ++allocations) {
+        std::optional<FailingNew> failing(allocations);
+        const Creation creation(creator);
+        hasFailed = failing->HasFailed();
+        failing.reset();
+        Judge(trial, creation);
+    }
+    stage.Unload();
+    size_t calls = 0;
+    for (const size_t failing : {size_t{1}, SIZE_MAX}) {
+        for (calls = 0; FailHostCall(trial, stage, calls, failing); ++calls) {
+        }
+    }
+    trial.Expect(stage.Leaked().empty(), "host objects are held: " + stage.Leaked());
+    trial.Measure(std::to_string(allocations - 1) + " allocations, " + std::to_string(calls) +
+                  " host calls failed");
+}
+
+void Creations(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    size_t before = 0;
+    for (int turn = 0; turn < kCreations; ++turn) {
+        if (turn == kWarmUp) {
+            before = MemoryInUse();
+        }
+        stage.CreateOrThrow().Reset();
+    }
+    const int64_t growth = static_cast<int64_t>(MemoryInUse()) - static_cast<int64_t>(before);
+    trial.Measure(
+        std::to_string(kCreations) + " creations, " + std::to_string(growth) + " bytes more");
+    trial.Expect(growth < kCreations - kWarmUp, "memory grows with every object");
+}
+
+/// Uses a new object of a newly loaded module, if it can be made. Answers how many references to
+/// host objects are kept.
+int32_t UseThrough(Gate& gate, Stage& stage) {
+    stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
+    if (auto object = stage.Create<IUnknown>()) { // it may well refuse
+        const Candidate candidate(std::move(object));
+        Scenario(&gate).Play(candidate.Get());
+    }
+    stage.Unload();
+    return gate.References();
+}
+
+void MissingComponents(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.NeedUnloading(trial);
+    std::set<std::wstring> names = {L"ComponentString"};
+    int32_t kept = 0; // also when nothing is missing
+    {
+        Gate gate;
+        gate.Notice([&](tagREFString name) { names.emplace(ViewOf(name)); });
+        kept = UseThrough(gate, stage);
+    }
+    for (const std::wstring& name : names) {
+        Gate gate;
+        gate.Withhold(name);
+        trial.Expect(UseThrough(gate, stage) <= kept && gate.Misuses().empty(),
+            "without " + ToUtf8(Refer(name)) + " references are not in balance");
+    }
+    trial.Measure(std::to_string(names.size()) + " components missing in turn");
+}
+
+/// The threads of this process: their numbers and names.
+std::map<std::string, std::string> Threads() {
+    std::map<std::string, std::string> threads;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream file(thread.path() / "comm");
+        std::getline(file, threads[thread.path().filename()]);
+    }
+    return threads;
+}
+
+/// The host's texts are drawn by a library that starts a thread with the first of them.
+void WarmUpTexts() {
+    const auto style = CreateHostObject<IPMRenderStyle>("PMRenderStyle");
+    const auto renderer = CreateHostObject<IPMRenderer>("PMRenderer");
+    const SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 40, 40));
+    const ContextPtr context(cairo_create(surface.get()));
+    UbuntuCanvas canvas{context.get()};
+    CANVASRect rect{0, 0, 40, 40};
+    renderer->DrawText(style.Get(), CREFString(L"x"), &canvas, &rect, 0, 0);
+}
+
+void NoThreads(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    WarmUpTexts();
+    const auto before = Threads();
+    stage.Load();
+    {
+        const Candidate candidate(stage);
+        Scenario().Play(candidate.Get());
+    }
+    for (const auto& [number, name] : Threads()) {
+        trial.Expect(before.contains(number), "the thread '" + name + "' runs on");
+    }
+}
+
+} // namespace
+
+std::span<const Check> ObjectChecks() {
+    static constexpr Check checks[] = {
+        {"query.answers", "Every interface of an object answers the same ones, every time.",
+            "QueryInterface: all bases lead to one implementation with one list", &Answers},
+        {"query.identity", "IUnknown has one address through every interface.",
+            "QueryInterface: IID_IUnknown is the address of ObjectBase, always", &OneIdentity},
+        {"query.unknown", "An unknown interface is answered with E_NOINTERFACE and null.",
+            "QueryInterface: the out-pointer on its last path", &UnknownInterface},
+        {"counts.balance", "References are taken and given back one for one.",
+            "AddRef and Release by hand; what an operation keeps belongs in a SmartPtr", &Balance},
+        {"create.fails", "A creation that fails half way leaves null and nothing else.",
+            "FinalConstruct: what it made before it failed; the destructor of such an object",
+            &HalfWay},
+        {"create.grows", "Making objects again and again costs no memory.",
+            "what the constructor allocates and the destructor does not free", &Creations},
+        {"host.missing", "Every component of the host may be missing.",
+            "what CreateHostObject answered is used without a look whether it is null",
+            &MissingComponents},
+        {"module.threads", "No thread runs on when the last object is gone.",
+            "threads are joined in FinalRelease", &NoThreads},
+    };
+    return checks;
+}

@@ -1,0 +1,195 @@
+#include "app/faults/Gate.h"
+#include "app/validate/Candidate.h"
+#include "app/validate/Folders.h"
+#include "host/settings/XmlFile.h"
+#include "host/text/Text.h"
+
+// Settings in both forms: what was saved is what is loaded, whole or not at all.
+
+namespace {
+
+using Values = std::vector<int32_t>;
+
+/// An object whose numbers are not what they were at first.
+struct Changed {
+    Changed(Trial& trial, const Stage& stage)
+        : m_Candidate(stage),
+          m_Object(m_Candidate.Need<IUIPropInterrogateEx>(trial, "numbered parameters")),
+          m_All(ParametersOf(m_Object)), m_First(ValuesOf(m_Object, m_All)) {
+        for (size_t i = 0; i < m_All.size(); ++i) {
+            if (m_All[i].IsNumber()) {
+                m_Object->Control(m_All[i].m_Number, m_All[i].Other(m_First[i]));
+            }
+        }
+        m_Changed = ValuesOf(m_Object, m_All);
+    }
+
+    Candidate m_Candidate;
+    IUIPropInterrogateEx* m_Object;
+    std::vector<Parameter> m_All;
+    Values m_First;   ///< of a new object
+    Values m_Changed; ///< of this one
+};
+
+/// The settings as a whole: every component on the framework's table has them there.
+IUIPropInterrogatePersist& SettingsOf(const Candidate& candidate) {
+    return *static_cast<IUIPropInterrogatePersist*>(candidate.As<IUIPropInterrogateEx>());
+}
+
+std::string Describe(const Changed& changed, const Values& values) {
+    std::string text;
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (values[i] != changed.m_Changed[i]) {
+            text += (text.empty() ? "" : ", ") + std::to_string(changed.m_All[i].m_Number);
+        }
+    }
+    return text;
+}
+
+/// A text that a component reads as XML.
+class TextStream final : public HostObject<TextStream, IDataStream, IXMLStream, IString> {
+public:
+    static constexpr const char* kKind = "TextStream";
+
+    explicit TextStream(std::wstring text) : m_Text(std::move(text)) {}
+    int32_t WriteElement(IString*, int32_t, IString*, int32_t) override { return E_FAIL; }
+    int32_t GetString(wchar_t** text, int32_t* length) override {
+        *text = m_Text.data();
+        *length = static_cast<int32_t>(m_Text.size());
+        return S_OK;
+    }
+
+private:
+    std::wstring m_Text;
+};
+
+std::wstring SavedText(const Candidate& candidate) {
+    const auto xml = XmlFile::Make();
+    SettingsOf(candidate).UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0);
+    return std::wstring(ViewOf(CREFString(xml.Get())));
+}
+
+void LoadText(const Candidate& candidate, std::wstring text) {
+    const auto stream = TextStream::Make(std::move(text));
+    SettingsOf(candidate).UIPropInterrogate_LoadXML(nullptr, stream.Get(), 0);
+}
+
+/// Transient numbers stay as they are in a new object.
+void ExpectLoaded(Trial& trial, const Changed& changed, const Candidate& loaded) {
+    Values values = ValuesOf(loaded.As<IUIPropInterrogateEx>(), changed.m_All);
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (!changed.m_All[i].IsPersistent()) {
+            values[i] = changed.m_Changed[i];
+        }
+    }
+    trial.Expect(values == changed.m_Changed,
+        "a save and a load change parameter " + Describe(changed, values));
+}
+
+void InFolders(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Changed changed(trial, stage);
+    const Folders saved;
+    const Folders again;
+    SettingsOf(changed.m_Candidate)
+        .UIPropInterrogate_SaveFolderStream(nullptr, saved.m_Root.Get(), 0);
+    const Candidate loaded(stage);
+    SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(saved.m_Root.Get(), 0);
+    ExpectLoaded(trial, changed, loaded);
+    SettingsOf(loaded).UIPropInterrogate_SaveFolderStream(nullptr, again.m_Root.Get(), 0);
+    trial.Expect(saved.Describe() == again.Describe(), "what was loaded is saved otherwise");
+    trial.Measure(std::to_string(saved.Describe().size()) + " characters of folders");
+}
+
+void InText(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Changed changed(trial, stage);
+    const std::wstring text = SavedText(changed.m_Candidate);
+    if (text.empty()) {
+        trial.Skip("the host has no names for the component");
+    }
+    const Candidate loaded(stage);
+    LoadText(loaded, text);
+    ExpectLoaded(trial, changed, loaded);
+    trial.Expect(SavedText(loaded) == text, "what was loaded is saved otherwise");
+    trial.Measure(std::to_string(text.size()) + " characters of XML");
+}
+
+/// Each number has to be what it was before or what was saved, but for the one that was cut.
+void ExpectEither(Trial& trial, const Changed& changed, const Candidate& loaded, size_t place) {
+    const Values values = ValuesOf(loaded.As<IUIPropInterrogateEx>(), changed.m_All);
+    int others = 0;
+    for (size_t i = 0; i < values.size(); ++i) {
+        others += values[i] != changed.m_First[i] && values[i] != changed.m_Changed[i] ? 1 : 0;
+    }
+    trial.Expect(others <= 1, "cut at " + std::to_string(place) + " a load changes " +
+                                  std::to_string(others) + " numbers to what nobody saved");
+}
+
+void CutText(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Changed changed(trial, stage);
+    const std::wstring text = SavedText(changed.m_Candidate);
+    if (text.empty()) {
+        trial.Skip("the host has no names for the component");
+    }
+    for (size_t length = 0; length < text.size(); ++length) {
+        const Candidate loaded(stage);
+        LoadText(loaded, text.substr(0, length));
+        ExpectEither(trial, changed, loaded, length);
+        LoadText(loaded, text);
+        ExpectLoaded(trial, changed, loaded);
+    }
+    trial.Measure("cut at " + std::to_string(text.size()) + " places");
+}
+
+/// The host's stream is cut by the gate: from a call on it has nothing more. Answers at how many.
+size_t CutAtEveryCall(Trial& trial, const Stage& stage, Gate& gate) {
+    const Changed changed(trial, stage);
+    const Folders saved;
+    SettingsOf(changed.m_Candidate)
+        .UIPropInterrogate_SaveFolderStream(nullptr, saved.m_Root.Get(), 0);
+    const auto stream = gate.Wrap(static_cast<IFolderStream*>(saved.m_Root.Get()));
+    for (size_t calls = 0;; ++calls) {
+        const Candidate loaded(stage);
+        gate.Fail(calls);
+        SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(stream.Get(), 0);
+        const bool isCut = gate.HasFailed();
+        gate.FailNothing();
+        ExpectEither(trial, changed, loaded, calls);
+        SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(stream.Get(), 0);
+        ExpectLoaded(trial, changed, loaded);
+        if (!isCut) {
+            return calls;
+        }
+    }
+}
+
+void CutFolders(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    Gate gate;
+    stage.Load();
+    const size_t calls = CutAtEveryCall(trial, stage, gate);
+    stage.Unload();
+    trial.Expect(gate.Misuses().empty(), "a folder is used after it was given back");
+    trial.Measure("cut at " + std::to_string(calls) + " calls");
+}
+
+} // namespace
+
+std::span<const Check> SettingsChecks() {
+    static constexpr const char* kTable = "the parameters' flags, and an overridden Save or Load";
+    static constexpr const char* kCut = "what is set before all of a parameter was read";
+    static constexpr Check checks[] = {
+        {"settings.folders", "What is saved in folders is loaded, byte for byte.", kTable,
+            &InFolders},
+        {"settings.xml", "What is saved as XML is loaded, byte for byte.", kTable, &InText},
+        {"settings.cut-folders", "Folders that end anywhere are loaded up to there.", kCut,
+            &CutFolders},
+        {"settings.cut-xml", "XML that ends anywhere is loaded up to there.", kCut, &CutText},
+    };
+    return checks;
+}
