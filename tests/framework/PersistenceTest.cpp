@@ -1,5 +1,8 @@
+#include "framework/support/XMLIndex.h"
 #include "tests/framework/SettingsTest.h"
 #include "tests/support/Folders.h"
+
+#include <random>
 
 namespace {
 
@@ -184,6 +187,24 @@ TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
     EXPECT_EQ(SaveXml(*m_Settings.Get(), Folders().m_Root.Get()), S_OK) << "no XML";
 }
 
+TEST_F(PersistenceTest, LargeXmlTakesATimeThatGrowsWithItWhateverItIs) {
+    using Piece = std::function<std::wstring(const std::wstring&)>;
+    const Piece pieces[] = {[](auto&) { return L"<abcd>"; }, [](auto& i) { return L"<n" + i; },
+        [](auto& i) { return L"<n" + i + L'>'; }, [](auto& i) { return L"< n" + i + L'>'; },
+        [](auto& i) { return L"< <n" + i + L"></<n>"; }, [](auto&) { return L"</"; },
+        [](auto& i) { return L"<a<" + i + L"></a</a<" + i + L'>'; }, [](auto&) { return L"</></"; },
+        [](auto& i) { return L"< /n" + i + L'>'; }, [](auto&) { return L"< a=\"<!--\">"; },
+        [](auto& i) { return L"</n" + i + L"><N4 " + i + L'>'; }};
+    for (const Piece& piece : pieces) {
+        std::wstring text;
+        for (int i = 0; text.size() < 1'000'000; ++i) {
+            text += piece(std::to_wstring(i));
+        }
+        LoadXml(*m_Settings.Get(), AnyStream::Make(text + L"<><N13>5</N13>").Get());
+        EXPECT_EQ(std::exchange(m_Color, 7), 5) << testing::PrintToString(text.substr(0, 40));
+    }
+}
+
 TEST_F(PersistenceTest, ObjectOutlivesTheOperationDuringWhichTheHostReleasesIt) {
     const auto stream = AnyStream::Make(L"<N1>1</N1>");
     const std::function<int32_t(Settings&)> operations[] = {
@@ -229,6 +250,36 @@ TEST(XMLTag, HandsOutTheFirstElementAndMovesPastIt) {
             EXPECT_EQ(Text(content), isFound ? contentText : characters);
             EXPECT_EQ(Text(attributes), isFound ? attributesText : L"kept");
             EXPECT_EQ(Text(text), isFound && advance != 0 ? restText : characters);
+        }
+    }
+}
+
+TEST(XMLIndex, HidesNothingThatASearchFinds) {
+    const wchar_t* const words[] = {L"<", L"</", L">", L"a", L"b", L" ", L"<a>", L"</a>", L"< a>",
+        L"< /a", L"<a<b>", L"</a</a<b>", L"< <a>", L"<>", L"< a<b>", L"<a<a<b>"};
+    std::mt19937 random(20'261'123);
+    for (int turn = 0; turn < 20'000; ++turn) {
+        const size_t first = random(), count = 2 + random() % std::size(words);
+        std::wstring characters;
+        for (size_t length = random() % 100; characters.size() < length;) {
+            characters += words[(first + random() % count) % std::size(words)];
+        }
+        const HeapText held(characters);
+        CREFString text = held.Ref(), other = text;
+        XMLIndex index;
+        XMLFoundTag tag;
+        while (XMLFindTag(text, tag)) {
+            const auto take = [&](CREFString& rest, auto&... with) {
+                CREFString attributes, content;
+                const int32_t status =
+                    XMLGetTAGGED(rest, tag.m_Text, attributes, content, 1, with...);
+                return std::tuple(status, rest.m_String, content.m_String, content.m_Length);
+            };
+            const auto found = take(text, index);
+            ASSERT_EQ(found, take(other)) << testing::PrintToString(characters);
+            if (std::get<0>(found) < 0) {
+                text = other = tag.m_Rest;
+            }
         }
     }
 }
