@@ -1,5 +1,6 @@
 #include "framework/support/XMLIndex.h"
 #include "tests/framework/SettingsTest.h"
+#include "tests/support/FailingNew.h"
 #include "tests/support/Folders.h"
 
 #include <random>
@@ -203,6 +204,18 @@ TEST_F(PersistenceTest, LargeXmlTakesATimeThatGrowsWithItWhateverItIs) {
         LoadXml(*m_Settings.Get(), AnyStream::Make(text + L"<><N13>5</N13>").Get());
         EXPECT_EQ(std::exchange(m_Color, 7), 5) << testing::PrintToString(text.substr(0, 40));
     }
+}
+
+TEST_F(PersistenceTest, FullMemoryEndsTheLoadingOfXml) {
+    const auto xml = AnyStream::Make(L"<a><b><a>< c><a<b></b></c><N13>5</N13>");
+    bool hasFailed = true;
+    for (size_t allowed = 0; hasFailed; ++allowed) {
+        m_Color = 7;
+        const FailingNew failing(allowed);
+        LoadXml(*m_Settings.Get(), xml.Get());
+        hasFailed = failing.HasFailed();
+    }
+    EXPECT_EQ(m_Color, 5);
 }
 
 TEST_F(PersistenceTest, ObjectOutlivesTheOperationDuringWhichTheHostReleasesIt) {

@@ -51,6 +51,12 @@ TEST_F(PropertiesTest, SwitchesReservedAndUnknownNumbersAnswerAsSuch) {
     Draw({0, 0, 50, 22});
     EXPECT_EQ(m_Tree->Control(115, 2), S_OK);
     EXPECT_EQ(Inquire(115), Answer(0x80003, 2));
+    m_Host->Register(L"UIScrollBar", [](const IID&, void**) { return E_FAIL; });
+    SetUp();
+    int32_t position = 7;
+    EXPECT_EQ(Properties()->Inquire(115, &position), 0x80003);
+    EXPECT_EQ(position, 0) << "there is no scroll bar";
+    EXPECT_EQ(m_Tree->Control(115, 2), E_FAIL);
 }
 
 TEST_F(PropertiesTest, IconsAreObjectsThatCanBeTakenReplacedAndReset) {
@@ -81,9 +87,12 @@ TEST_F(PropertiesTest, PageListNamesTheGenericPage) {
     ASSERT_EQ(pages->GetPages(5, out, nullptr), S_OK);
     const auto entry = Query<IHostEntry>(Place{list, 0}.Item().Get());
     ASSERT_TRUE(entry);
-    SmartPtr<IString> component;
-    EXPECT_EQ(entry->GetText(1, component.Receive()), S_OK);
-    EXPECT_EQ(ToUtf8(CREFString(component.Get())), "UIPropPages.UIPropInterrogatePropPage");
+    const char* const texts[] = {"UITree", "UIPropPages.UIPropInterrogatePropPage", "UITree"};
+    for (int i = 0; i < 3; ++i) {
+        SmartPtr<IString> text;
+        EXPECT_EQ(entry->GetText(i, text.Receive()), S_OK);
+        EXPECT_EQ(ToUtf8(CREFString(text.Get())), texts[i]);
+    }
     EXPECT_FALSE((Place{list, 1}.Item())) << "there is one page";
     EXPECT_EQ(pages->GetPages(0, nullptr, nullptr), E_POINTER);
 }
