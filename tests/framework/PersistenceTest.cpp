@@ -168,6 +168,9 @@ TEST_F(PersistenceTest, XmlHoldsNumbersAndTextsUnderTheirNames) {
     Forget();
     EXPECT_EQ(LoadXml(*m_Settings.Get(), xml.Get()), S_OK);
     ExpectValues(0, 0);
+    m_String = nullptr;
+    SaveXml(*m_Settings.Get(), xml.Get());
+    EXPECT_TRUE(xml->m_Text.find(L"<N6></N6>") < xml->m_Text.size()) << "a missing text is saved";
 }
 
 TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {

@@ -93,15 +93,16 @@ TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     const auto makeMortal = [&](const char* name) {
         return MakeMortal([&log, name] { log += std::string(name) + ' '; });
     };
-    BindItems({{"A", makeMortal("pressed")->Identity()}});
+    BindItems({{"A", makeMortal("pressed")->Identity()}, {"B", makeMortal("data")->Identity()}});
     Pointer(1, 3, 0, 5, 5);
-    m_Root->RemoveAll();
+    m_Tree->Clear();
+    m_Root.Reset();
     As<IParent>()->put_Parent(makeMortal("parent")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal("open")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(171, makeMortal("closed")->Identity());
     As<IEventSource>()->Advise(makeMortal("listener")->Identity(), 1);
     m_Tree.Reset();
-    EXPECT_EQ(log, "pressed closed open parent listener ");
+    EXPECT_EQ(log, "data pressed closed open parent listener ");
 }
 
 TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {

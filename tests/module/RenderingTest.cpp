@@ -279,6 +279,12 @@ TEST_F(RenderingTest, WholeRowsAreDrawnFromTheScrollPositionOnBranchesAfterTheir
         EXPECT_EQ(Labels({0, 0, 110, height}), labels) << position << ", " << height;
         EXPECT_EQ(m_Status, S_OK);
     }
+    Bind("A\n a1\n  x\n a2\n  z\nB");
+    for (const char* label : {"A", "a1", "a2"}) {
+        Open(label);
+    }
+    m_Bar->m_Pos = 2;
+    EXPECT_EQ(Labels(), "x z a2 B") << "the drawing ends below and goes on above, twice";
 }
 
 TEST_F(RenderingTest, RowsOfACollectionAreDrawnFromTheCounterUpToTheLimit) {
