@@ -69,4 +69,5 @@ TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
     EXPECT_EQ(m_Settings->Add(10, parameter), S_OK);
     EXPECT_EQ(m_Settings->ParameterEnumeration(9, value.Receive()), S_OK);
     EXPECT_EQ(value.Get(), parameter.m_Enumeration);
+    EXPECT_EQ(m_Settings->ParameterEnumeration(9, nullptr), E_POINTER);
 }

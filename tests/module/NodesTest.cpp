@@ -87,6 +87,11 @@ TEST_F(NodesTest, NodesAreInsertedAtARowOrAppendedToTheRootItems) {
         EXPECT_TRUE((Place{m_Root, index}.Item() == inserted->Identity()))
             << "the reference's index is the row";
     }
+    const auto faces = Listener::Make();
+    BindItems({{"A", m_Blind->Identity()}, {"B", faces->Identity()}});
+    const auto face = Query<_IUIRefreshEvent>(faces->Identity());
+    EXPECT_EQ(m_Tree->Insert(face.Get(), item->Identity(), {}, {}, {}), S_OK);
+    EXPECT_TRUE((Place{m_Root, 1}.Item() == item->Identity())) << "it is known by any interface";
 }
 
 TEST_F(NodesTest, CollectionsAreGivenNothingInReservedArguments) {
