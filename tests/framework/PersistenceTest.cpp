@@ -27,8 +27,8 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
     int32_t ReadObject(IString*, IUnknown**, int32_t) override { return Use(); }
     int32_t OpenFolder(IVariant* key, int32_t, IFolderStream** folder) override {
         const bool exists = !key || key->GetDouble() == 0;
-        *folder = exists ? SmartPtr<IFolderStream>(this).Detach() : nullptr;
-        return Use();
+        *folder = SmartPtr<IFolderStream>(this).Detach(); // a failure leaves something, too
+        return exists ? Use() : E_FAIL;
     }
     int32_t WriteElement(IString* name, int32_t first, IString* value, int32_t last) override {
         EXPECT_EQ(first | last, 0);

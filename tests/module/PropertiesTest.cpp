@@ -46,6 +46,9 @@ TEST_F(PropertiesTest, SwitchesReservedAndUnknownNumbersAnswerAsSuch) {
     for (const int id : {104, 116, 136, 0, -1, 999}) {
         EXPECT_EQ(m_Tree->Control(id, 5), id > 100 && id < 999 ? S_OK : E_INVALIDARG) << id;
         EXPECT_EQ(Inquire(id).first, E_INVALIDARG) << id;
+        int32_t range[] = {-1, -1};
+        EXPECT_EQ(Properties()->ParameterRange(id, &range[0], &range[1]), E_INVALIDARG);
+        EXPECT_EQ(std::pair(range[0], range[1]), std::pair(0, 0)) << id;
     }
     Bind("A\nB\nC");
     Draw({0, 0, 50, 22});
