@@ -7,8 +7,7 @@ using NodesTest = TreeTest;
 namespace {
 
 /// Notes the numbers that it is given with what is added.
-class Noting final : public HostObject<Noting, SuperCollectionBase> {
-public:
+struct Noting final : HostObject<Noting, SuperCollectionBase> {
     static constexpr const char* kKind = "Noting";
     explicit Noting(std::string& log) : m_Log(log) {}
 
@@ -21,7 +20,6 @@ public:
         return SuperCollectionBase::InsertItem(index, a, item, b, c);
     }
 
-private:
     std::string& m_Log;
 };
 
