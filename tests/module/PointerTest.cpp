@@ -70,6 +70,9 @@ TEST_F(PointerTest, EmptyCollectionSaysOpenedStaysClosedAndMayReportItsData) {
     EXPECT_EQ(select.text, "NodeSelect 1 0 1");
     EXPECT_TRUE(select.node == root->Identity());
     EXPECT_EQ(Flags("A"), 0x501);
+    m_Tree->Control(136, 0);
+    SendTo(0, 2);
+    EXPECT_TRUE(Last().node == empty->Identity());
     root->RemoveAll();
 }
 

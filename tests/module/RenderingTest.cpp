@@ -345,6 +345,8 @@ TEST_F(RenderingTest, ItemsAreLookedThroughTheirWrappersAndSlidesAreLeaves) {
         {"branch", Node::Make(nullptr, moniker->Identity())->Identity()},
         {"branch", Both::Make(nullptr, nullptr, branch)->Identity()},
         {"branch", Both::Make(nullptr, moniker->Identity(), branch)->Identity()}});
+    IObjectInfo* info = nullptr;
+    EXPECT_EQ(QueryItem(Node::Make(nullptr)->Identity(), IID_IObjectInfo, &info), E_NOINTERFACE);
     EXPECT_EQ(RowCount(), 16) << "four leaves, and six branches with one row below each";
 }
 
