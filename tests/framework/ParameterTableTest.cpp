@@ -70,4 +70,6 @@ TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
     EXPECT_EQ(m_Settings->ParameterEnumeration(9, value.Receive()), S_OK);
     EXPECT_EQ(value.Get(), parameter.m_Enumeration);
     EXPECT_EQ(m_Settings->ParameterEnumeration(9, nullptr), E_POINTER);
+    EXPECT_EQ(m_Settings->InquireEx(9, value.Receive()), E_FAIL) << "no object";
+    EXPECT_EQ(m_Settings->ControlEx(9, thing->Identity()), E_FAIL);
 }
