@@ -106,7 +106,7 @@ bool XMLFindTag(const CREFString& text, XMLFoundTag& tag) {
     tag.m_Rest = WithoutFirst(text, static_cast<int32_t>(end) + 1);
     const wchar_t* first = tag.m_Start + 1;
     const wchar_t* last = whole.data() + end;
-    while (first < last && IsBlank(*first)) {
+    while (IsBlank(*first)) { // the '>' is none
         ++first;
     }
     while (first < last && IsBlank(last[-1])) {
