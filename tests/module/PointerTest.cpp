@@ -27,7 +27,9 @@ public:
         return ++m_Filled;
     }
     int32_t GetContentState(int32_t selector, int32_t* value) override {
-        *value = selector == kState ? m_Filled : -1;
+        if (m_Filled > 0 || selector != kState) { // who says nothing is not filled
+            *value = selector == kState ? m_Filled : -1;
+        }
         return E_FAIL; // of no interest
     }
     int32_t m_Filled = 0;
