@@ -19,7 +19,10 @@ public:
     const std::pmr::vector<T>& operator*() const { return m_Items; }
 
 private:
-    alignas(T) std::byte m_Near[kNear * sizeof(T)];
+    struct alignas(T) Place {
+        std::byte m_Bytes[sizeof(T)];
+    };
+    Place m_Near[kNear];
     std::pmr::monotonic_buffer_resource m_Memory{m_Near, sizeof(m_Near)};
     // In parentheses: braces would make the address the first of the elements, where T takes it.
     std::pmr::vector<T> m_Items = std::pmr::vector<T>(&m_Memory);

@@ -33,7 +33,7 @@ bool TreeWalk::SeekRow(int32_t row, RowMarks* marks) {
             m_Levels->pop_back();
             m_Path.Leave();
         } else if (m_Seen == kEndless) {
-            return false;
+            return false; // there are more rows than numbers
         } else if (m_IsOnRow) {
             if (m_Seen == nextMark) {
                 marks->Add(*m_Levels);

@@ -74,9 +74,6 @@ void CUITree::Compact(ISuperCollection* collection, bool keepRootRows) {
 
 int32_t CUITree::Find(
     ISuperCollection* collection, IUnknown* node, int32_t* index, ISuperCollection** owner) {
-    if (!collection || !owner) {
-        return E_POINTER;
-    }
     const void* wanted = node ? IdentityOf(node) : nullptr;
     TreeWalk walk(collection);
     while (walk.Next()) {

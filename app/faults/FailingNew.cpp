@@ -57,6 +57,19 @@ void operator delete(void* memory, size_t) noexcept {
     std::free(memory);
 }
 
+// Memory resources allocate by these.
+void* operator new(size_t size, std::align_val_t alignment) {
+    const auto unit = static_cast<size_t>(alignment);
+    void* memory = IsToFail() ? nullptr : std::aligned_alloc(unit, (size / unit + 1) * unit);
+    return memory ? memory : throw std::bad_alloc();
+}
+void operator delete(void* memory, std::align_val_t) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, size_t, std::align_val_t) noexcept {
+    std::free(memory);
+}
+
 // Elsewhere the forms for arrays lead to these by themselves, but not under the sanitizers.
 void* operator new[](size_t size, const std::nothrow_t&) noexcept {
     return operator new(size, std::nothrow);

@@ -21,8 +21,6 @@ int32_t SinkList::Advise(ObjectBase& owner, IUnknown* sink, int32_t flags, const
     if (const int32_t status = sink->QueryInterface(iid, spoken.ReceiveAny()); status < 0) {
         return status;
     }
-    spoken.Reset();
-
     const ObjectGuard guard(owner);
     return Find(sink) >= 0 ? S_FALSE : Append(sink, flags);
 }

@@ -26,7 +26,7 @@ int32_t Persist(IUnknown* object, Body&& body) {
     const SmartPtr<IUnknown> alive(object);
     Guarded([&] {
         body();
-        return S_OK;
+        return S_OK; // as for a failure
     });
     return S_OK;
 }

@@ -4,9 +4,11 @@
 #include "framework/settings/ParameterValues.h"
 #include "framework/support/HostStrings.h"
 #include "framework/support/Values.h"
+#include "framework/support/XMLIndex.h"
 #include "framework/support/XMLTag.h"
 
-#include <cwctype>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -65,62 +67,53 @@ void LoadValue(
     }
 }
 
-bool IsBlank(wchar_t character) {
-    return std::iswspace(static_cast<wint_t>(character)) != 0 ||
-           std::iswcntrl(static_cast<wint_t>(character)) != 0;
-}
+/// The parameters by their names, each of which the host is asked for once, when it is needed.
+class NamedParameters {
+public:
+    NamedParameters(const ParameterTable& table, const DisplayNames& names)
+        : m_Table(table), m_Names(names) {}
 
-/// The text of the first opening tag without the markup around it, trimmed; the text behind it in
-/// `rest`. False when there is none.
-bool FindTag(const CREFString& text, CREFString& tag, CREFString& rest) {
-    const std::wstring_view whole = ViewOf(text);
-    size_t start = whole.find(L'<');
-    while (start < whole.size() && (start + 1 == whole.size() || whole[start + 1] == L'/')) {
-        start = whole.find(L'<', start + 1);
+    /// The first one of a name; null when there is none.
+    const PROPParameter* Find(const CREFString& name) {
+        for (size_t i = 0; name.m_Length > 0 && (i < m_Known.size() || TakeNext()); ++i) {
+            if (IsEqualIgnoringCase(name, CREFString(m_Known[i].second.Get()))) {
+                return m_Known[i].first;
+            }
+        }
+        return nullptr;
     }
-    const size_t end = whole.find(L'>', start);
-    if (end == std::wstring_view::npos) {
+
+private:
+    bool TakeNext() {
+        while (m_Taken < m_Table.Records().size()) {
+            const PROPParameter* parameter = m_Table.Records()[m_Taken++];
+            if (!parameter->IsTransient()) {
+                m_Known.emplace_back(parameter, m_Names.FindByNumber(parameter->m_ID));
+                return true;
+            }
+        }
         return false;
     }
-    const wchar_t* first = whole.data() + start + 1;
-    const wchar_t* last = whole.data() + end;
-    while (first < last && IsBlank(*first)) {
-        ++first;
-    }
-    while (first < last && IsBlank(last[-1])) {
-        --last;
-    }
-    tag = tagREFString{static_cast<int32_t>(last - first), first};
-    rest = tagREFString{static_cast<int32_t>(whole.size() - end) - 1, whole.data() + end + 1};
-    return true;
-}
 
-const PROPParameter* FindParameter(
-    const ParameterTable& table, const DisplayNames& names, const CREFString& tag) {
-    for (const PROPParameter* parameter : table.Records()) {
-        if (parameter->IsTransient() || tag.m_Length == 0) {
-            continue;
-        }
-        const auto name = names.FindByNumber(parameter->m_ID);
-        if (IsEqualIgnoringCase(tag, CREFString(name.Get()))) {
-            return parameter;
-        }
-    }
-    return nullptr;
-}
+    const ParameterTable& m_Table;
+    const DisplayNames& m_Names;
+    size_t m_Taken = 0;
+    std::vector<std::pair<const PROPParameter*, SmartPtr<IString>>> m_Known;
+};
 
 void LoadText(const ParameterTable& table, IUIPropInterrogateEx& object, const DisplayNames& names,
     CREFString text) {
-    CREFString tag;
-    CREFString rest;
-    while (FindTag(text, tag, rest)) {
+    NamedParameters parameters(table, names);
+    XMLIndex index;
+    XMLFoundTag tag;
+    while (XMLFindTag(text, tag)) {
         CREFString attributes;
         CREFString content;
-        if (XMLGetTAGGED(text, tag, attributes, content, 1) < 0) {
-            text = rest; // a tag that is not written as it reads: "< Name>"
+        if (XMLGetTAGGED(text, tag.m_Text, attributes, content, 1, index) < 0) {
+            text = tag.m_Rest; // a tag that is not written as it reads: "< Name>"
             continue;
         }
-        if (const PROPParameter* parameter = FindParameter(table, names, tag)) {
+        if (const PROPParameter* parameter = parameters.Find(tag.m_Text)) {
             LoadValue(*parameter, object, content);
         }
     }

@@ -85,8 +85,7 @@ ICreatableString* ISCreate(double value) {
 }
 
 ICreatableString* ISCreateHex(int32_t value) {
-    constexpr int32_t kFirstUnpadded = 0x1000000;
-    return CreateFormatted(value < kFirstUnpadded ? L"#%06X" : L"#%X", value);
+    return CreateFormatted(L"#%06X", value);
 }
 
 ICreatableString* ISCreateName(const char* name) {

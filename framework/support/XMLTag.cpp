@@ -1,10 +1,14 @@
 #include "framework/support/XMLTag.h"
 
+#include "framework/support/XMLIndex.h"
+#include "framework/support/XMLPattern.h"
+
 #include <algorithm>
+#include <cwctype>
 
 namespace {
 
-constexpr int32_t kNotFound = -1;
+constexpr int32_t kNotFound = XMLPattern::kNotFound;
 
 tagREFString FirstOf(tagREFString text, int32_t length) {
     return {length, text.m_String};
@@ -13,57 +17,6 @@ tagREFString FirstOf(tagREFString text, int32_t length) {
 tagREFString WithoutFirst(tagREFString text, int32_t length) {
     return {text.m_Length - length, text.m_String + length};
 }
-
-tagREFString NameOf(const CREFString& tag) {
-    const std::wstring_view whole = ViewOf(tag);
-    const size_t end = std::min(whole.find_first_of(L" \r>"), whole.size());
-    return FirstOf(tag, static_cast<int32_t>(end));
-}
-
-/// What opens or closes an element: its name between some characters of markup. Kept in pieces, so
-/// that a search copies nothing.
-class Pattern {
-public:
-    Pattern(std::wstring_view opening, tagREFString name, std::wstring_view closing)
-        : m_Pieces{opening, ViewOf(name), closing} {}
-
-    int32_t Length() const {
-        return static_cast<int32_t>(m_Pieces[0].size() + m_Pieces[1].size() + m_Pieces[2].size());
-    }
-
-    /// The position after the first match in one pass over the text: a character that ends a match
-    /// is compared with the pattern's first one again, those before it are not.
-    int32_t EndOfMatch(const CREFString& text) const {
-        const std::wstring_view whole = ViewOf(text);
-        const wchar_t first = m_Pieces[0].front();
-        for (size_t i = whole.find(first); i < whole.size(); i = whole.find(first, i)) {
-            int32_t matched = 1;
-            ++i;
-            while (matched < Length() && i < whole.size() && whole[i] == At(matched)) {
-                ++matched;
-                ++i;
-            }
-            if (matched == Length()) {
-                return static_cast<int32_t>(i);
-            }
-        }
-        return kNotFound;
-    }
-
-private:
-    wchar_t At(int32_t position) const {
-        auto rest = static_cast<size_t>(position);
-        for (const std::wstring_view& piece : m_Pieces) {
-            if (rest < piece.size()) {
-                return piece[rest];
-            }
-            rest -= piece.size();
-        }
-        return L'\0';
-    }
-
-    std::wstring_view m_Pieces[3];
-};
 
 /// Splits an opening tag, from after its name on, from what follows it.
 void TakeAttributes(CREFString& rest, CREFString& attributes) {
@@ -81,25 +34,84 @@ void TakeAttributes(CREFString& rest, CREFString& attributes) {
     rest = WithoutFirst(rest, static_cast<int32_t>(end) + 1);
 }
 
-} // namespace
-
-int32_t XMLGetTAGGED(
-    CREFString& text, CREFString& tag, CREFString& attributes, CREFString& content, short advance) {
-    const tagREFString name = NameOf(tag);
+/// XMLGetTAGGED with an index, if there is one.
+int32_t GetTagged(CREFString& text, const CREFString& tag, CREFString& attributes,
+    CREFString& content, short advance, XMLIndex* index) {
+    const tagREFString name = XMLNameOf(tag);
     content = text;
-    const int32_t start = Pattern(L"<", name, {}).EndOfMatch(text);
+    if (index && !index->MayOpen(text, name)) {
+        return E_FAIL;
+    }
+    const int32_t start = XMLPattern::Opening(ViewOf(name)).EndOfMatch(ViewOf(text));
     if (start == kNotFound) {
+        if (index) {
+            index->NeverOpens(text, name);
+        }
         return E_FAIL;
     }
     CREFString rest = WithoutFirst(text, start);
     TakeAttributes(rest, attributes);
 
-    const Pattern closing(L"</", name, L">");
-    const int32_t end = closing.EndOfMatch(rest);
+    const auto closing = XMLPattern::Closing(ViewOf(name));
+    const bool mayClose = !index || index->MayClose(rest, name);
+    const int32_t end = mayClose ? closing.EndOfMatch(ViewOf(rest)) : kNotFound;
     const bool isClosed = end != kNotFound;
+    if (index && mayClose && !isClosed) {
+        index->NeverCloses(rest);
+    }
     content = FirstOf(rest, isClosed ? end - closing.Length() : 0);
     if (advance != 0) {
         text = isClosed ? WithoutFirst(rest, end) : rest;
     }
     return S_OK;
+}
+
+bool IsBlank(wchar_t character) {
+    return std::iswspace(static_cast<wint_t>(character)) != 0 ||
+           std::iswcntrl(static_cast<wint_t>(character)) != 0;
+}
+
+} // namespace
+
+int32_t XMLGetTAGGED(
+    CREFString& text, CREFString& tag, CREFString& attributes, CREFString& content, short advance) {
+    return GetTagged(text, tag, attributes, content, advance, nullptr);
+}
+
+int32_t XMLGetTAGGED(CREFString& text, CREFString& tag, CREFString& attributes, CREFString& content,
+    short advance, XMLIndex& index) {
+    return GetTagged(text, tag, attributes, content, advance, &index);
+}
+
+tagREFString XMLNameOf(const tagREFString& tag) {
+    const std::wstring_view whole = ViewOf(tag);
+    const size_t end = std::min(whole.find_first_of(L" \r>"), whole.size());
+    return FirstOf(tag, static_cast<int32_t>(end));
+}
+
+bool XMLFindTag(const CREFString& text, XMLFoundTag& tag) {
+    const std::wstring_view whole = ViewOf(text);
+    if (!whole.empty() && tag.m_Start >= whole.data()) {
+        return true;
+    }
+    size_t start = whole.find(L'<');
+    while (start < whole.size() && (start + 1 == whole.size() || whole[start + 1] == L'/')) {
+        start = whole.find(L'<', start + 1);
+    }
+    const size_t end = whole.find(L'>', start);
+    if (end == std::wstring_view::npos) {
+        return false;
+    }
+    tag.m_Start = whole.data() + start;
+    tag.m_Rest = WithoutFirst(text, static_cast<int32_t>(end) + 1);
+    const wchar_t* first = tag.m_Start + 1;
+    const wchar_t* last = whole.data() + end;
+    while (IsBlank(*first)) { // the '>' is none
+        ++first;
+    }
+    while (first < last && IsBlank(last[-1])) {
+        --last;
+    }
+    tag.m_Text = tagREFString{static_cast<int32_t>(last - first), first};
+    return true;
 }

@@ -27,8 +27,8 @@ ComponentRegistry::ComponentRegistry() {
         m_Entries.push_back(
             {name, Query<IComponentString>(ComponentString::Make(module, name)->Identity())});
     };
-    describe(L"Collections", L"SuperCollection");
     describe(L"Collections", L"CreatableString");
+    describe(L"Collections", L"SuperCollection");
     describe(L"Collections", L"Variant");
     describe(L"CollectionsEx", L"ComponentString");
     gRegistry = this;

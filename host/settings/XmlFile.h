@@ -42,5 +42,5 @@ private:
     bool m_IsIncomplete = false;
 };
 
-/// Far more than settings need; a text without ends of elements takes time with its square.
-constexpr size_t XMLFILE_LARGEST = size_t{64} << 10;
+/// Far more than settings need; whatever stands in it, the control reads it in a tenth of a second.
+constexpr size_t XMLFILE_LARGEST = size_t{1} << 20;

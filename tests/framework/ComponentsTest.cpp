@@ -15,7 +15,8 @@ bool HasCreator(const wchar_t* module, const wchar_t* component) {
 void UseTheNamedCollection() {
     const auto modules = std::filesystem::current_path();
     std::filesystem::current_path("/");
-    const bool none = !BASEObject::CreateNamedCollection() && !GLOBALComponents() && !ISCreate(L"");
+    const bool none = !CreateObject(CREFString(L"Variant"), &IID_IVariant) &&
+                      !BASEObject::CreateNamedCollection() && !GLOBALComponents() && !ISCreate(L"");
     Host host(modules);
     const auto first = Adopt(BASEObject::CreateNamedCollection());
     host.Register(L"SuperCollection", [](const IID&, void**) { return E_FAIL; });

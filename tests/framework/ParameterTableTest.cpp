@@ -64,9 +64,12 @@ TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
     EXPECT_EQ(m_Settings->InquireEx(kDouble, value.Receive()), 5);
     EXPECT_EQ(Query<IVariant>(value.Get())->GetDouble(), -0.1);
     // The table releases the enumeration.
-    PROPParameter parameter = {9, PROPTYPE_LONG, &m_Long, PROPKIND_ENUMERATION, {}, 0};
+    PROPParameter parameter = {9, PROPTYPE_LONG, &m_Long, 2, {}, 0};
     parameter.m_Enumeration = SmartPtr(thing->Identity()).Detach();
     EXPECT_EQ(m_Settings->Add(10, parameter), S_OK);
     EXPECT_EQ(m_Settings->ParameterEnumeration(9, value.Receive()), S_OK);
     EXPECT_EQ(value.Get(), parameter.m_Enumeration);
+    EXPECT_EQ(m_Settings->ParameterEnumeration(9, nullptr), E_POINTER);
+    EXPECT_EQ(m_Settings->InquireEx(9, value.Receive()), E_FAIL) << "no object";
+    EXPECT_EQ(m_Settings->ControlEx(9, thing->Identity()), E_FAIL);
 }

@@ -1,5 +1,9 @@
+#include "app/faults/FailingNew.h"
 #include "app/validate/Folders.h"
+#include "framework/support/XMLIndex.h"
 #include "tests/framework/SettingsTest.h"
+
+#include <random>
 
 namespace {
 
@@ -23,8 +27,8 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
     int32_t ReadObject(IString*, IUnknown**, int32_t) override { return Use(); }
     int32_t OpenFolder(IVariant* key, int32_t, IFolderStream** folder) override {
         const bool exists = !key || key->GetDouble() == 0;
-        *folder = exists ? SmartPtr<IFolderStream>(this).Detach() : nullptr;
-        return Use();
+        *folder = SmartPtr<IFolderStream>(this).Detach(); // a failure leaves something, too
+        return exists ? Use() : E_FAIL;
     }
     int32_t WriteElement(IString* name, int32_t first, IString* value, int32_t last) override {
         EXPECT_EQ(first | last, 0);
@@ -164,6 +168,9 @@ TEST_F(PersistenceTest, XmlHoldsNumbersAndTextsUnderTheirNames) {
     Forget();
     EXPECT_EQ(LoadXml(*m_Settings.Get(), xml.Get()), S_OK);
     ExpectValues(0, 0);
+    m_String = nullptr;
+    SaveXml(*m_Settings.Get(), xml.Get());
+    EXPECT_TRUE(xml->m_Text.find(L"<N6></N6>") < xml->m_Text.size()) << "a missing text is saved";
 }
 
 TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
@@ -182,6 +189,33 @@ TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
     EXPECT_EQ(std::tuple(m_Short, m_Long, m_Transient), std::tuple(-2, 15, 1));
     EXPECT_EQ(LoadXml(*m_Settings.Get(), nullptr), S_OK);
     EXPECT_EQ(SaveXml(*m_Settings.Get(), Folders().m_Root.Get()), S_OK) << "no XML";
+}
+
+TEST_F(PersistenceTest, LargeXmlTakesATimeThatGrowsWithItWhateverItIs) {
+    using Piece = std::function<std::wstring(const std::wstring&)>;
+    const Piece pieces[] = {[](auto&) { return L"<abcd>"; }, [](auto& i) { return L"<n" + i; },
+        [](auto& i) { return L"<n" + i + L'>'; }, [](auto& i) { return L"< n" + i + L'>'; },
+        [](auto& i) { return L"< <n" + i + L"></<n>"; }, [](auto&) { return L"</"; },
+        [](auto& i) { return L"<a<" + i + L"></a</a<" + i + L'>'; }, [](auto&) { return L"</></"; },
+        [](auto& i) { return L"< /n" + i + L'>'; }, [](auto&) { return L"< a=\"<!--\">"; },
+        [](auto& i) { return L"</n" + i + L"><N4 " + i + L'>'; }};
+    for (const Piece& piece : pieces) {
+        std::wstring text;
+        for (int i = 0; text.size() < 1'000'000; ++i) {
+            text += piece(std::to_wstring(i));
+        }
+        LoadXml(*m_Settings.Get(), AnyStream::Make(text + L"<><N13>5</N13>").Get());
+        EXPECT_EQ(std::exchange(m_Color, 7), 5) << testing::PrintToString(text.substr(0, 40));
+    }
+}
+
+TEST_F(PersistenceTest, FullMemoryEndsTheLoadingOfXml) {
+    const auto xml = AnyStream::Make(L"<a><b><a>< c><a<b></b></c><N13>5</N13>");
+    for (size_t allowed = 0; m_Color != 5 && allowed < 1'000; ++allowed) {
+        const FailingNew failing(allowed);
+        LoadXml(*m_Settings.Get(), xml.Get());
+    }
+    EXPECT_EQ(m_Color, 5);
 }
 
 TEST_F(PersistenceTest, ObjectOutlivesTheOperationDuringWhichTheHostReleasesIt) {
@@ -229,6 +263,32 @@ TEST(XMLTag, HandsOutTheFirstElementAndMovesPastIt) {
             EXPECT_EQ(Text(content), isFound ? contentText : characters);
             EXPECT_EQ(Text(attributes), isFound ? attributesText : L"kept");
             EXPECT_EQ(Text(text), isFound && advance != 0 ? restText : characters);
+        }
+    }
+}
+
+TEST(XMLIndex, HidesNothingThatASearchFinds) {
+    const wchar_t* const words[] = {L"<", L"</", L">", L"a", L"b", L" ", L"<a>", L"</a>", L"< a>",
+        L"< /a", L"<a<b>", L"</a</a<b>", L"< <a>", L"<>", L"< a<b>", L"<a<a<b>"};
+    std::mt19937 random(20'261'123);
+    for (int turn = 0; turn < 20'000; ++turn) {
+        const size_t first = random(), count = 2 + random() % std::size(words);
+        std::wstring characters;
+        for (size_t length = random() % 100; characters.size() < length;) {
+            characters += words[(first + random() % count) % std::size(words)];
+        }
+        const HeapText held(characters);
+        CREFString text = held.Ref(), other = text;
+        XMLIndex index;
+        XMLFoundTag tag;
+        const auto take = [&](CREFString& rest, auto&... with) {
+            CREFString attributes, content;
+            const int32_t status = XMLGetTAGGED(rest, tag.m_Text, attributes, content, 1, with...);
+            rest = status < 0 ? tag.m_Rest : rest;
+            return std::tuple(status, rest.m_String, content.m_String, content.m_Length);
+        };
+        while (XMLFindTag(text, tag)) {
+            ASSERT_EQ(take(text, index), take(other)) << testing::PrintToString(characters);
         }
     }
 }

@@ -15,6 +15,7 @@ const Operation kRight = OPERATION(GetLineRight(out, L'.', remove, drop, false))
 const Operation kWhole = OPERATION(GetLineRight(out, L'.', remove, drop, true));
 const Operation kToken = OPERATION(GetFirstWord(out, remove));
 const Operation kSplit = OPERATION(Split(out, &text, CREFString(L",;"), remove));
+const Operation kComma = OPERATION(Split(out, &text, HeapText(L",").Ref(), remove));
 const Operation kWord = OPERATION(GetWord(out, remove, HeapText(L";,").Ref()));
 
 /// What an operation does to a text; `out` is "?" where the out reference is left alone.
@@ -69,7 +70,7 @@ TEST(REFString, WordsEndAtADelimiterOrWithTheirToken) {
         {kWord, 0, 0, L"ab,c", 3, L"ab", L"ab,c"}, {kSplit, 0, 0, L"a;b,c", S_OK, L"a", L";b,c"},
         {kSplit, 0, 0, L",", S_OK, L"", L","}, {kSplit, 1, 0, L"a\tb,c", S_OK, L"a", L"\tb,c"},
         {kSplit, 0, 0, L"a\tb,", S_OK, L"a\tb", L","}, {kSplit, 1, 0, L"a b", kFail, L"a b", L""},
-        {kSplit, 1, 0, L"", kFail, L"", L""}});
+        {kSplit, 1, 0, L"", kFail, L"", L""}, {kComma, 0, 0, L"a;b,c", S_OK, L"a;b", L",c"}});
     const std::tuple<const wchar_t*, int32_t, const wchar_t*, const wchar_t*> tokens[] = {
         {L"-12.5e+3x", S_OK, L"-12.5e+3", L"x"}, {L"12.x", S_OK, L"12", L".x"},
         {L"1e+5", S_OK, L"1", L"e+5"}, {L"1.5E-07", S_OK, L"1.5E-07", L""},
@@ -87,7 +88,8 @@ TEST(REFString, SearchesAndComparisonsStayInsideTheText) {
     const std::tuple<const wchar_t*, const wchar_t*, int32_t, int32_t> cases[] = {
         {L"xab", L"ab", 1, 1}, {L"aab", L"ab", kFail, 0}, // a mismatch is not tried as a new start
         {L"acab", L"ab", 2, 0}, {L"ab", L"abc", kFail, 0}, {L"ab", L"xb", kFail, 1},
-        {L"ab", L"xyz", kFail, kFail}, {L"ab", L"", kFail, kFail}, {L"", L"ab", kFail, kFail}};
+        {L"ab", L"xyz", kFail, kFail}, {L"ab", L"b", 1, 1}, {L"ab", L"", kFail, kFail},
+        {L"", L"ab", kFail, kFail}};
     for (const auto& [text, sought, asText, asSet] : cases) {
         const HeapText heap(text), other(sought);
         EXPECT_EQ(heap.Ref().Contains(other.Ref()), asText) << testing::PrintToString(text);

@@ -48,7 +48,7 @@ TEST_F(XmlFileTest, ElementsAreWrittenAsTheyAreAndRefusedWhenTheyCannotBeRead) {
 TEST_F(XmlFileTest, WhatCannotBeUsedIsRefused) {
     EXPECT_THROW(XmlFile::Load(m_File), DocumentMissing);
     EXPECT_THROW(XmlFile::Make()->Commit(m_Folder / "no/file"), DocumentError);
-    const std::string large(XMLFILE_LARGEST + 1, ' ');
+    const std::string largest(XMLFILE_LARGEST, ' '), large = largest + ' ';
     for (const std::string& bytes : {large, "<A>\xff</A>"s, "\xc3"s, "\xed\xa0\x80"s, "My notes"s,
              "<A>1</A> and more"s, "<a><A>1</A></a>"s, "<A>1"s, "<A>1</B>"s, "<!-- "s}) {
         std::ofstream(m_File) << bytes;
@@ -56,6 +56,8 @@ TEST_F(XmlFileTest, WhatCannotBeUsedIsRefused) {
     }
     EXPECT_THROW(XmlFile::Load(m_Folder / ""), DocumentError);
     EXPECT_THROW(XmlFile::Make()->Commit(m_File), DocumentError) << "nothing is no settings";
+    std::ofstream(m_File) << largest;
+    EXPECT_NO_THROW(XmlFile::Load(m_File));
     std::ofstream(m_File) << "<?xml version=\"1.0\"?>\n<!-- <A> -->\n<A unit=\"px\">1</A><B></B>\n";
     EXPECT_NO_THROW(XmlFile::Load(m_File));
 }

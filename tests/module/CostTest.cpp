@@ -158,6 +158,16 @@ TEST_F(CostTest, EveryOperationMakesSoManyCallsOfTheHostAndNoMore) {
     }
 }
 
+TEST_F(CostTest, RowsFarDownAreReachedFromTheNearestMark) {
+    Show(Branch(10'000, 1), false, true);
+    for (const auto& [position, calls] :
+        std::initializer_list<std::pair<int, Calls>>{{70, {150, 238, 0}}, {5'000, {249, 388, 0}},
+            {5'004, {17, 40, 0}}, {9'990, {533, 814, 0}}, {9'000, {441, 676, 0}}}) {
+        m_Tree->Control(115, position);
+        EXPECT_EQ(CallsOf([&] { Draw(kRect); }), calls) << position;
+    }
+}
+
 TEST_F(CostTest, PicturesAndHitTestsAllocateNothing) {
     for (const bool isVouched : {false, true}) {
         for (const bool isDeep : {false, true}) {

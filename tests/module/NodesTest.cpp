@@ -4,6 +4,27 @@
 
 using NodesTest = TreeTest;
 
+namespace {
+
+/// Notes the numbers that it is given with what is added.
+struct Noting final : HostObject<Noting, SuperCollectionBase> {
+    static constexpr const char* kKind = "Noting";
+    explicit Noting(std::string& log) : m_Log(log) {}
+
+    int32_t AddEntry(IString* name, IString* component, IString* owner, int32_t flags) override {
+        m_Log += Line("entry", {flags}) + "; ";
+        return SuperCollectionBase::AddEntry(name, component, owner, flags);
+    }
+    int32_t InsertItem(int32_t index, int32_t a, IUnknown* item, int32_t b, int32_t c) override {
+        m_Log += Line("item", {index, a, b, c}) + "; ";
+        return SuperCollectionBase::InsertItem(index, a, item, b, c);
+    }
+
+    std::string& m_Log;
+};
+
+} // namespace
+
 TEST_F(NodesTest, BindingShowsTheRootItemsClosedAndLeavesDeeperFlags) {
     Bind("A\n a1\nB");
     Open("A");
@@ -64,6 +85,27 @@ TEST_F(NodesTest, NodesAreInsertedAtARowOrAppendedToTheRootItems) {
         EXPECT_TRUE((Place{m_Root, index}.Item() == inserted->Identity()))
             << "the reference's index is the row";
     }
+    const auto faces = Listener::Make();
+    BindItems({{"A", m_Blind->Identity()}, {"B", faces->Identity()}});
+    const auto face = Query<_IUIRefreshEvent>(faces->Identity());
+    EXPECT_EQ(m_Tree->Insert(face.Get(), item->Identity(), {}, {}, {}), S_OK);
+    EXPECT_TRUE((Place{m_Root, 1}.Item() == item->Identity())) << "it is known by any interface";
+}
+
+TEST_F(NodesTest, CollectionsAreGivenNothingInReservedArguments) {
+    std::string log;
+    m_Tree.Reset();
+    m_Module.reset(); // it keeps what it made its first collection by
+    m_Host->Register(L"SuperCollection", [&](const IID& iid, void** object) {
+        return Noting::Make(log)->QueryInterface(iid, object);
+    });
+    m_Module.emplace("./UITree.so", m_Host->Components());
+    SetUp();
+    SmartPtr<ISuperCollection> pages;
+    As<IUIPropertyPageSpecify>()->GetPages(
+        0, reinterpret_cast<INamedCollection**>(pages.Receive()), nullptr);
+    EXPECT_EQ(m_Tree->put_Node(7, -5, 7, m_Blind->Identity()), S_OK);
+    EXPECT_EQ(log, "entry 0; item 0 0 0 0; ");
 }
 
 TEST_F(NodesTest, MakeNodeVisibleClearsWhatIsNoStateOfAShownNode) {

@@ -32,6 +32,14 @@ private:
     bool m_IsConnected = false;
 };
 
+/// Does something when it goes.
+SmartPtr<Listener> MakeMortal(const std::function<void()>& last) {
+    const std::shared_ptr<void> guard(nullptr, [last](void*) { last(); });
+    auto listener = Listener::Make();
+    listener->m_Reaction = [guard](const Listener::Event&) {};
+    return listener;
+}
+
 } // namespace
 
 TEST_F(ObjectTest, AdviseTakesASinkOfEitherEventOnce) {
@@ -80,18 +88,29 @@ TEST_F(ObjectTest, ControlGivesEverythingBackWhenItGoesInUse) {
     EXPECT_EQ(References(pressed.Get()), 2) << "the collection's and the test's";
 }
 
-TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
-    const auto makeMortal = [](const std::function<void()>& last) {
-        const std::shared_ptr<void> guard(nullptr, [last](void*) { last(); });
-        auto listener = Listener::Make();
-        listener->m_Reaction = [guard](const Listener::Event&) {};
-        return listener;
+TEST_F(ObjectTest, ControlGivesBackLastFirst) {
+    std::string log;
+    const auto makeMortal = [&](const char* name) {
+        return MakeMortal([&log, name] { log += std::string(name) + ' '; });
     };
+    BindItems({{"A", makeMortal("pressed")->Identity()}, {"B", makeMortal("data")->Identity()}});
+    Pointer(1, 3, 0, 5, 5);
+    m_Tree->Clear();
+    m_Root.Reset();
+    As<IParent>()->put_Parent(makeMortal("parent")->Identity());
+    As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal("open")->Identity());
+    As<IUIPropInterrogateEx>()->ControlEx(171, makeMortal("closed")->Identity());
+    As<IEventSource>()->Advise(makeMortal("listener")->Identity(), 1);
+    m_Tree.Reset();
+    EXPECT_EQ(log, "data pressed closed open parent listener ");
+}
+
+TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
     const auto releaseTheControl = [&] { m_Tree.Reset(); };
     auto* source = As<IEventSource>().Get();
     IUnknown* connected = nullptr;
     {
-        const auto listener = makeMortal(releaseTheControl);
+        const auto listener = MakeMortal(releaseTheControl);
         connected = listener->Identity();
         source->Advise(connected, 1);
     }
@@ -100,13 +119,13 @@ TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
 
     SetUp();
     auto* properties = As<IUIPropInterrogateEx>().Get();
-    properties->ControlEx(170, makeMortal(releaseTheControl)->Identity());
+    properties->ControlEx(170, MakeMortal(releaseTheControl)->Identity());
     EXPECT_EQ(properties->ControlEx(170, nullptr), S_OK);
     EXPECT_FALSE(m_Tree);
 
     SetUp();
     const auto touchTheControl = [dying = m_Tree.Get()] { SmartPtr<IUITree>(dying).Reset(); };
-    As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal(touchTheControl)->Identity());
+    As<IUIPropInterrogateEx>()->ControlEx(170, MakeMortal(touchTheControl)->Identity());
     m_Tree.Reset();
 }
 

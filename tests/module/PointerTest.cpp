@@ -27,7 +27,9 @@ public:
         return ++m_Filled;
     }
     int32_t GetContentState(int32_t selector, int32_t* value) override {
-        *value = selector == kState ? m_Filled : -1;
+        if (m_Filled > 0 || selector != kState) { // who says nothing is not filled
+            *value = selector == kState ? m_Filled : -1;
+        }
         return E_FAIL; // of no interest
     }
     int32_t m_Filled = 0;
@@ -70,6 +72,9 @@ TEST_F(PointerTest, EmptyCollectionSaysOpenedStaysClosedAndMayReportItsData) {
     EXPECT_EQ(select.text, "NodeSelect 1 0 1");
     EXPECT_TRUE(select.node == root->Identity());
     EXPECT_EQ(Flags("A"), 0x501);
+    m_Tree->Control(136, 0);
+    SendTo(0, 2);
+    EXPECT_TRUE(Last().node == empty->Identity());
     root->RemoveAll();
 }
 

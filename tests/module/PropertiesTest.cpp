@@ -46,11 +46,20 @@ TEST_F(PropertiesTest, SwitchesReservedAndUnknownNumbersAnswerAsSuch) {
     for (const int id : {104, 116, 136, 0, -1, 999}) {
         EXPECT_EQ(m_Tree->Control(id, 5), id > 100 && id < 999 ? S_OK : E_INVALIDARG) << id;
         EXPECT_EQ(Inquire(id).first, E_INVALIDARG) << id;
+        int32_t range[] = {-1, -1};
+        EXPECT_EQ(Properties()->ParameterRange(id, &range[0], &range[1]), E_INVALIDARG);
+        EXPECT_EQ(std::pair(range[0], range[1]), std::pair(0, 0)) << id;
     }
     Bind("A\nB\nC");
     Draw({0, 0, 50, 22});
     EXPECT_EQ(m_Tree->Control(115, 2), S_OK);
     EXPECT_EQ(Inquire(115), Answer(0x80003, 2));
+    m_Host->Register(L"UIScrollBar", [](const IID&, void**) { return E_FAIL; });
+    SetUp();
+    int32_t position = 7;
+    EXPECT_EQ(Properties()->Inquire(115, &position), 0x80003);
+    EXPECT_EQ(position, 0) << "there is no scroll bar";
+    EXPECT_EQ(m_Tree->Control(115, 2), E_FAIL);
 }
 
 TEST_F(PropertiesTest, IconsAreObjectsThatCanBeTakenReplacedAndReset) {
@@ -81,9 +90,12 @@ TEST_F(PropertiesTest, PageListNamesTheGenericPage) {
     ASSERT_EQ(pages->GetPages(5, out, nullptr), S_OK);
     const auto entry = Query<IHostEntry>(Place{list, 0}.Item().Get());
     ASSERT_TRUE(entry);
-    SmartPtr<IString> component;
-    EXPECT_EQ(entry->GetText(1, component.Receive()), S_OK);
-    EXPECT_EQ(ToUtf8(CREFString(component.Get())), "UIPropPages.UIPropInterrogatePropPage");
+    const char* const texts[] = {"UITree", "UIPropPages.UIPropInterrogatePropPage", "UITree"};
+    for (int i = 0; i < 3; ++i) {
+        SmartPtr<IString> text;
+        EXPECT_EQ(entry->GetText(i, text.Receive()), S_OK);
+        EXPECT_EQ(ToUtf8(CREFString(text.Get())), texts[i]);
+    }
     EXPECT_FALSE((Place{list, 1}.Item())) << "there is one page";
     EXPECT_EQ(pages->GetPages(0, nullptr, nullptr), E_POINTER);
 }

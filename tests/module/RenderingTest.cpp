@@ -2,6 +2,7 @@
 
 #include "framework/Support.h"
 #include "host/text/Text.h"
+#include "uitree/UITreeImpl.h"
 
 #include <cairo.h>
 
@@ -125,14 +126,23 @@ public:
         *object = this;
         return m_Bound ? m_Bound->QueryInterface(iid, object) : E_FAIL;
     }
-    int32_t GetName(int32_t, tagREFString* name) {
-        *name = CREFString(m_Name);
+    int32_t GetName(int32_t kind, tagREFString* name) {
+        *name = CREFString(kind == 0 ? m_Name : nullptr);
         return S_OK;
     }
 
 private:
     const wchar_t* m_Name;
     SmartPtr<IUnknown> m_Object, m_Bound;
+};
+
+/// Does not tell the flag words of its items.
+struct Unreadable final : HostObject<Unreadable, SuperCollectionBase> {
+    static constexpr const char* kKind = "Unreadable";
+    int32_t GetItemFlags(int32_t, int32_t* flags) override {
+        *flags = -1;
+        return E_FAIL;
+    }
 };
 
 using Node = Wrapper<IUINode>;
@@ -223,7 +233,7 @@ TEST_F(RenderingTest, LayoutDecidesWhatIsShown) {
         EXPECT_EQ(m_Status, S_OK);
     }
     for (const int height : {0, -5}) {
-        m_Tree->SetElementSize(0, height);
+        EXPECT_EQ(m_Tree->SetElementSize(0, height), S_OK);
         EXPECT_EQ(Render(), "");
         EXPECT_EQ(m_Status, E_FAIL);
     }
@@ -269,18 +279,54 @@ TEST_F(RenderingTest, WholeRowsAreDrawnFromTheScrollPositionOnBranchesAfterTheir
         EXPECT_EQ(Labels({0, 0, 110, height}), labels) << position << ", " << height;
         EXPECT_EQ(m_Status, S_OK);
     }
+    Bind("A\n a1\n  x\n a2\n  z\nB");
+    for (const char* label : {"A", "a1", "a2"}) {
+        Open(label);
+    }
+    m_Bar->m_Pos = 2;
+    EXPECT_EQ(Labels(), "x z a2 B") << "the drawing ends below and goes on above, twice";
+}
+
+TEST_F(RenderingTest, RowsOfACollectionAreDrawnFromTheCounterUpToTheLimit) {
+    Bind("A\nB");
+    using Operation = int32_t (*)(
+        CUITree*, ISuperCollection*, int32_t, int32_t*, int32_t, UbuntuCanvas*, CANVASRect&);
+    auto* control = static_cast<CUITree*>(m_Tree.Get());
+    const auto render = (*reinterpret_cast<Operation**>(control))[35]; // of the primary table
+    CANVASRect rect = {0, 0, 110, 100};
+    const std::string style = "value 0; color 4934475; ";
+    const std::string a = style + "'A' 30,15,110,15; ", b = style + "'B' 30,30,110,15; ";
+    const std::tuple<int, int, int, int, std::string> cases[] = {{3, 2, S_OK, 3, ""},
+        {2, 2, E_FAIL, 2, ""}, {1, 2, E_FAIL, 2, a}, {1, 3, E_FAIL, 3, a + b},
+        {1, 4, S_OK, 3, a + b}};
+    for (const auto& [before, limit, status, after, log] : cases) {
+        SCOPED_TRACE(testing::Message() << before << " of " << limit);
+        m_Log.clear();
+        int32_t counter = before;
+        EXPECT_EQ(render(control, m_Root.Get(), 0, &counter, limit, &m_Canvas, rect), status);
+        EXPECT_EQ(counter, after);
+        EXPECT_EQ(m_Log, log);
+    }
+    const auto unreadable = Unreadable::Make();
+    unreadable->Append("C", Node::Make(nullptr)->Identity());
+    m_Log.clear();
+    int32_t counter = 0;
+    EXPECT_EQ(render(control, unreadable.Get(), 0, &counter, 2, &m_Canvas, rect), S_OK);
+    EXPECT_EQ(m_Log, style + "'C' 15,0,110,15; ") << "it has no level";
+    EXPECT_EQ(render(control, nullptr, 0, &counter, 2, &m_Canvas, rect), E_FAIL);
+    EXPECT_EQ(render(control, m_Root.Get(), 0, nullptr, 2, &m_Canvas, rect), E_POINTER);
 }
 
 TEST_F(RenderingTest, LabelsComeFromTheNodeThenTheCollectionThenAWord) {
     const auto none = Node::Make(nullptr);
     const auto root = SuperCollection::Make();
-    root->Append("kept", Node::Make(L"own")->Identity());
+    root->Append("kept", Node::Make(L"o")->Identity());
     root->Append("kept", Node::Make(L"")->Identity());
     root->Append("kept", none->Identity());
     root->Append("", none->Identity());
     root->Append({{}, SmartPtr(none->Identity()), {}, 0});
     BindCollection(SmartPtr<ISuperCollection>(root.Get()));
-    EXPECT_EQ(Labels(), "own kept kept  Node");
+    EXPECT_EQ(Labels(), "o kept kept  Node");
 }
 
 TEST_F(RenderingTest, ItemsAreLookedThroughTheirWrappersAndSlidesAreLeaves) {
@@ -299,6 +345,8 @@ TEST_F(RenderingTest, ItemsAreLookedThroughTheirWrappersAndSlidesAreLeaves) {
         {"branch", Node::Make(nullptr, moniker->Identity())->Identity()},
         {"branch", Both::Make(nullptr, nullptr, branch)->Identity()},
         {"branch", Both::Make(nullptr, moniker->Identity(), branch)->Identity()}});
+    IObjectInfo* info = nullptr;
+    EXPECT_EQ(QueryItem(Node::Make(nullptr)->Identity(), IID_IObjectInfo, &info), E_NOINTERFACE);
     EXPECT_EQ(RowCount(), 16) << "four leaves, and six branches with one row below each";
 }
 

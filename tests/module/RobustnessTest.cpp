@@ -73,17 +73,39 @@ TEST_F(RobustnessTest, CollectionWhoseVersionLiesIsShownAsItWasAndHarmsNobody) {
             }
         }
     }
+    for (int i = 0; i < 300; ++i) {
+        root->Append("leaf", nullptr);
+        root->SetItemFlags(i, NODE_VISIBLE | 1);
+    }
+    Draw(rect);
+    m_Tree->Control(115, 250);
+    Draw(rect);
+    for (int i = 0; i < 250; ++i) {
+        root->SetItemFlags(i, 1);
+    }
+    m_Tree->Control(115, 240);
+    EXPECT_EQ(Draw(rect), S_OK) << "what lay before the row that was found last is gone";
+    root->RemoveAll();
     int32_t rows = 0;
     m_Tree->GetContainerSize(nullptr, &rows, nullptr);
     EXPECT_EQ(rows, 300) << "as it was when it was counted";
 }
 
 TEST_F(RobustnessTest, FullMemoryFailsAnOperationAndLeavesTheControlUsable) {
-    Bind("A\n a1\n  x\n a2\nB");
+    std::string outline = "A\n a1\n  x\n a2\nB";
+    for (int level = 1; level < 40; ++level) { // more than lie within a walk
+        outline += '\n' + std::string(size_t(level), ' ') + 'd';
+    }
+    Bind(outline);
     Open("A");
+    Open("B");
+    for (auto above = Query<ISuperCollection>(Item("B").Get()); above;
+         above = Query<ISuperCollection>(Place{above, 0}.Item().Get())) {
+        above->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 2);
+    }
     const auto item = Item("a2");
     const auto listener = Listener::Make();
-    CANVASRect rect = {0, 0, 100, 200};
+    CANVASRect rect = {0, 0, 100, 1000};
     SmartPtr<IUnknown> out;
     const auto pages = [&] { return reinterpret_cast<INamedCollection**>(out.Receive()); };
     const auto source = As<IEventSource>();
