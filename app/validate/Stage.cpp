@@ -85,6 +85,11 @@ std::map<std::string, IID> InterfacesOf(IUnknown* object) {
     return found;
 }
 
+int32_t CountOf(IUnknown* object) {
+    object->AddRef();
+    return object->Release();
+}
+
 bool IsSanitized() {
     return __sanitizer_get_current_allocated_bytes != nullptr;
 }

@@ -72,12 +72,6 @@ void UnknownInterface(Trial& trial) {
     }
 }
 
-/// The count of an object, asked through an interface.
-int32_t CountOf(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
-}
-
 void CountsOfInterfaces(Trial& trial, const Stage& stage) {
     const Candidate candidate(stage);
     const int32_t before = CountOf(candidate.Get());

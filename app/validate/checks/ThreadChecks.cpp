@@ -35,11 +35,6 @@ void RunTogether(const std::vector<std::function<void(int turn)>>& bodies) {
     }
 }
 
-int32_t CountOf(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
-}
-
 /// What counts wrongly for one thread is found elsewhere.
 std::vector<IID> WellCounted(IUnknown* object) {
     std::vector<IID> found;
