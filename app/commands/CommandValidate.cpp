@@ -5,27 +5,43 @@
 
 #include <iomanip>
 #include <iostream>
-#include <regex>
+#include <regex.h>
 #include <unistd.h>
 
 namespace {
 
 using Checks = std::vector<const Check*>;
 
-Checks Matching(const std::string& expression) {
-    Checks matching;
-    try {
-        const std::regex regex(expression);
-        for (const Check* check : AllChecks()) {
-            if (std::regex_search(check->m_Name, regex)) {
-                matching.push_back(check);
-            }
+/// An extended regular expression.
+class Expression {
+public:
+    explicit Expression(const std::string& text) {
+        if (regcomp(&m_Compiled, text.c_str(), REG_EXTENDED | REG_NOSUB) != 0) {
+            throw UsageError("not a regular expression: " + text);
         }
-    } catch (const std::regex_error&) {
-        throw UsageError("not a regular expression: " + expression);
+    }
+    ~Expression() { regfree(&m_Compiled); }
+    Expression(const Expression&) = delete;
+    Expression& operator=(const Expression&) = delete;
+
+    bool IsFoundIn(const char* text) const {
+        return regexec(&m_Compiled, text, 0, nullptr, 0) == 0;
+    }
+
+private:
+    regex_t m_Compiled = {};
+};
+
+Checks Matching(const std::string& text) {
+    Checks matching;
+    const Expression expression(text);
+    for (const Check* check : AllChecks()) {
+        if (expression.IsFoundIn(check->m_Name)) {
+            matching.push_back(check);
+        }
     }
     if (matching.empty()) {
-        throw UsageError("no check matches " + expression);
+        throw UsageError("no check matches " + text);
     }
     return matching;
 }

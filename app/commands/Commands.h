@@ -87,7 +87,7 @@ struct ValidateOptions {
     bool m_AsJson = false;
     std::string m_JUnit; ///< absolute, "" for none
     bool m_InProcess = false;
-    int32_t m_TimeLimit = 60; ///< of each check, in seconds
+    int32_t m_TimeLimit = 300; ///< of each check, in seconds
 };
 
 /// Holds a component of a module to what every module promises, and prints how it did.

@@ -85,8 +85,17 @@ std::map<std::string, IID> InterfacesOf(IUnknown* object) {
     return found;
 }
 
+int32_t CountOf(IUnknown* object) {
+    object->AddRef();
+    return object->Release();
+}
+
+bool IsSanitized() {
+    return __sanitizer_get_current_allocated_bytes != nullptr;
+}
+
 size_t MemoryInUse() {
-    if (__sanitizer_get_current_allocated_bytes != nullptr) {
+    if (IsSanitized()) {
         return __sanitizer_get_current_allocated_bytes();
     }
     const auto info = mallinfo2();

@@ -13,6 +13,11 @@ constexpr int32_t kColor = 0x808080;
 constexpr double kTrackOpacity = 0.10;
 constexpr double kThumbOpacity = 0.46;
 
+/// An edge that would lie beyond all coordinates lies at the last one.
+int32_t Moved(int32_t edge, int64_t distance) {
+    return static_cast<int32_t>(std::min<int64_t>(edge + distance, INT32_MAX));
+}
+
 } // namespace
 
 int32_t ScrollBar::GetPos(int32_t* pos) {
@@ -51,9 +56,8 @@ int32_t ScrollBar::Layout(CANVASRect* area, CANVASRect* bar, CANVASRect* client)
     const int32_t width = shown ? std::min(m_Width, whole.width) : 0;
     const int32_t rest = whole.width - width;
     if (bar) {
-        const auto left =
-            static_cast<int32_t>(std::min<int64_t>(int64_t{whole.left} + rest, INT32_MAX));
-        *bar = shown ? CANVASRect{left, whole.top, width, whole.height} : CANVASRect{};
+        *bar = shown ? CANVASRect{Moved(whole.left, rest), whole.top, width, whole.height}
+                     : CANVASRect{};
     }
     if (client) {
         *client = {whole.left, whole.top, rest, whole.height};
@@ -80,6 +84,6 @@ CANVASRect ScrollBar::ThumbRect(const CANVASRect& track) const {
     const int64_t steps = std::max<int64_t>(RowCount() - 1, 1);
     const int64_t offset = (track.height - height) * (int64_t{m_Pos} - m_Min) / steps;
     const int32_t margin = track.width > 3 * kThumbMargin ? kThumbMargin : 0;
-    return {track.left + margin, static_cast<int32_t>(track.top + offset), track.width - 2 * margin,
+    return {Moved(track.left, margin), Moved(track.top, offset), track.width - 2 * margin,
         static_cast<int32_t>(height)};
 }

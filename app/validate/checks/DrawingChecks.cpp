@@ -118,7 +118,10 @@ struct CanvasState {
 };
 
 void ExpectSame(Trial& trial, const CanvasState& before, const CanvasState& after) {
-    trial.Expect(std::memcmp(&before.m_Matrix, &after.m_Matrix, sizeof(cairo_matrix_t)) == 0,
+    const cairo_matrix_t& was = before.m_Matrix;
+    const cairo_matrix_t& is = after.m_Matrix;
+    trial.Expect(was.xx == is.xx && was.yx == is.yx && was.xy == is.xy && was.yy == is.yy &&
+                     was.x0 == is.x0 && was.y0 == is.y0,
         "the matrix is changed");
     trial.Expect(before.m_Source == after.m_Source, "the source is another one");
     trial.Expect(before.m_Operator == after.m_Operator, "the operator is changed");

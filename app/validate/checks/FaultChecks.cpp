@@ -36,11 +36,6 @@ bool FailMemory(Gate&, size_t first, size_t failing, const std::function<void()>
     return failingNew.HasFailed();
 }
 
-int32_t CountOf(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
-}
-
 /// Creates a component and uses it while something fails; one that could not be made then is made
 /// afterwards. It has to draw when all is well again. Nothing here allocates while memory fails.
 void Live(Aftermath& aftermath, const Stage& stage, Gate& gate, Fault fault, size_t first,

@@ -191,7 +191,6 @@ void Changes(Trial& trial) {
 struct Chain {
     Chain() {
         m_Bottom->Append("leaf", nullptr);
-        m_Top = m_Bottom;
         for (int level = kDepth; level > 0; --level) {
             auto above = SuperCollection::Make();
             above->Append("next", m_Top->Identity());
@@ -207,7 +206,7 @@ struct Chain {
 
     static constexpr int32_t kRows = kDepth + 1;
     SmartPtr<SuperCollection> m_Bottom = SuperCollection::Make();
-    SmartPtr<SuperCollection> m_Top;
+    SmartPtr<SuperCollection> m_Top = m_Bottom;
 };
 
 /// Runs the body in a thread with little stack.

@@ -74,34 +74,30 @@ void Names(Trial& trial) {
     trial.Expect(entries.m_Create(Refer(known), &creator) >= 0 && creator, "its own name is not");
 }
 
-/// A registry that counts the references to it.
-class CountedRegistry final : public HostObject<CountedRegistry, IComponentCollection> {
+/// A registry that has nothing to offer.
+class EmptyRegistry final : public HostObject<EmptyRegistry, IComponentCollection> {
 public:
-    static constexpr const char* kKind = "CountedRegistry";
+    static constexpr const char* kKind = "EmptyRegistry";
 
     int32_t GetItem(int32_t, IUnknown** item) override { return *item = nullptr, E_FAIL; }
     int32_t FindItem(IString*, int32_t*) override { return E_FAIL; }
     int32_t CreateComponent(tagREFString, const IID*, void** object) override {
         return *object = nullptr, E_FAIL;
     }
-    int32_t References() {
-        AddRef();
-        return Release();
-    }
 };
 
 void Registry(Trial& trial) {
     Stage stage(trial.TheSubject());
     const Entries entries(trial.TheSubject());
-    const auto first = CountedRegistry::Make();
-    const auto second = CountedRegistry::Make();
+    const auto first = EmptyRegistry::Make();
+    const auto second = EmptyRegistry::Make();
     const struct {
         IComponentCollection* m_Given;
         int32_t m_First, m_Second; ///< references afterwards
     } steps[] = {{first.Get(), 2, 1}, {first.Get(), 2, 1}, {second.Get(), 1, 2}, {nullptr, 1, 1}};
     for (const auto& [given, firsts, seconds] : steps) {
         trial.Expect(entries.m_Initialize(nullptr, given) >= 0, "a registry is refused");
-        trial.Expect(first->References() == firsts && second->References() == seconds,
+        trial.Expect(CountOf(first->Identity()) == firsts && CountOf(second->Identity()) == seconds,
             "the registry is not held by exactly one reference until the next one comes");
     }
 }
@@ -129,7 +125,7 @@ void Loads(Trial& trial) {
     const size_t after = MemoryInUse();
     const int64_t growth = static_cast<int64_t>(after) - static_cast<int64_t>(before);
     trial.Measure(std::to_string(kLoads) + " loads, " + std::to_string(growth) + " bytes more");
-    trial.Expect(growth < kLoads - kWarmUp, "memory grows with every load");
+    trial.Expect(IsSanitized() || growth < kLoads - kWarmUp, "memory grows with every load");
 }
 
 } // namespace

@@ -16,6 +16,13 @@ namespace {
 constexpr int kCreations = 10'000;
 constexpr int kWarmUp = 100;
 
+std::string Sentence(const std::string& subject, const char* verb, const std::string& object) {
+    std::string text = subject;
+    text += verb;
+    text += object;
+    return text;
+}
+
 /// Every interface that each interface of an object answers, beside those of the object.
 void Answers(Trial& trial) {
     Stage stage(trial.TheSubject());
@@ -28,10 +35,10 @@ void Answers(Trial& trial) {
         trial.Expect(asked && asked.Get() == again.Get(), name + " is another one the next time");
         const auto answered = InterfacesOf(asked.Get());
         for (const auto& [other, otherIID] : interfaces) {
-            trial.Expect(answered.contains(other), name + " does not answer " + other);
+            trial.Expect(answered.contains(other), Sentence(name, " does not answer ", other));
         }
         for (const auto& [other, otherIID] : answered) {
-            trial.Expect(interfaces.contains(other), "only " + name + " answers " + other);
+            trial.Expect(interfaces.contains(other), Sentence(name, " alone answers ", other));
         }
     }
     trial.Measure(std::to_string(interfaces.size()) + " interfaces");
@@ -63,12 +70,6 @@ void UnknownInterface(Trial& trial) {
                 name + " does not answer E_NOINTERFACE and null to what it does not know");
         }
     }
-}
-
-/// The count of an object, asked through an interface.
-int32_t CountOf(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
 }
 
 void CountsOfInterfaces(Trial& trial, const Stage& stage) {
@@ -118,9 +119,8 @@ void Balance(Trial& trial) {
 
 /// What a creation answered.
 struct Creation {
-    explicit Creation(CreatorFunction creator) : m_Object(&m_Identifier) {
-        m_Status = creator(nullptr, &m_Identifier, &m_Object);
-    }
+    explicit Creation(CreatorFunction creator)
+        : m_Object(&m_Identifier), m_Status(creator(nullptr, &m_Identifier, &m_Object)) {}
 
     IID m_Identifier = IID_IUnknown;
     void* m_Object; ///< not null before

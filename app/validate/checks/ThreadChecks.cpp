@@ -18,6 +18,7 @@ constexpr int kTurns = 5'000;
 void RunTogether(const std::vector<std::function<void(int turn)>>& bodies) {
     std::atomic<size_t> ready = 0;
     std::vector<std::thread> threads;
+    threads.reserve(bodies.size());
     for (const auto& body : bodies) {
         threads.emplace_back([&] {
             ++ready;
@@ -32,11 +33,6 @@ void RunTogether(const std::vector<std::function<void(int turn)>>& bodies) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-}
-
-int32_t CountOf(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
 }
 
 /// What counts wrongly for one thread is found elsewhere.
@@ -61,7 +57,8 @@ void References(Trial& trial) {
     const std::vector<std::function<void(int)>> bodies(kThreads, [&](int turn) {
         const IID& iid = interfaces[static_cast<size_t>(turn) % interfaces.size()];
         const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
-        const SmartPtr<IUnknown> held(asked);
+        SmartPtr<IUnknown> held;
+        held = asked.Get();
     });
     RunTogether(bodies);
     trial.Expect(CountOf(candidate.Get()) == before, "the count is not what it was");
@@ -168,18 +165,18 @@ void Binding(Trial& trial) {
         auto* tree = candidate.Need<IUITree>(trial, "tree");
         auto* object = candidate.Need<IRenderableObject>(trial, "picture");
         tree->Control(105, 0); // the default sizes are the host's, too
-        const std::array data = {SharedRows::Make(isVouched), SharedRows::Make(isVouched)};
-        tree->put_Collection(data[0]->Identity());
+        const auto odd = SharedRows::Make(isVouched);
+        const auto even = SharedRows::Make(isVouched);
+        tree->put_Collection(even->Identity());
         std::atomic<int> failures = 0;
-        RunTogether({[&](int turn) {
-                         tree->put_Collection(data[static_cast<size_t>(turn % 2)]->Identity());
-                     },
-            [&](int) {
-                CANVASRect rect{0, 0, 100, 60};
-                SmartPtr<IUnknown> node;
-                failures += object->Render(nullptr, &rect, nullptr, 0) < 0 ? 1 : 0;
-                failures += tree->HitTest(5, 5, &rect, node.Receive()) < 0 ? 1 : 0;
-            }});
+        RunTogether(
+            {[&](int turn) { tree->put_Collection((turn % 2 == 0 ? even : odd)->Identity()); },
+                [&](int) {
+                    CANVASRect rect{0, 0, 100, 60};
+                    SmartPtr<IUnknown> node;
+                    failures += object->Render(nullptr, &rect, nullptr, 0) < 0 ? 1 : 0;
+                    failures += tree->HitTest(5, 5, &rect, node.Receive()) < 0 ? 1 : 0;
+                }});
         trial.Expect(failures == 0, std::to_string(failures) + " pictures or hits failed");
     }
     stage.Unload();
