@@ -348,6 +348,10 @@ TEST_F(RenderingTest, ItemsAreLookedThroughTheirWrappersAndSlidesAreLeaves) {
     IObjectInfo* info = nullptr;
     EXPECT_EQ(QueryItem(Node::Make(nullptr)->Identity(), IID_IObjectInfo, &info), E_NOINTERFACE);
     EXPECT_EQ(RowCount(), 16) << "four leaves, and six branches with one row below each";
+    const auto node = Node::Make(nullptr, Helper::Make(m_Log, "image")->Identity());
+    const auto bound = Moniker::Make(nullptr, nullptr, node->Identity());
+    BindItems({{"A", Node::Make(nullptr, bound->Identity())->Identity()}});
+    EXPECT_TRUE(Drawn().starts_with("image"));
 }
 
 TEST_F(RenderingTest, CollectionInsideItselfIsNotEnteredAgain) {
