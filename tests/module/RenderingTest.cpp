@@ -345,9 +345,19 @@ TEST_F(RenderingTest, ItemsAreLookedThroughTheirWrappersAndSlidesAreLeaves) {
         {"branch", Node::Make(nullptr, moniker->Identity())->Identity()},
         {"branch", Both::Make(nullptr, nullptr, branch)->Identity()},
         {"branch", Both::Make(nullptr, moniker->Identity(), branch)->Identity()}});
-    IObjectInfo* info = nullptr;
-    EXPECT_EQ(QueryItem(Node::Make(nullptr)->Identity(), IID_IObjectInfo, &info), E_NOINTERFACE);
+    const auto query = [](const SmartPtr<Node>& item) {
+        SmartPtr<IObjectInfo> info;
+        return QueryItem(item->Identity(), IID_IObjectInfo, info.Receive());
+    };
+    EXPECT_EQ(query(Node::Make(nullptr)), E_NOINTERFACE);
+    EXPECT_EQ(query(Node::Make(nullptr, leaf)), S_OK);
+    SmartPtr<IObjectInfo> info;
+    EXPECT_EQ(QueryItem(leaf, IID_IObjectInfo, info.Receive()), S_OK);
     EXPECT_EQ(RowCount(), 16) << "four leaves, and six branches with one row below each";
+    const auto node = Node::Make(nullptr, Helper::Make(m_Log, "image")->Identity());
+    const auto bound = Moniker::Make(nullptr, nullptr, node->Identity());
+    BindItems({{"A", Node::Make(nullptr, bound->Identity())->Identity()}});
+    EXPECT_TRUE(Drawn().starts_with("image"));
 }
 
 TEST_F(RenderingTest, CollectionInsideItselfIsNotEnteredAgain) {
