@@ -20,6 +20,7 @@
 
 #include <array>
 #include <limits>
+#include <memory>
 #include <sstream>
 
 namespace {
@@ -159,6 +160,10 @@ private:
     int32_t Keep() {
         const uint8_t how = m_Input.Byte();
         if (how % 2 == 0) {
+            if (!m_Document) {
+                m_Document.reset(new Document(Document::InMemory()));
+                m_Folders = m_Gate.Wrap(m_Document->Root().Get());
+            }
             const auto persist = As<IDataPersist>();
             return how % 4 == 0 ? persist->Save(m_Folders.Get(), 0)
                                 : persist->Load(m_Folders.Get(), 0);
@@ -229,8 +234,8 @@ private:
     StandingClock m_Clock;
     SurfacePtr m_Surface;
     ContextPtr m_Context;
-    Document m_Document = Document::InMemory();
-    SmartPtr<IDataStream> m_Folders = m_Gate.Wrap(m_Document.Root().Get());
+    std::unique_ptr<Document> m_Document; ///< made when first used: it takes longer than the rest
+    SmartPtr<IDataStream> m_Folders;
     SmartPtr<IDataStream> m_Text = m_Gate.Wrap(static_cast<IDataStream*>(XmlFile::Make().Get()));
     SmartPtr<SuperCollection> m_Blind = SuperCollection::Make();
     SmartPtr<ISuperCollection> m_Data;

@@ -48,7 +48,7 @@ std::wstring_view Shortened(tagREFString text) {
 
 } // namespace
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(FINDS_LEAKS)
 /// Fontconfig keeps its configuration until the process ends; that is not ours to release.
 extern "C" MODULE_EXPORT const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {
