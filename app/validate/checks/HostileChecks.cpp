@@ -30,23 +30,38 @@ void Suffer(Trial& trial, const std::string& name, const Stage& stage, const Col
     trial.Expect(scenario.Draws(candidate.Get()), "after " + name + " it does not draw any more");
 }
 
+/// Collections that each hold the next, and the last one the first.
+class Ring {
+public:
+    explicit Ring(size_t length) : m_Collections(length) {
+        for (auto& each : m_Collections) {
+            each = SuperCollection::Make();
+        }
+        for (size_t i = 0; i < length; ++i) {
+            m_Collections[i]->Append("next", m_Collections[(i + 1) % length]->Identity());
+            m_Collections[i]->Append("leaf", nullptr);
+            m_Collections[i]->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+        }
+    }
+    ~Ring() {
+        for (const auto& each : m_Collections) {
+            each->RemoveAll(); // it would hold itself, also when a check has ended early
+        }
+    }
+    Ring(const Ring&) = delete;
+
+    Collection First() const { return Shared(m_Collections.front()); }
+
+private:
+    std::vector<SmartPtr<SuperCollection>> m_Collections;
+};
+
 void Rings(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     for (size_t length = 1; length <= 3; ++length) {
-        std::vector<SmartPtr<SuperCollection>> ring(length);
-        for (auto& each : ring) {
-            each = SuperCollection::Make();
-        }
-        for (size_t i = 0; i < length; ++i) {
-            ring[i]->Append("next", ring[(i + 1) % length]->Identity());
-            ring[i]->Append("leaf", nullptr);
-            ring[i]->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
-        }
-        Suffer(trial, "a ring of " + std::to_string(length), stage, Shared(ring[0]));
-        for (const auto& each : ring) {
-            each->RemoveAll(); // it would hold itself
-        }
+        const Ring ring(length);
+        Suffer(trial, "a ring of " + std::to_string(length), stage, ring.First());
     }
     const auto parents = SuperCollection::Make();
     const auto child = DataOf("x\ny\n");
