@@ -62,12 +62,17 @@ void AddTheme(CLI::App* command, std::string& theme) {
     command->add_option("--theme", theme, "The colours")->check(CLI::IsMember(ThemeNames()));
 }
 
+void AddScale(CLI::App* command, double& scale, const std::string& help) {
+    command->add_option("--scale", scale, help)->check(CLI::Range(1.0, 4.0));
+}
+
 void AddShot(CLI::App& app, ShotOptions& options) {
     CLI::App* command = app.add_subcommand("shot", "Draw the tree to a PNG file");
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
     command->add_option("--out", options.m_Out, "The file to write, - for standard output")
         ->capture_default_str();
     command->add_option("--size", options.m_Size, "WIDTHxHEIGHT in pixels")->capture_default_str();
+    AddScale(command, options.m_Scale, "The picture's pixels along one of the size's");
     command->add_option("--scroll", options.m_Scroll, "The first row shown, from 0")
         ->check(CLI::Range(0, INT32_MAX));
     command
@@ -88,6 +93,8 @@ void AddRun(CLI::App& app, WindowOptions& options) {
     CLI::App* command = app.add_subcommand("run", "Show the tree in a window");
     command->add_option("PATH", options.m_Path, kPathHelp)->required();
     command->add_option("--size", options.m_Size, "WIDTHxHEIGHT in pixels")->capture_default_str();
+    AddScale(
+        command, options.m_Scale, "The display's pixels along one of the size's, else its own");
     command->add_flag("--record", options.m_Record, "Print what replay prints of a script");
     AddFile(command, "--document", options.m_Document,
         "The document that keeps the settings; saved when the window closes");

@@ -51,7 +51,7 @@ private:
 } // namespace
 
 void RunWindow(const WindowOptions& options) {
-    const Size size = ParseSize(options.m_Size);
+    const Size size = ParseSize(options.m_Size, options.m_Scale);
     const TreeView view(options.m_Path, 0, options.m_Kind);
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);

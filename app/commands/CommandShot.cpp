@@ -28,7 +28,7 @@ void OpenRows(const TreeView& view, const std::vector<int32_t>& rows) {
 } // namespace
 
 void RunShot(const ShotOptions& options) {
-    const Size size = ParseSize(options.m_Size);
+    const Size size = ParseSize(options.m_Size, options.m_Scale);
     if (options.m_Out.empty()) {
         throw UsageError("--out: a file name is missing");
     }

@@ -13,6 +13,7 @@ struct ShotOptions {
     std::string m_Path;             ///< of a folder or an outline, or "-"
     std::string m_Out = "tree.png"; ///< relative to where the command was called, or "-"
     std::string m_Size = "480x640"; ///< in pixels
+    double m_Scale = 1;             ///< the picture's pixels along one of these
     int32_t m_Scroll = 0;           ///< the first row shown
     std::vector<int32_t> m_Open;    ///< rows to open, one after the other
     int32_t m_Depth = 0;            ///< levels to open
@@ -38,6 +39,7 @@ void RunReplay(const ReplayOptions& options);
 struct WindowOptions {
     std::string m_Path;
     std::string m_Size = "480x640";
+    double m_Scale = 0;     ///< the display's pixels along one of these; 0 for its own choice
     bool m_Record = false;  ///< print what replay prints
     std::string m_Document; ///< the settings, loaded if there are any, and saved; as for a shot
     std::string m_Theme;    ///< as for a shot

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 
@@ -58,8 +59,8 @@ void DrawTree(
 
 } // namespace
 
-Size ParseSize(const std::string& text) {
-    Size size;
+Size ParseSize(const std::string& text, double scale) {
+    Size size{.m_Scale = scale};
     const char* place = text.data();
     const char* end = place + text.size();
     const bool isSize = ReadSide(place, end, size.m_Width) && place != end && *place++ == 'x' &&
@@ -72,7 +73,12 @@ Size ParseSize(const std::string& text) {
 }
 
 SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights& highlights) {
-    SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.m_Width, size.m_Height));
+    const auto toDisplay = [&size](int32_t side) {
+        return static_cast<int32_t>(std::ceil(side * size.m_Scale));
+    };
+    SurfacePtr surface(cairo_image_surface_create(
+        CAIRO_FORMAT_RGB24, toDisplay(size.m_Width), toDisplay(size.m_Height)));
+    cairo_surface_set_device_scale(surface.get(), size.m_Scale, size.m_Scale);
     const ContextPtr context(cairo_create(surface.get()));
     UbuntuCanvas canvas{context.get()};
     const int32_t panelWidth = panel ? Panel::WidthIn(size.m_Width) : 0;

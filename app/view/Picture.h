@@ -9,18 +9,20 @@
 #include <string>
 #include <vector>
 
-/// In pixels.
+/// In the control's pixels, of which each may be several of the display's.
 struct Size {
     int32_t m_Width = 0;
     int32_t m_Height = 0;
+    double m_Scale = 1; ///< the display's pixels along a side of one of the control's
 
     bool operator==(const Size&) const = default;
 };
 
 /// Reads WIDTHxHEIGHT. Throws UsageError.
-Size ParseSize(const std::string& text);
+Size ParseSize(const std::string& text, double scale = 1);
 
-/// The control drawn on its paper, with a panel at its right when there is one.
+/// The control drawn on its paper, with a panel at its right when there is one, in the display's
+/// pixels.
 SurfacePtr DrawPicture(
     IUITree* tree, Size size, Panel* panel = nullptr, const Highlights& highlights = {});
 

@@ -24,7 +24,7 @@ void TreeWindow::Handle(const SDL_Event& event) {
     if (HandleKey(event) || HandlePanelFinger(event)) {
         return;
     }
-    for (const Input& input : m_Input.Translate(event, m_Window.GetSize())) {
+    for (const Input& input : m_Input.Translate(event, m_Window.GetSize(), m_Window.PerStep())) {
         if (!HandlePanelPointer(input)) {
             m_Session.Feed(input);
         }
@@ -105,8 +105,9 @@ bool TreeWindow::IsOnPanel(double x) const {
 }
 
 Size TreeWindow::TreeSize() const {
-    const Size size = m_Window.GetSize();
-    return {size.m_Width - (m_Panel ? Panel::WidthIn(size.m_Width) : 0), size.m_Height};
+    Size size = m_Window.GetSize();
+    size.m_Width -= m_Panel ? Panel::WidthIn(size.m_Width) : 0;
+    return size;
 }
 
 /// Draws only what changed, and shows it again when the window asks for that.

@@ -44,7 +44,13 @@ void Start() {
 
 uint32_t WindowFlags() {
     const bool isConsole = std::string_view(SDL_GetCurrentVideoDriver()) == "KMSDRM";
-    return isConsole ? SDL_WINDOW_FULLSCREEN_DESKTOP : SDL_WINDOW_RESIZABLE;
+    return SDL_WINDOW_ALLOW_HIGHDPI |
+           (isConsole ? SDL_WINDOW_FULLSCREEN_DESKTOP : SDL_WINDOW_RESIZABLE);
+}
+
+/// A side of a window, in steps of the pointer where the display has a scale of its own.
+int32_t Side(int32_t side, double scale) {
+    return scale > 0 ? static_cast<int32_t>(side * scale) : side;
 }
 
 void Check(bool isDone, const char* what) {
@@ -55,10 +61,10 @@ void Check(bool isDone, const char* what) {
 
 } // namespace
 
-Window::Window(const std::string& title, Size size) {
+Window::Window(const std::string& title, Size size) : m_Scale(size.m_Scale) {
     Start();
     m_Window.reset(SDL_CreateWindow(title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
-        size.m_Width, size.m_Height, WindowFlags()));
+        Side(size.m_Width, m_Scale), Side(size.m_Height, m_Scale), WindowFlags()));
     if (!m_Window) {
         const std::string error = SDL_GetError();
         SDL_Quit();
@@ -76,9 +82,19 @@ void Window::Closer::operator()(SDL_Window* window) const {
 }
 
 Size Window::GetSize() const {
-    Size size;
-    SDL_GetWindowSize(m_Window.get(), &size.m_Width, &size.m_Height);
-    return size;
+    int width = 0;
+    int height = 0;
+    SDL_GetWindowSizeInPixels(m_Window.get(), &width, &height);
+    const double scale = m_Scale > 0 ? m_Scale : Density();
+    return {static_cast<int32_t>(width / scale), static_cast<int32_t>(height / scale), scale};
+}
+
+double Window::Density() const {
+    int steps = 0;
+    int pixels = 0;
+    SDL_GetWindowSize(m_Window.get(), &steps, nullptr);
+    SDL_GetWindowSizeInPixels(m_Window.get(), &pixels, nullptr);
+    return steps > 0 && pixels > 0 ? double(pixels) / steps : 1;
 }
 
 void Window::Show(cairo_surface_t* picture) {

@@ -16,13 +16,15 @@ struct NoDisplay : std::runtime_error {
 /// The program's window, on X11, Wayland or the bare console. One at a time.
 class Window {
 public:
-    /// Throws NoDisplay.
+    /// The size's scale is what to draw in, 0 for the display's own. Throws NoDisplay.
     Window(const std::string& title, Size size);
     ~Window();
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
     Size GetSize() const;
+    /// How many of the control's pixels a step of the system's pointer is.
+    double PerStep() const { return Density() / GetSize().m_Scale; }
     /// Copies a picture, made with DrawPicture, to the window.
     void Show(cairo_surface_t* picture);
 
@@ -31,5 +33,9 @@ private:
         void operator()(SDL_Window* window) const;
     };
 
+    /// How many of the display's pixels are along a step of the system's pointer.
+    double Density() const;
+
     std::unique_ptr<SDL_Window, Closer> m_Window;
+    double m_Scale; ///< 0 for the display's own
 };

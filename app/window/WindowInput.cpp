@@ -12,7 +12,7 @@ int32_t HeldKeys() {
 
 /// A press and a release carry their own button only: to the control a secondary press is one with
 /// no other button.
-std::vector<Input> TranslateButton(const SDL_MouseButtonEvent& event) {
+std::vector<Input> TranslateButton(const SDL_MouseButtonEvent& event, double perStep) {
     const int32_t state = event.button == SDL_BUTTON_LEFT    ? POINTERSTATE_PRIMARY
                           : event.button == SDL_BUTTON_RIGHT ? POINTERSTATE_SECONDARY
                                                              : 0;
@@ -21,13 +21,14 @@ std::vector<Input> TranslateButton(const SDL_MouseButtonEvent& event) {
     }
     const int32_t action =
         event.type == SDL_MOUSEBUTTONDOWN ? POINTERACTION_PRESS : POINTERACTION_RELEASE;
-    return {PointerInput{state, action, HeldKeys(), double(event.x), double(event.y)}};
+    return {PointerInput{state, action, HeldKeys(), event.x * perStep, event.y * perStep}};
 }
 
-std::vector<Input> TranslateMotion(const SDL_MouseMotionEvent& event) {
+std::vector<Input> TranslateMotion(const SDL_MouseMotionEvent& event, double perStep) {
     const int32_t state = ((event.state & SDL_BUTTON_LMASK) != 0 ? POINTERSTATE_PRIMARY : 0) |
                           ((event.state & SDL_BUTTON_RMASK) != 0 ? POINTERSTATE_SECONDARY : 0);
-    return {PointerInput{state, POINTERACTION_MOVE, HeldKeys(), double(event.x), double(event.y)}};
+    return {
+        PointerInput{state, POINTERACTION_MOVE, HeldKeys(), event.x * perStep, event.y * perStep}};
 }
 
 template <class Meaning>
@@ -67,15 +68,15 @@ std::optional<PanelKey> PanelKeyOf(int32_t code) {
     return MeaningOf(code, kPanelKeys);
 }
 
-std::vector<Input> WindowInput::Translate(const SDL_Event& event, Size size) {
+std::vector<Input> WindowInput::Translate(const SDL_Event& event, Size size, double perStep) {
     switch (event.type) {
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP:
-        return TranslateButton(event.button);
+        return TranslateButton(event.button, perStep);
     case SDL_MOUSEMOTION:
-        return TranslateMotion(event.motion);
+        return TranslateMotion(event.motion, perStep);
     case SDL_MOUSEWHEEL:
-        return TranslateWheel(event);
+        return TranslateWheel(event, perStep);
     case SDL_FINGERDOWN:
     case SDL_FINGERMOTION:
     case SDL_FINGERUP:
@@ -90,14 +91,14 @@ std::vector<Input> WindowInput::Translate(const SDL_Event& event, Size size) {
 }
 
 /// The system counts away from the user as positive.
-std::vector<Input> WindowInput::TranslateWheel(const SDL_Event& event) {
+std::vector<Input> WindowInput::TranslateWheel(const SDL_Event& event, double perStep) {
     const Wheel::Turn turn = m_Wheel.Add(-double(event.wheel.preciseY), event.wheel.timestamp);
     if (turn.m_Distance == 0) {
         return {};
     }
     const int32_t state = POINTERSTATE_WHEEL | (turn.m_IsFast ? POINTERSTATE_FAST : 0);
-    return {PointerInput{state, POINTERACTION_MOVE, turn.m_Distance, double(event.wheel.mouseX),
-        double(event.wheel.mouseY)}};
+    return {PointerInput{state, POINTERACTION_MOVE, turn.m_Distance, event.wheel.mouseX * perStep,
+        event.wheel.mouseY * perStep}};
 }
 
 std::vector<Input> WindowInput::TranslateFinger(const SDL_Event& event, Size size) {

@@ -13,11 +13,12 @@ std::optional<PanelKey> PanelKeyOf(int32_t code);
 /// Makes input for the control of the window system's events.
 class WindowInput {
 public:
-    /// `size` is the window's. Empty for events that are no input.
-    std::vector<Input> Translate(const SDL_Event& event, Size size);
+    /// `size` is the window's, `perStep` how many of the control's pixels a step of the pointer is.
+    /// Empty for events that are no input.
+    std::vector<Input> Translate(const SDL_Event& event, Size size, double perStep);
 
 private:
-    std::vector<Input> TranslateWheel(const SDL_Event& event);
+    std::vector<Input> TranslateWheel(const SDL_Event& event, double perStep);
     std::vector<Input> TranslateFinger(const SDL_Event& event, Size size);
 
     Wheel m_Wheel;

@@ -2,11 +2,30 @@
 #include "app/settings/Palette.h"
 #include "tests/support/TreeTest.h"
 
-// What the host draws beneath the rows.
+#include "host/data/Expansion.h"
+
+#include <cstdlib>
+
+// What the host draws: beneath the rows, and beside their texts.
 
 namespace {
 
 constexpr Size kFourRows{200, 4 * 22};
+
+/// Row by row; of a picture that has none, nothing.
+std::string PixelsOf(cairo_surface_t* picture) {
+    const int width = cairo_image_surface_get_width(picture);
+    std::string pixels = std::to_string(width) + ':';
+    for (int y = 0; y < cairo_image_surface_get_height(picture); ++y) {
+        const auto* row = reinterpret_cast<const uint32_t*>(
+            cairo_image_surface_get_data(picture) +
+            ptrdiff_t{y} * cairo_image_surface_get_stride(picture));
+        for (int x = 0; x < width; ++x) {
+            pixels += std::to_string(row[x] & 0xFFFFFF) + ' ';
+        }
+    }
+    return pixels;
+}
 
 class PictureTest : public TreeTest {
 protected:
@@ -57,5 +76,27 @@ TEST_F(PictureTest, SelectedAndPointedRowsHaveBandsInEveryTheme) {
         EXPECT_TRUE(pointed[2] != paper && pointed[2] != band) << theme;
         Point(80, POINTERACTION_MOVE, 0);
         EXPECT_EQ(RowColors(), selected) << "below the last row";
+    }
+}
+
+/// Without texts, which each machine's fonts draw in their own way. UPDATE_PICTURES=1 in the
+/// environment draws the references anew, to be looked at.
+TEST_F(PictureTest, OpenersPicturesBandsAndBarAreDrawnAsTheyWereLookedAt) {
+    Bind("\u00a0\n \u00a0\n  \u00a0\n\u00a0\n \u00a0\n\u00a0\n\u00a0");
+    OpenLevels(m_Root.Get(), 1);
+    m_Tree->SelectNode(3, SELECT_ABSOLUTE | SELECT_CURRENT);
+    Point(30, POINTERACTION_MOVE, 0);
+    for (const std::string theme : {"light", "dark"}) {
+        ApplyTheme(m_Tree.Get(), theme);
+        for (const int32_t scale : {1, 2}) {
+            const std::string file = PICTURES "/" + theme + std::to_string(scale) + ".png";
+            const Size size{100, 88, double(scale)};
+            const auto picture = DrawPicture(m_Tree.Get(), size, nullptr, m_Session->Marked());
+            if (std::getenv("UPDATE_PICTURES")) {
+                WritePicture(picture.get(), file, file);
+            }
+            const SurfacePtr reference(cairo_image_surface_create_from_png(file.c_str()));
+            EXPECT_TRUE(PixelsOf(picture.get()) == PixelsOf(reference.get())) << file;
+        }
     }
 }

@@ -73,6 +73,8 @@ TEST_F(TreehostTest, ShotOpeningScrollingAndEmptinessChangeThePicture) {
     EXPECT_EQ(shot("--depth 1"), shot("--open 0 --open 3"));
     EXPECT_NE(closed, shot("--page"));
     EXPECT_NE(closed, shot("--size 200x150"));
+    EXPECT_NE(shot("--size 960x1280"), shot("--scale 2"));
+    EXPECT_EQ(shot("--size 200x150 --scale 1"), shot("--size 200x150"));
 }
 
 TEST_F(TreehostTest, InfoTellsInterfacesAndParametersToPeopleAndPrograms) {
@@ -169,11 +171,12 @@ TEST_F(TreehostTest, WrongUsageIsOneLineAndStatus2) {
         "rows - --depth -1", "shot - --size 0x0", "shot - --size 100", "shot - --size 5x5x5",
         "shot - --size -5x5", "shot - --size 99999999999x5", "shot - --scroll 99999999999",
         "shot - --scroll x", "shot - --open 7", "shot - --open -1", "shot - --open 0 --open 1",
-        "shot - --out ''", "run nowhere", "replay - -", "replay tree", "replay tree nowhere",
-        "replay nowhere -", "replay tree - --size 5", "replay tree - --shots ''", "settings --set",
-        "settings --set bogus=1", "settings --set ElementHeight", "settings --set =1",
-        "settings --set 4=x", "settings --set 4=7", "settings --set 4=2147483647",
-        "settings --set 105=2", "settings --document a --xml ./a --set 4=3",
+        "shot - --out ''", "shot - --scale 0", "run . --scale 5", "run nowhere", "replay - -",
+        "replay tree", "replay tree nowhere", "replay nowhere -", "replay tree - --size 5",
+        "replay tree - --shots ''", "settings --set", "settings --set bogus=1",
+        "settings --set ElementHeight", "settings --set =1", "settings --set 4=x",
+        "settings --set 4=7", "settings --set 4=2147483647", "settings --set 105=2",
+        "settings --document a --xml ./a --set 4=3",
         "settings --list --set TextColor=#123456 --set OpenIcon=x", "settings --document nowhere",
         "settings --xml nowhere --list", "settings --xml ''", "shot - --document nowhere",
         "shot - --document ''", "run tree --document ''", "validate", "validate ''",

@@ -73,8 +73,8 @@ protected:
         std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
         // The system's own libraries keep what they allocate.
         m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
-                         "run '" + (m_Folder / "tree").string() +
-                         "' --size 200x88 --record --document '" + m_Settings + "'");
+                         "run '" + (m_Folder / "tree").string() + "' --size 200x88" + m_Scale +
+                         " --record --document '" + m_Settings + "'");
         Do("search --sync --onlyvisible --name '^treehost' windowmove --sync %1 0 0 "
            "windowfocus --sync %1");
     }
@@ -91,11 +91,26 @@ protected:
 
     TemporaryFolder m_Folder;
     std::string m_Settings = m_Folder / "settings";
+    std::string m_Scale;
     std::optional<Program> m_Server;
     std::optional<Program> m_Window;
 };
 
+class ScaledWindowTest : public WindowTest {
+protected:
+    ScaledWindowTest() { m_Scale = " --scale 2"; }
+};
+
 } // namespace
+
+TEST_F(ScaledWindowTest, PixelThatIsHitIsThePixelThatIsSeen) {
+    Expect("mousemove 22 22 click 1", "action=opened node=\"A\"");
+    Expect("mousemove 120 90", "move 60 45 -> ");
+    Expect("click 1", "node=\"a2\"");
+    Expect("mousemove 380 10 mousedown 1", "press 190 5 -> 0");
+    Do("mouseup 1 key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
 
 TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
     Expect("mousemove 11 11 click 1", "action=opened node=\"A\"");
