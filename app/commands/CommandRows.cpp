@@ -3,8 +3,6 @@
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
-#include <algorithm>
-#include <cwctype>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -26,13 +24,6 @@ ShownRow Describe(ISuperCollection* collection, int32_t index, int32_t flags) {
     return {std::wstring(ViewOf(CREFString(name.Get()))),
         static_cast<size_t>(level > 0 ? level - 1 : 0),
         static_cast<bool>(CollectionBelow(collection, index)), (flags & NODE_EXPANDED) != 0};
-}
-
-std::wstring Lowered(std::wstring text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](wchar_t character) {
-        return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(character)));
-    });
-    return text;
 }
 
 std::string TextOf(const ShownRow& row) {

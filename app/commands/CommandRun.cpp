@@ -57,8 +57,7 @@ void RunWindow(const WindowOptions& options) {
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window(view.Control(), "treehost " + options.m_Path, size,
-            options.m_Record ? std::cout : silence);
+        TreeWindow window(view, options.m_Path, size, options.m_Record ? std::cout : silence);
         window.Run();
     } catch (const NoDisplay& error) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +

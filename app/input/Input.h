@@ -42,6 +42,7 @@ enum class Key : int32_t {
     kLeft,
     kEnter,
     kBackspace,
+    kEscape,
     kPlus,
     kMinus,
     kAsterisk
@@ -65,8 +66,9 @@ constexpr Word kKeyWords[] = {{"up", int32_t(Key::kUp)}, {"down", int32_t(Key::k
     {"page-up", int32_t(Key::kPageUp)}, {"page-down", int32_t(Key::kPageDown)},
     {"home", int32_t(Key::kHome)}, {"end", int32_t(Key::kEnd)}, {"right", int32_t(Key::kRight)},
     {"left", int32_t(Key::kLeft)}, {"enter", int32_t(Key::kEnter)},
-    {"backspace", int32_t(Key::kBackspace)}, {"plus", int32_t(Key::kPlus)},
-    {"minus", int32_t(Key::kMinus)}, {"asterisk", int32_t(Key::kAsterisk)}};
+    {"backspace", int32_t(Key::kBackspace)}, {"escape", int32_t(Key::kEscape)},
+    {"plus", int32_t(Key::kPlus)}, {"minus", int32_t(Key::kMinus)},
+    {"asterisk", int32_t(Key::kAsterisk)}};
 
 /// The input as a line of a script.
 std::string ToText(const Input& input);

@@ -129,6 +129,10 @@ int32_t Keyboard::Type(std::string_view utf8, int32_t rowsShown) {
     return GoTo(RowLabelled(m_Tree, m_TypeAhead.Prefix(), from).m_Number, rowsShown);
 }
 
+bool Keyboard::IsTyping() const {
+    return m_TypeAhead.IsPending(Milliseconds());
+}
+
 int32_t Keyboard::GoTo(int32_t row, int32_t rowsShown) {
     if (row < 0 || row >= CountRows(m_Tree)) {
         return S_FALSE;

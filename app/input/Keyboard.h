@@ -30,6 +30,8 @@ public:
     /// selected row on and then from the first. Folders are not opened for it. '+', '-' and '*' are
     /// keys where they do not go on with something. S_FALSE when there is none.
     int32_t Type(std::string_view utf8, int32_t rowsShown);
+    /// Whether letters were typed so lately that the next ones go on with them.
+    bool IsTyping() const;
 
     /// Makes a row the only selected one and brings it into view. S_FALSE when there is no such
     /// row.

@@ -1,5 +1,7 @@
 #include "app/replay/Session.h"
 
+#include "host/text/Text.h"
+
 #include <algorithm>
 
 namespace {
@@ -68,13 +70,49 @@ int32_t Session::Perform(const TouchInput& input) {
 }
 
 int32_t Session::Perform(const KeyInput& input) {
+    if (!m_Search && input.m_Key == Key::kEscape) {
+        return S_FALSE;
+    }
     PrepareForKeys();
-    return m_Keyboard.Press(input.m_Key, RowsShown());
+    return m_Search ? PressInSearch(input.m_Key) : m_Keyboard.Press(input.m_Key, RowsShown());
+}
+
+int32_t Session::PressInSearch(Key key) {
+    switch (key) {
+    case Key::kDown:
+    case Key::kEnter:
+        return SearchIn(Search::Direction::kForwards);
+    case Key::kUp:
+        return SearchIn(Search::Direction::kBackwards);
+    case Key::kBackspace:
+        if (m_Search->Erase()) {
+            return SearchIn(Search::Direction::kStay);
+        }
+        m_Search.reset();
+        return S_OK;
+    default:
+        m_Search.reset();
+        return key == Key::kEscape ? S_OK : m_Keyboard.Press(key, RowsShown());
+    }
+}
+
+int32_t Session::SearchIn(Search::Direction direction) {
+    const Row found = m_Search->Find(direction);
+    return m_Keyboard.GoTo(found.m_Number, RowsShown());
 }
 
 int32_t Session::Perform(const TypedInput& input) {
     PrepareForKeys();
-    return m_Keyboard.Type(input.m_Text, RowsShown());
+    std::string_view text = input.m_Text;
+    if (!m_Search && text.starts_with('/') && !m_Keyboard.IsTyping()) {
+        m_Search.emplace(m_Tree);
+        text.remove_prefix(1);
+    }
+    if (!m_Search) {
+        return m_Keyboard.Type(text, RowsShown());
+    }
+    m_Search->Add(ToWide(text));
+    return SearchIn(Search::Direction::kStay);
 }
 
 void Session::PrepareForKeys() {

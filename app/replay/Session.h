@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/input/Keyboard.h"
+#include "app/input/Search.h"
 #include "app/replay/EventLog.h"
 #include "app/view/Backdrop.h"
 #include "app/view/Picture.h"
@@ -31,6 +32,10 @@ public:
 
     void Feed(const Input& input);
 
+    /// What is searched for; none unless a search was begun by typing '/'. Letters go on with it,
+    /// down, enter and up go to the next and to the previous item found, and any other key ends it.
+    const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
+
     /// The rows to mark beside the selected ones.
     Highlights Marked() const;
     /// The pointer is elsewhere now.
@@ -51,6 +56,8 @@ private:
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
     void PrepareForKeys();
+    int32_t PressInSearch(Key key);
+    int32_t SearchIn(Search::Direction direction);
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
     std::optional<int32_t> PointedRow() const;
@@ -60,6 +67,7 @@ private:
     Size m_Size;
     std::ostream& m_Record;
     Keyboard m_Keyboard;
+    std::optional<Search> m_Search;
     std::optional<double> m_PointerY; ///< where the pointer is, while it is on the control
     bool m_IsKeyUsed = false;         ///< and not the pointer
     SmartPtr<EventLog> m_Log;

@@ -1,9 +1,7 @@
 #include "app/settings/PanelPicture.h"
 
-#include "framework/interfaces/DrawingInterfaces.h"
-#include "framework/runtime/Components.h"
+#include "app/view/LabelPainter.h"
 #include "host/drawing/Cairo.h"
-#include "host/text/Text.h"
 
 namespace {
 
@@ -19,7 +17,7 @@ public:
 
     void Draw(const Panel& panel) {
         FillRect(m_Canvas.m_Context, m_Rect, Shade(7));
-        DrawText(panel.Hint(), Shade(65), LineRect(0, 0, 100));
+        m_Labels.Draw(panel.Hint(), Shade(65), LineRect(0, 0, 100));
         for (const Panel::Line& line : panel.Lines()) {
             DrawLine(line);
         }
@@ -37,8 +35,8 @@ private:
                 m_Palette.m_Paper);
         }
         const int32_t color = line.m_IsChosen ? m_Palette.m_Text : Shade(90);
-        DrawText(line.m_Name, color, LineRect(line.m_Top, 0, kNameShare));
-        DrawText(line.m_Value + (line.m_IsEdited ? "|" : ""),
+        m_Labels.Draw(line.m_Name, color, LineRect(line.m_Top, 0, kNameShare));
+        m_Labels.Draw(line.m_Value + (line.m_IsEdited ? "|" : ""),
             line.m_IsRejected ? kRejectedColor : color, LineRect(line.m_Top, kNameShare, 100));
     }
 
@@ -48,18 +46,10 @@ private:
             m_Rect.width * (end - begin) / 100 - kMargin, Panel::kLineHeight};
     }
 
-    void DrawText(const std::string& text, int32_t color, CANVASRect rect) {
-        if (m_Renderer && m_Style) {
-            m_Style->SetColor(color);
-            m_Renderer->DrawText(m_Style.Get(), Refer(ToWide(text)), &m_Canvas, &rect, 0, 0);
-        }
-    }
-
     UbuntuCanvas& m_Canvas;
     CANVASRect m_Rect;
     Palette m_Palette;
-    SmartPtr<IPMRenderer> m_Renderer = CreateHostObject<IPMRenderer>("PMRenderer");
-    SmartPtr<IPMRenderStyle> m_Style = CreateHostObject<IPMRenderStyle>("PMRenderStyle");
+    LabelPainter m_Labels{m_Canvas};
 };
 
 } // namespace

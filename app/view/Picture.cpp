@@ -3,6 +3,7 @@
 #include "app/UsageError.h"
 #include "app/settings/Palette.h"
 #include "app/settings/PanelPicture.h"
+#include "app/view/StatusLine.h"
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
 #include "host/drawing/NotedTexts.h"
@@ -72,7 +73,8 @@ Size ParseSize(const std::string& text, double scale) {
     return size;
 }
 
-SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights& highlights) {
+SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights& highlights,
+    const std::string& status) {
     const auto toDisplay = [&size](int32_t side) {
         return static_cast<int32_t>(std::ceil(side * size.m_Scale));
     };
@@ -82,31 +84,37 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights&
     const ContextPtr context(cairo_create(surface.get()));
     UbuntuCanvas canvas{context.get()};
     const int32_t panelWidth = panel ? Panel::WidthIn(size.m_Width) : 0;
-    const CANVASRect rect{0, 0, size.m_Width - panelWidth, size.m_Height};
+    const int32_t height = size.m_Height - (status.empty() ? 0 : StatusHeightIn(size.m_Height));
+    const CANVASRect rect{0, 0, size.m_Width - panelWidth, height};
     DrawTree(canvas, tree, rect, highlights);
     if (panel) {
-        panel->Resize(size.m_Height);
-        DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, size.m_Height}, PaletteOf(tree));
+        panel->Resize(height);
+        DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, height}, PaletteOf(tree));
+    }
+    if (height < size.m_Height) {
+        const CANVASRect line{0, height, size.m_Width, size.m_Height - height};
+        DrawStatus(status, canvas, line, PaletteOf(tree));
     }
     Check(cairo_status(context.get()), "cannot draw");
     cairo_surface_flush(surface.get());
     return surface;
 }
 
-bool KeptPicture::Update(
-    IUITree* tree, bool isTreeChanged, Size size, Panel* panel, const Highlights& highlights) {
+bool KeptPicture::Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel,
+    const Highlights& highlights, const std::string& status) {
     std::optional<std::vector<Panel::Line>> lines;
     if (panel) {
-        panel->Resize(size.m_Height);
+        panel->Resize(size.m_Height - (status.empty() ? 0 : StatusHeightIn(size.m_Height)));
         lines = panel->Lines();
     }
     if (m_Surface && !isTreeChanged && size == m_Size && lines == m_Panel &&
-        highlights == m_Highlights) {
+        highlights == m_Highlights && status == m_Status) {
         return false;
     }
-    m_Surface = DrawPicture(tree, size, panel, highlights);
+    m_Surface = DrawPicture(tree, size, panel, highlights, status);
     m_Size = size;
     m_Highlights = highlights;
+    m_Status = status;
     m_Panel = std::move(lines);
     return true;
 }

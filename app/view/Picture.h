@@ -21,17 +21,17 @@ struct Size {
 /// Reads WIDTHxHEIGHT. Throws UsageError.
 Size ParseSize(const std::string& text, double scale = 1);
 
-/// The control drawn on its paper, with a panel at its right when there is one, in the display's
-/// pixels.
-SurfacePtr DrawPicture(
-    IUITree* tree, Size size, Panel* panel = nullptr, const Highlights& highlights = {});
+/// The control drawn on its paper, with a panel at its right when there is one and a status line
+/// below both when it has a text, in the display's pixels.
+SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel = nullptr,
+    const Highlights& highlights = {}, const std::string& status = "");
 
 /// The picture of a window, which is drawn again only when something in it changed.
 class KeptPicture {
 public:
     /// Brings the picture up to date; true when it had to be drawn.
     bool Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel = nullptr,
-        const Highlights& highlights = {});
+        const Highlights& highlights = {}, const std::string& status = "");
     /// Null before the first update.
     cairo_surface_t* Surface() const { return m_Surface.get(); }
 
@@ -39,6 +39,7 @@ private:
     SurfacePtr m_Surface;
     Size m_Size;
     Highlights m_Highlights;
+    std::string m_Status;
     std::optional<std::vector<Panel::Line>> m_Panel; ///< what the panel shows, when there is one
 };
 

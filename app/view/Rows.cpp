@@ -99,12 +99,26 @@ Row RowOfCollection(IUITree* tree, IUnknown* collection) {
     });
 }
 
+Row RowOfItem(IUITree* tree, ISuperCollection* collection, int32_t index) {
+    return FindRow(tree, [&](const Row& row) {
+        return row.m_Index == index && IsSameObject(row.m_Collection.Get(), collection);
+    });
+}
+
 Row SelectedRow(IUITree* tree) {
     SmartPtr<IUnknown> collection;
     const int32_t index = tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
-    return FindRow(tree, [&](const Row& row) {
-        return row.m_Index == index && IsSameObject(row.m_Collection.Get(), collection.Get());
-    });
+    return RowOfItem(tree, Query<ISuperCollection>(collection.Get()).Get(), index);
+}
+
+std::wstring SelectedLabel(IUITree* tree) {
+    SmartPtr<IUnknown> collection;
+    SmartPtr<IString> name;
+    const int32_t index = tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
+    if (const auto holder = Query<ISuperCollection>(collection.Get())) {
+        holder->GetItemName(index, name.Receive());
+    }
+    return std::wstring(ViewOf(CREFString(name.Get())));
 }
 
 Row ParentRow(IUITree* tree, const Row& row) {

@@ -3,6 +3,7 @@
 #include "framework/interfaces/CollectionInterfaces.h"
 #include "framework/interfaces/TreeInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
+#include "host/data/Expansion.h"
 
 #include <optional>
 #include <string_view>
@@ -33,7 +34,11 @@ Row RowLabelled(IUITree* tree, std::wstring_view beginning, int32_t from);
 Row RowOfNode(IUITree* tree, IUnknown* node);
 /// The first row whose node is, or stands for, this collection.
 Row RowOfCollection(IUITree* tree, IUnknown* collection);
+/// The row of an item. None while that is hidden.
+Row RowOfItem(IUITree* tree, ISuperCollection* collection, int32_t index);
 /// The row of the selected node. None while that is hidden.
 Row SelectedRow(IUITree* tree);
+/// What the selected node is called; empty without one.
+std::wstring SelectedLabel(IUITree* tree);
 /// The row above under which `row` is indented.
 Row ParentRow(IUITree* tree, const Row& row);

@@ -1,5 +1,8 @@
 #include "app/window/TreeWindow.h"
 
+#include "app/view/StatusLine.h"
+#include "host/text/Text.h"
+
 #include <SDL.h>
 
 void TreeWindow::Run() {
@@ -43,6 +46,10 @@ bool TreeWindow::HandleKey(const SDL_Event& event) {
     }
     if (code == SDLK_F2) {
         OpenPanel();
+    }
+    if (code == SDLK_ESCAPE && m_Session.Searching()) {
+        m_Session.Feed(KeyInput{Key::kEscape});
+        return true;
     }
     m_IsClosed |= code == SDLK_ESCAPE;
     return isSwitch;
@@ -107,7 +114,21 @@ bool TreeWindow::IsOnPanel(double x) const {
 Size TreeWindow::TreeSize() const {
     Size size = m_Window.GetSize();
     size.m_Width -= m_Panel ? Panel::WidthIn(size.m_Width) : 0;
+    size.m_Height -= StatusHeightIn(size.m_Height);
     return size;
+}
+
+std::string TreeWindow::Status() const {
+    if (const Search* search = m_Session.Searching()) {
+        const std::string text = ToPrintable(Refer(search->Text()));
+        return "/" + text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
+    }
+    const int32_t rows = CountRows(m_Session.Tree());
+    const std::string selected = ToPrintable(Refer(SelectedLabel(m_Session.Tree())));
+    const size_t unread = m_View.Failures()->Lines().size();
+    return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
+           (unread > 0 ? ", not all could be read" : "") +
+           (selected.empty() ? "" : "  \u2014  " + selected);
 }
 
 /// Draws only what changed, and shows it again when the window asks for that.
@@ -116,8 +137,8 @@ void TreeWindow::Update() {
     m_Session.Resize(TreeSize());
     const bool isTold = m_Session.TakeChanged();
     const bool isTreeChanged = std::exchange(m_IsSet, false) || isTold;
-    const bool isDrawn = m_Picture.Update(
-        m_Session.Tree(), isTreeChanged, size, m_Panel ? &*m_Panel : nullptr, m_Session.Marked());
+    const bool isDrawn = m_Picture.Update(m_Session.Tree(), isTreeChanged, size,
+        m_Panel ? &*m_Panel : nullptr, m_Session.Marked(), Status());
     if (isDrawn || m_IsExposed) {
         m_Window.Show(m_Picture.Surface());
     }

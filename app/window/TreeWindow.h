@@ -2,15 +2,18 @@
 
 #include "app/replay/Session.h"
 #include "app/settings/Panel.h"
+#include "app/view/TreeView.h"
 #include "app/window/Window.h"
 #include "app/window/WindowInput.h"
 
 /// A window with a control in it, and with the control's settings beside it when they are wanted.
 class TreeWindow {
 public:
-    /// `tree` and `record` outlive the window. Throws NoDisplay.
-    TreeWindow(IUITree* tree, const std::string& title, Size size, std::ostream& record)
-        : m_Window(title, size), m_Session(tree, m_Window.GetSize(), record) {}
+    /// `view` and `record` outlive the window; `path` is what the view shows, as the user said it.
+    /// Throws NoDisplay.
+    TreeWindow(const TreeView& view, const std::string& path, Size size, std::ostream& record)
+        : m_View(view), m_Path(path), m_Window("treehost " + path, size),
+          m_Session(view.Control(), m_Window.GetSize(), record) {}
 
     /// Returns when the user ends it.
     void Run();
@@ -26,8 +29,12 @@ private:
     void ClosePanel();
     bool IsOnPanel(double x) const;
     Size TreeSize() const;
+    /// What is searched for, or else what is shown, how many rows, and what is selected.
+    std::string Status() const;
     void Update();
 
+    const TreeView& m_View;
+    std::string m_Path;
     Window m_Window;
     Session m_Session;
     WindowInput m_Input;

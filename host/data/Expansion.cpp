@@ -80,34 +80,33 @@ Collections OpenLevel(const Collections& level, Identities& seen) {
     return next;
 }
 
-/// One level of a walk over the rows: where it stands in a collection.
-struct WalkLevel {
-    SmartPtr<ISuperCollection> m_Collection;
-    const IUnknown* m_Identity;
-    int32_t m_Next = 0;
-};
-
-class RowWalk {
+class Walk {
 public:
-    explicit RowWalk(ISuperCollection* root) { Descend(SmartPtr(root)); }
+    /// Of an item without one of these flags neither it nor what is below it is visited.
+    Walk(ISuperCollection* root, int32_t neededFlags) : m_NeededFlags(neededFlags) {
+        Descend(SmartPtr(root));
+    }
 
-    /// Calls the visitor for the next item, if that is visible. False when the walk is over.
-    bool Step(const RowVisitor& visitor) {
-        if (m_Levels.empty()) {
+    /// Calls the visitor for the next item with the way to it and its flags. False when the walk is
+    /// over.
+    template <class Visitor>
+    bool Step(const Visitor& visitor) {
+        if (m_Path.empty()) {
             return false;
         }
-        const SmartPtr<ISuperCollection> collection = m_Levels.back().m_Collection;
-        const int32_t index = m_Levels.back().m_Next++;
+        const SmartPtr<ISuperCollection> collection = m_Path.back().m_Collection;
+        const int32_t index = ++m_Path.back().m_Index;
         int32_t flags = 0;
         if (collection->GetItemFlags(index, &flags) < 0) {
-            m_OnPath.erase(m_Levels.back().m_Identity);
-            m_Levels.pop_back();
+            m_OnPath.erase(m_Identities.back());
+            m_Identities.pop_back();
+            m_Path.pop_back();
             return true;
         }
-        if ((flags & NODE_VISIBLE) == 0) {
+        if ((flags & m_NeededFlags) != m_NeededFlags) {
             return true;
         }
-        if (!visitor(collection.Get(), index, flags)) {
+        if (!visitor(m_Path, flags)) {
             return false;
         }
         Descend(CollectionBelow(collection.Get(), index));
@@ -121,11 +120,14 @@ private:
         }
         const IUnknown* identity = IdentityOf(collection.Get());
         if (m_OnPath.insert(identity).second) {
-            m_Levels.push_back({std::move(collection), identity});
+            m_Path.push_back({std::move(collection), -1});
+            m_Identities.push_back(identity);
         }
     }
 
-    std::vector<WalkLevel> m_Levels;
+    int32_t m_NeededFlags;
+    std::vector<Place> m_Path;
+    std::vector<const IUnknown*> m_Identities; ///< of the collections on the path
     Identities m_OnPath;
 };
 
@@ -179,7 +181,18 @@ bool ToggleNode(ISuperCollection* collection, int32_t index) {
 }
 
 void VisitRows(ISuperCollection* root, const RowVisitor& visitor) {
-    RowWalk walk(root);
-    while (walk.Step(visitor)) {
+    const auto visit = [&visitor](const std::vector<Place>& path, int32_t flags) {
+        return visitor(path.back().m_Collection.Get(), path.back().m_Index, flags);
+    };
+    Walk walk(root, NODE_VISIBLE);
+    while (walk.Step(visit)) {
+    }
+}
+
+void VisitItems(ISuperCollection* root, const ItemVisitor& visitor) {
+    const auto visit = [&visitor](
+                           const std::vector<Place>& path, int32_t) { return visitor(path); };
+    Walk walk(root, 0);
+    while (walk.Step(visit)) {
     }
 }

@@ -1,6 +1,7 @@
 #include "host/text/Text.h"
 
 #include <algorithm>
+#include <cwctype>
 #include <iterator>
 
 namespace {
@@ -117,4 +118,12 @@ std::string ToPrintable(tagREFString text) {
 
 tagREFString Refer(std::wstring_view text) {
     return {static_cast<int32_t>(text.size()), text.data()};
+}
+
+std::wstring Lowered(std::wstring_view text) {
+    std::wstring lowered(text);
+    std::transform(lowered.begin(), lowered.end(), lowered.begin(), [](wchar_t character) {
+        return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(character)));
+    });
+    return lowered;
 }

@@ -14,5 +14,7 @@ std::string ToUtf8(tagREFString text);
 /// UTF-8 fit to be shown on one line: control characters are replaced too.
 std::string ToPrintable(tagREFString text);
 
+std::wstring Lowered(std::wstring_view text);
+
 /// A reference to the characters of `text`, which must outlive it.
 tagREFString Refer(std::wstring_view text);

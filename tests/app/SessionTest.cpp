@@ -100,6 +100,33 @@ TEST_F(SessionTest, TypingGoesToTheNextLabelThatBeginsSo) {
     EXPECT_EQ(SelectedLabel(), "Cat");
 }
 
+TEST_F(SessionTest, SearchGoesThroughAllThatIsReadAndOpensTheWayToIt) {
+    Bind("Fruit\n apple\n pear\nTools\n Drill\n  bit\n saw\nApril");
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    const auto type = [&](const char* text) {
+        return session.Feed(TypedInput{text}), SelectedLabel();
+    };
+    const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
+    EXPECT_EQ(type("/"), "");
+    EXPECT_EQ(type("a"), "apple");
+    EXPECT_EQ(type("P"), "apple") << "what is found already";
+    EXPECT_EQ(press(Key::kDown), "April");
+    EXPECT_EQ(press(Key::kEnter), "apple") << "on from the first";
+    EXPECT_EQ(press(Key::kUp), "April") << "and back from the last";
+    EXPECT_EQ(type("x"), "April");
+    EXPECT_FALSE(session.Searching()->HasFound());
+    EXPECT_EQ(press(Key::kBackspace), "April");
+    EXPECT_TRUE(session.Searching()->HasFound());
+    EXPECT_EQ(Rows(), "Fruit apple pear Tools April");
+    press(Key::kEscape);
+    EXPECT_EQ(session.Searching(), nullptr);
+    EXPECT_EQ(type("/bit"), "bit");
+    EXPECT_EQ(Rows(), "Fruit apple pear Tools Drill bit saw April");
+    EXPECT_EQ(press(Key::kLeft), "Drill") << "another key ends the search and does what it does";
+    EXPECT_EQ(session.Searching(), nullptr);
+}
+
 TEST_F(SessionTest, KeyAndPictureReadOnlyWhatIsOnTheScreen) {
     using enum Key;
     constexpr int kRows = 10'000;
