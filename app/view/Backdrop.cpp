@@ -5,7 +5,6 @@
 #include "host/drawing/Cairo.h"
 
 #include <algorithm>
-#include <numbers>
 
 namespace {
 
@@ -34,20 +33,10 @@ public:
 private:
     /// A rectangle with round corners, a little within the row.
     void Trace(const Band& band, double inset) const {
-        constexpr double kQuarter = std::numbers::pi / 2;
         constexpr double kMargin = 2;
         constexpr double kLargestCorner = 5;
-        const double left = kMargin + inset;
-        const double top = band.m_Top + inset;
-        const double right = m_Width - kMargin - inset;
-        const double bottom = band.m_Top + band.m_Height - inset;
-        const double corner = std::min(kLargestCorner, band.m_Height / 4.0);
-        cairo_new_path(m_Context);
-        cairo_arc(m_Context, left + corner, top + corner, corner, 2 * kQuarter, 3 * kQuarter);
-        cairo_arc(m_Context, right - corner, top + corner, corner, 3 * kQuarter, 4 * kQuarter);
-        cairo_arc(m_Context, right - corner, bottom - corner, corner, 0, kQuarter);
-        cairo_arc(m_Context, left + corner, bottom - corner, corner, kQuarter, 2 * kQuarter);
-        cairo_close_path(m_Context);
+        TraceRounded(m_Context, kMargin + inset, band.m_Top + inset, m_Width - kMargin - inset,
+            band.m_Top + band.m_Height - inset, std::min(kLargestCorner, band.m_Height / 4.0));
     }
 
     cairo_t* m_Context;

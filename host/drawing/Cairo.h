@@ -32,6 +32,10 @@ private:
 void SetSourceColor(cairo_t* context, int32_t rgb, double opacity = 1);
 void FillRect(cairo_t* context, const CANVASRect& rect, int32_t rgb, double opacity = 1);
 
+/// Makes a rectangle with round corners the path, from edge to edge.
+void TraceRounded(
+    cairo_t* context, double left, double top, double right, double bottom, double corner);
+
 /// No coordinate or size in pixels that is drawn reaches this: cairo's coordinates end soon after.
 constexpr int32_t kFarthest = 1 << 21;
 

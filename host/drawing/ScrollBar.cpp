@@ -6,8 +6,9 @@
 
 namespace {
 
-constexpr int64_t kMinThumbHeight = 12; // pixels
+constexpr int64_t kMinThumbHeight = 32; // pixels, for a finger
 constexpr int32_t kThumbMargin = 4;     // pixels left and right of the thumb
+constexpr double kThumbCorner = 4;      // the largest radius, pixels
 // One gray over paper of any colour.
 constexpr int32_t kColor = 0x808080;
 constexpr double kTrackOpacity = 0.10;
@@ -73,13 +74,17 @@ int32_t ScrollBar::Render(
     const CairoState state(canvas->m_Context);
     cairo_new_path(canvas->m_Context);
     FillRect(canvas->m_Context, *rect, kColor, kTrackOpacity);
-    FillRect(canvas->m_Context, ThumbRect(*rect), kColor, kThumbOpacity);
+    const CANVASRect thumb = ThumbRect(*rect);
+    TraceRounded(canvas->m_Context, thumb.left, thumb.top, 1.0 * thumb.left + thumb.width,
+        1.0 * thumb.top + thumb.height, std::min(kThumbCorner, thumb.width / 2.0));
+    SetSourceColor(canvas->m_Context, kColor, kThumbOpacity);
+    cairo_fill(canvas->m_Context);
     return S_OK;
 }
 
 CANVASRect ScrollBar::ThumbRect(const CANVASRect& track) const {
     const int64_t proportional = track.height * RowsIn(track.height) / RowCount();
-    const int64_t smallest = std::min<int64_t>(kMinThumbHeight, track.height);
+    const int64_t smallest = std::min<int64_t>(kMinThumbHeight, track.height / 2);
     const int64_t height = std::clamp<int64_t>(proportional, smallest, track.height);
     const int64_t steps = std::max<int64_t>(RowCount() - 1, 1);
     const int64_t offset = (track.height - height) * (int64_t{m_Pos} - m_Min) / steps;
