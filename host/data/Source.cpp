@@ -3,12 +3,15 @@
 #include "host/data/FolderSource.h"
 #include "host/data/JsonSource.h"
 #include "host/data/OutlineSource.h"
+#include "host/data/XmlSource.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
@@ -41,19 +44,36 @@ std::string ReadAll(std::istream& input) {
     return text;
 }
 
-bool BeginsAsJson(std::istream& input) {
-    const int first = input.peek();
-    return first == '{' || first == '[';
+SourceKind KindByContent(std::string_view text) {
+    constexpr std::string_view kXml[] = {
+        "<", "\xEF\xBB\xBF<", {"\xFF\xFE<", 3}, {"\xFE\xFF\0<", 4}};
+    const auto begins = [&](std::string_view mark) { return text.starts_with(mark); };
+    if (std::any_of(std::begin(kXml), std::end(kXml), begins)) {
+        return SourceKind::kXml;
+    }
+    return begins("{") || begins("[") ? SourceKind::kJson : SourceKind::kOutline;
 }
 
-/// Reads a stream; what fails or is wrong in it is named as `name`.
-SmartPtr<ISuperCollection> Read(
-    std::istream& input, const std::string& name, SourceKind kind, ReadFailures& failures) {
-    if (kind == SourceKind::kOutline || (kind == SourceKind::kByContent && !BeginsAsJson(input))) {
-        return ReadOutline(input);
+/// The same as for JSON and XML; what is wrong with an outline is that memory does not hold it.
+SmartPtr<ISuperCollection> ReadOutlineText(std::string text, std::string& fault) {
+    std::istringstream lines(std::move(text));
+    auto tree = ReadOutline(lines);
+    if (lines.bad()) {
+        fault = std::generic_category().message(ENOMEM);
+    }
+    return tree;
+}
+
+/// Reads a text; what is wrong in it is named as `name`.
+SmartPtr<ISuperCollection> ReadText(
+    std::string text, const std::string& name, SourceKind kind, ReadFailures& failures) {
+    if (kind == SourceKind::kByContent) {
+        kind = KindByContent(text);
     }
     std::string fault;
-    auto tree = ReadJson(ReadAll(input), fault);
+    auto tree = kind == SourceKind::kJson  ? ReadJson(text, fault)
+                : kind == SourceKind::kXml ? ReadXml(text, fault)
+                                           : ReadOutlineText(std::move(text), fault);
     if (!fault.empty()) {
         failures.AddFault(name, fault);
     }
@@ -64,21 +84,21 @@ SmartPtr<ISuperCollection> OpenFile(
     const std::string& path, SourceKind kind, ReadFailures& failures) {
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    auto tree = Read(file, path, kind, failures);
+    std::string text = ReadAll(file);
     if (!file.is_open() || file.bad()) {
         failures.Add(path, LastError());
     }
-    return tree;
+    return ReadText(std::move(text), path, kind, failures);
 }
 
 SmartPtr<ISuperCollection> OpenInput(SourceKind kind, ReadFailures& failures) {
     constexpr const char* kName = "standard input";
     errno = 0;
-    auto tree = Read(std::cin, kName, kind, failures);
+    std::string text = ReadAll(std::cin);
     if (std::cin.bad() || std::ferror(stdin) != 0) {
         failures.Add(kName, LastError());
     }
-    return tree;
+    return ReadText(std::move(text), kName, kind, failures);
 }
 
 } // namespace

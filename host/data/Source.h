@@ -14,9 +14,10 @@ struct SourceMissing : std::runtime_error {
 
 /// How a text is read.
 enum class SourceKind {
-    kByContent, ///< as JSON where it begins as such, or else as an outline
+    kByContent, ///< as what it begins as, or else as an outline
     kOutline,
-    kJson ///< or JSON Lines
+    kJson, ///< or JSON Lines
+    kXml
 };
 
 /// The data behind a path: a folder, whose first level is read at once; a file; or standard input

@@ -2,6 +2,7 @@
 #include "host/data/Expansion.h"
 #include "host/data/FolderSource.h"
 #include "host/data/JsonSource.h"
+#include "host/data/XmlSource.h"
 #include "host/text/Text.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
@@ -27,7 +28,29 @@ protected:
         });
         return text;
     }
+
+    /// What a reader makes of a text: `rows`, unless null, and then the fault as one more.
+    template <class Reader>
+    void ExpectRead(
+        Reader read, const std::string& text, const char* rows, const std::string& fault) {
+        std::string found;
+        const auto tree = read(text, found);
+        EXPECT_EQ(found, fault);
+        if (rows) {
+            const std::string shown = OpenedRows(tree, 9);
+            EXPECT_EQ(ToUtf8(Refer(ToWide(shown))),
+                ToUtf8(Refer(ToWide(rows + found + (found.empty() ? "" : "1")))));
+        }
+    }
 };
+
+std::string Repeated(const char* text, int count) {
+    std::string all;
+    while (count-- > 0) {
+        all += text;
+    }
+    return all;
+}
 
 bool IsFilled(IUnknown* folder) {
     int32_t state = -1;
@@ -66,14 +89,29 @@ TEST_F(SourceTest, JsonIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
             "line 1: syntax error while parsing value - unexpected end of input; expected '[', "
             "'{', or a literal"}};
     for (const auto& [text, rows, fault] : texts) {
-        std::string found;
-        const auto tree = ReadJson(text, found);
-        EXPECT_EQ(found, fault);
-        if (rows) {
-            const std::string shown = OpenedRows(tree, 9);
-            EXPECT_EQ(ToUtf8(Refer(ToWide(shown))),
-                ToUtf8(Refer(ToWide(rows + found + (found.empty() ? "" : "1")))));
-        }
+        ExpectRead(ReadJson, text, rows, fault);
+    }
+}
+
+TEST_F(SourceTest, XmlIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
+    const std::tuple<std::string, const char*, const char*> texts[] = {
+        {"<?xml version='1.0'?>\n<a x='1  2' y=''>\n one\n <b>t &lt;&#10;u</b>two<c/><!-- no "
+         "--></a>",
+            "a1- @x: 1 22 @y: 2 one2 b: t < u2 two2 c2", ""},
+        {"<a>only<![CDATA[ <text>]]></a>", "a: only <text>1", ""},
+        {"<a><b c='d'>e</b> </a>", "a1- b2- @c: d3 e3", ""},
+        {"<!DOCTYPE a SYSTEM 'x' [<!ENTITY e 'E<b/>'><!ENTITY f SYSTEM '/etc/passwd'>]>"
+         "<a>&e;&f;&g;</a>",
+            "a1- E2 b2 &g;2", ""},
+        {"<a>\n<b>c</b><d>e", "a1- b: c2 d: e2 ", "line 2: no element found"},
+        {"<a>b</c>", "a: b1 ", "line 1: mismatched tag"},
+        {"<a/>\n\n<b/>", "a1 ", "line 3: junk after document element"},
+        {"<!DOCTYPE a [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>\n<a>&b;</a>", "a1 ",
+            "line 2: recursive entity reference"},
+        {std::string("\xFE\xFF\0<\0a\0/\0>", 10), "a1", ""}, {"", "", "line 1: no element found"},
+        {Repeated("<a>", 100'000), nullptr, "line 1: no element found"}};
+    for (const auto& [text, rows, fault] : texts) {
+        ExpectRead(ReadXml, text, rows, fault);
     }
 }
 

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "framework/interfaces/Identifiers.h"
+#include "framework/interfaces/TreeInterfaces.h"
+#include "framework/support/HostStrings.h"
+#include "fuzz/Input.h"
+#include "host/components/LiveObjects.h"
+#include "host/data/Expansion.h"
+#include "host/text/Text.h"
+
+#include <string>
+#include <string_view>
+
+[[maybe_unused]] static const bool gIdentifiersReady = (InitializeIdentifiers(), true);
+
+/// What is shown of a tree, opened to its ends: a line for each row.
+inline std::string ShownRows(ISuperCollection* root) {
+    std::string rows;
+    for (int32_t i = 0; root->SetItemFlags(i, NODE_VISIBLE | 1) >= 0; ++i) { // as a control does
+    }
+    OpenLevels(root, INT32_MAX);
+    VisitRows(root, [&](ISuperCollection* collection, int32_t index, int32_t flags) {
+        SmartPtr<IString> label;
+        Require(collection->GetItemName(index, label.Receive()) == S_OK);
+        rows += std::to_string(flags) + ToPrintable(CREFString(label.Get())) + '\n';
+        return true;
+    });
+    return rows;
+}
+
+/// Reads a text twice: the same tree, whose last row tells the fault if there is one, and of which
+/// nothing is left in the end.
+template <class Reader>
+void RequireTree(Reader read, const uint8_t* data, size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    std::string rows;
+    for (const bool isFirst : {true, false}) {
+        std::string fault;
+        const auto tree = read(text, fault);
+        const std::string shown = ShownRows(tree.Get());
+        const std::wstring wide = ToWide(fault);
+        Require(shown.ends_with(fault.empty() ? "" : ToPrintable(Refer(wide)) + '\n'));
+        Require(isFirst || shown == rows);
+        rows = shown;
+    }
+    Require(LiveObjects().empty());
+}
