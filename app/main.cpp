@@ -22,7 +22,7 @@ namespace {
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2, kNoModule = 3 };
 
 constexpr const char* kPathHelp =
-    "A folder, a file with JSON, XML or an indented outline, or - for standard input";
+    "A folder, a file with JSON, XML, an archive or an indented outline, or - for standard input";
 constexpr const char* kDepthHelp = "Levels to open";
 
 int Complain(const std::string& text, ExitStatus status) {
@@ -51,10 +51,11 @@ void AddFile(CLI::App* command, const char* name, std::string& file, const std::
 }
 
 void AddKind(CLI::App* command, SourceKind& kind) {
-    command->add_option("--as", kind, "What the file is; else its beginning tells")
+    command->add_option("--as", kind, "What the file is; else its content tells")
         ->transform(CLI::CheckedTransformer(
             std::map<std::string, SourceKind>{{"outline", SourceKind::kOutline},
-                {"json", SourceKind::kJson}, {"xml", SourceKind::kXml}},
+                {"json", SourceKind::kJson}, {"xml", SourceKind::kXml},
+                {"archive", SourceKind::kArchive}},
             CLI::ignore_case));
 }
 

@@ -20,7 +20,7 @@ set(CPACK_DEBIAN_TREEHOST_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_UITREE-DEV_PACKAGE_SECTION libdevel)
 set(own "uitree (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_UITREE-DEV_PACKAGE_DEPENDS
-    "${own}, libcairo2-dev, libpango1.0-dev, libglib2.0-dev, libsqlite3-dev, libexpat1-dev, pkg-config")
+    "${own}, libcairo2-dev, libpango1.0-dev, libglib2.0-dev, libsqlite3-dev, libexpat1-dev, libarchive-dev, pkg-config")
 # DEPENDS_FROM names a folder with the packages of the machine that they are made on: for a machine
 # whose libraries are only unpacked here, dependencies have the same names as theirs.
 set(DEPENDS_FROM "" CACHE PATH "Packages to take the dependencies of the programs from")

@@ -1,37 +1,14 @@
 #include "host/data/FolderSource.h"
 
 #include "host/data/FileItem.h"
+#include "host/data/FolderEntry.h"
 #include "host/text/Text.h"
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <sys/stat.h>
-#include <tuple>
 
 namespace {
-
-struct FolderEntry {
-    ItemLook m_Look;
-    std::string m_SortKey;
-    std::string m_Name; ///< as the system has it
-
-    bool operator<(const FolderEntry& other) const {
-        const auto key = [](const FolderEntry& entry) {
-            return std::tuple<bool, const std::string&, const std::string&>(
-                !entry.IsFolder(), entry.m_SortKey, entry.m_Name);
-        };
-        return key(*this) < key(other);
-    }
-    bool IsFolder() const { return m_Look.m_Kind == ItemKind::kFolder; }
-};
-
-/// What sorts as the names do in the locale, byte by byte.
-std::string SortKey(const std::string& name) {
-    std::string key(std::strxfrm(nullptr, name.c_str(), 0), '\0');
-    std::strxfrm(key.data(), name.c_str(), key.size() + 1);
-    return key;
-}
 
 FolderPathPtr StepInto(const std::string& path, FolderPathPtr above) {
     struct stat found {};
@@ -58,32 +35,18 @@ bool IsFolder(const std::filesystem::directory_entry& entry, const FolderPath* s
     return !entry.is_symlink(unknown) || !LeadsBack(entry.path().string(), step);
 }
 
-/// What a file is, by what may be done with it and by its name.
-ItemKind KindOfFile(const std::filesystem::directory_entry& entry) {
-    constexpr std::string_view kImages[] = {
-        ".png", ".jpg", ".jpeg", ".gif", ".svg", ".webp", ".bmp", ".ico", ".tif", ".tiff"};
-    constexpr std::string_view kTexts[] = {".txt", ".md", ".rst", ".log", ".ini", ".conf", ".json",
-        ".xml", ".yaml", ".yml", ".csv", ".html", ".css", ".js", ".py", ".sh", ".c", ".h", ".cpp",
-        ".hpp", ".cmake"};
-    const auto has = [suffix = entry.path().extension().string()](const auto& suffixes) {
-        return std::find(std::begin(suffixes), std::end(suffixes), suffix) != std::end(suffixes);
-    };
+bool IsProgram(const std::filesystem::directory_entry& entry) {
     using std::filesystem::perms;
     std::error_code unknown;
-    const bool isFile = entry.is_regular_file(unknown);
-    if (has(kImages)) {
-        return ItemKind::kImage;
-    }
-    if (isFile && (entry.status(unknown).permissions() & perms::owner_exec) != perms::none) {
-        return ItemKind::kProgram;
-    }
-    return has(kTexts) ? ItemKind::kText : ItemKind::kFile;
+    return entry.is_regular_file(unknown) &&
+           (entry.status(unknown).permissions() & perms::owner_exec) != perms::none;
 }
 
 ItemLook LookOf(const std::filesystem::directory_entry& entry, const FolderPath* step) {
     std::error_code unknown;
-    return {
-        IsFolder(entry, step) ? ItemKind::kFolder : KindOfFile(entry), entry.is_symlink(unknown)};
+    return {IsFolder(entry, step) ? ItemKind::kFolder
+                                  : KindOfFile(entry.path().filename().string(), IsProgram(entry)),
+        entry.is_symlink(unknown)};
 }
 
 /// The folder's entries in their order; what was read before an error stands.
@@ -92,8 +55,7 @@ std::vector<FolderEntry> ReadFolder(
     std::vector<FolderEntry> entries;
     std::filesystem::directory_iterator place(path, error);
     for (; !error && place != std::filesystem::directory_iterator(); place.increment(error)) {
-        std::string name = place->path().filename().string();
-        entries.push_back({LookOf(*place, step), SortKey(name), std::move(name)});
+        entries.emplace_back(place->path().filename().string(), LookOf(*place, step));
     }
     std::sort(entries.begin(), entries.end());
     return entries;

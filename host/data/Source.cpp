@@ -1,5 +1,6 @@
 #include "host/data/Source.h"
 
+#include "host/data/ArchiveSource.h"
 #include "host/data/FolderSource.h"
 #include "host/data/JsonSource.h"
 #include "host/data/OutlineSource.h"
@@ -48,6 +49,9 @@ SourceKind KindByContent(std::string_view text) {
     constexpr std::string_view kXml[] = {
         "<", "\xEF\xBB\xBF<", {"\xFF\xFE<", 3}, {"\xFE\xFF\0<", 4}};
     const auto begins = [&](std::string_view mark) { return text.starts_with(mark); };
+    if (IsArchive({"", text})) {
+        return SourceKind::kArchive;
+    }
     if (std::any_of(std::begin(kXml), std::end(kXml), begins)) {
         return SourceKind::kXml;
     }
@@ -64,18 +68,37 @@ SmartPtr<ISuperCollection> ReadOutlineText(std::string text, std::string& fault)
     return tree;
 }
 
-/// Reads a text; what is wrong in it is named as `name`.
+SmartPtr<ISuperCollection> ReadKind(SourceKind kind, std::string text, std::string& fault) {
+    switch (kind) {
+    case SourceKind::kArchive:
+        return ReadArchive({"", text}, fault);
+    case SourceKind::kJson:
+        return ReadJson(text, fault);
+    case SourceKind::kXml:
+        return ReadXml(text, fault);
+    default:
+        return ReadOutlineText(std::move(text), fault);
+    }
+}
+
+/// Reads what was in a stream; what is wrong in it is named as `name`.
 SmartPtr<ISuperCollection> ReadText(
     std::string text, const std::string& name, SourceKind kind, ReadFailures& failures) {
-    if (kind == SourceKind::kByContent) {
-        kind = KindByContent(text);
-    }
     std::string fault;
-    auto tree = kind == SourceKind::kJson  ? ReadJson(text, fault)
-                : kind == SourceKind::kXml ? ReadXml(text, fault)
-                                           : ReadOutlineText(std::move(text), fault);
+    kind = kind == SourceKind::kByContent ? KindByContent(text) : kind;
+    auto tree = ReadKind(kind, std::move(text), fault);
     if (!fault.empty()) {
         failures.AddFault(name, fault);
+    }
+    return tree;
+}
+
+/// An archive's file is read only where its list is.
+SmartPtr<ISuperCollection> OpenArchive(const std::string& path, ReadFailures& failures) {
+    std::string fault;
+    auto tree = ReadArchive({path}, fault);
+    if (!fault.empty()) {
+        failures.AddFault(path, fault);
     }
     return tree;
 }
@@ -113,6 +136,12 @@ SmartPtr<ISuperCollection> OpenSource(
     if (!std::filesystem::exists(status)) {
         throw SourceMissing("cannot open " + path + ": " + error.message());
     }
-    return std::filesystem::is_directory(status) ? OpenFolder(path, failures)
-                                                 : OpenFile(path, kind, *failures);
+    if (std::filesystem::is_directory(status)) {
+        return OpenFolder(path, failures);
+    }
+    // What is no regular file, a pipe for one, can be read only once.
+    const bool isArchive =
+        std::filesystem::is_regular_file(status) &&
+        (kind == SourceKind::kArchive || (kind == SourceKind::kByContent && IsArchive({path})));
+    return isArchive ? OpenArchive(path, *failures) : OpenFile(path, kind, *failures);
 }

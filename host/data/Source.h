@@ -14,10 +14,11 @@ struct SourceMissing : std::runtime_error {
 
 /// How a text is read.
 enum class SourceKind {
-    kByContent, ///< as what it begins as, or else as an outline
+    kByContent, ///< as what it is or begins as, or else as an outline
     kOutline,
     kJson, ///< or JSON Lines
-    kXml
+    kXml,
+    kArchive ///< tar, compressed or not, zip or 7z
 };
 
 /// The data behind a path: a folder, whose first level is read at once; a file; or standard input

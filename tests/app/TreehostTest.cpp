@@ -56,7 +56,9 @@ TEST_F(TreehostTest, RowsShowsLevelsAndMarks) {
         " {\"level\":2,\"label\":\"b\",\"open\":false}]\n");
     EXPECT_EQ(Run("rows - --as json", "[1,").m_Status, 1);
     EXPECT_EQ(Run("rows - --depth 1", "\xEF\xBB\xBF<a><b/></a>").m_Output, "- a\n    b\n");
-    EXPECT_EQ(Run("rows - --as xml", "<a>").m_Status, 1);
+    for (const char* wrong : {"--as xml", "--as archive"}) {
+        EXPECT_EQ(Run(std::string("rows - ") + wrong, "<a>").m_Status, 1) << wrong;
+    }
     EXPECT_EQ(Run("rows - --as outline", "<a>").m_Output, "  <a>\n");
     std::filesystem::create_directories(m_Folder / "folder/sub/deep");
     EXPECT_EQ(Run("rows folder --depth 2").m_Output, "- sub\n  + deep\n");
