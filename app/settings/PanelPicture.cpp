@@ -1,7 +1,7 @@
 #include "app/settings/PanelPicture.h"
 
-#include "app/view/LabelPainter.h"
 #include "host/drawing/Cairo.h"
+#include "host/drawing/LabelPainter.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "app/view/LabelPainter.h"
+#include "host/drawing/LabelPainter.h"
 
 #include "framework/runtime/Components.h"
 #include "host/text/Text.h"
