@@ -76,7 +76,8 @@ int32_t ScrollBar::Render(
     FillRect(canvas->m_Context, *rect, kColor, kTrackOpacity);
     const CANVASRect thumb = ThumbRect(*rect);
     TraceRounded(canvas->m_Context, thumb.left, thumb.top, 1.0 * thumb.left + thumb.width,
-        1.0 * thumb.top + thumb.height, std::min(kThumbCorner, thumb.width / 2.0));
+        1.0 * thumb.top + thumb.height,
+        std::min(kThumbCorner, std::min(thumb.width, thumb.height) / 2.0));
     SetSourceColor(canvas->m_Context, kColor, kThumbOpacity);
     cairo_fill(canvas->m_Context);
     return S_OK;
