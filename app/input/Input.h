@@ -44,7 +44,8 @@ enum class Key : int32_t {
     kBackspace,
     kPlus,
     kMinus,
-    kAsterisk
+    kAsterisk,
+    kF5
 };
 
 struct KeyInput {
@@ -66,7 +67,8 @@ constexpr Word kKeyWords[] = {{"up", int32_t(Key::kUp)}, {"down", int32_t(Key::k
     {"home", int32_t(Key::kHome)}, {"end", int32_t(Key::kEnd)}, {"right", int32_t(Key::kRight)},
     {"left", int32_t(Key::kLeft)}, {"enter", int32_t(Key::kEnter)},
     {"backspace", int32_t(Key::kBackspace)}, {"plus", int32_t(Key::kPlus)},
-    {"minus", int32_t(Key::kMinus)}, {"asterisk", int32_t(Key::kAsterisk)}};
+    {"minus", int32_t(Key::kMinus)}, {"asterisk", int32_t(Key::kAsterisk)},
+    {"f5", int32_t(Key::kF5)}};
 
 /// The input as a line of a script.
 std::string ToText(const Input& input);

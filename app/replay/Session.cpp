@@ -1,5 +1,8 @@
 #include "app/replay/Session.h"
 
+#include "app/view/KeptPlace.h"
+#include "host/data/Rereading.h"
+
 #include <algorithm>
 
 namespace {
@@ -68,6 +71,9 @@ int32_t Session::Perform(const TouchInput& input) {
 }
 
 int32_t Session::Perform(const KeyInput& input) {
+    if (input.m_Key == Key::kF5) {
+        return ReadAgain();
+    }
     PrepareForKeys();
     return m_Keyboard.Press(input.m_Key, RowsShown());
 }
@@ -77,11 +83,25 @@ int32_t Session::Perform(const TypedInput& input) {
     return m_Keyboard.Type(input.m_Text, RowsShown());
 }
 
-void Session::PrepareForKeys() {
-    // Rows may have come since the last drawing: this tells the scroll bar of them.
+int32_t Session::ReadAgain() {
+    const KeptPlace place(m_Tree);
+    if (!ReadFoldersAgain(RootOf(m_Tree).Get())) {
+        return S_FALSE;
+    }
+    TellScrollBar();
+    m_Keyboard.NoteRow(place.Restore());
+    return Announce(m_Tree);
+}
+
+/// Rows may have come since the last drawing.
+void Session::TellScrollBar() {
     CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
     SmartPtr<IUnknown> unused;
     m_Tree->HitTest(0, 0, &rect, unused.Receive());
+}
+
+void Session::PrepareForKeys() {
+    TellScrollBar();
     m_IsKeyUsed = true;
     m_PointerY.reset(); // it marks nothing until it moves again
 }

@@ -31,6 +31,10 @@ public:
 
     void Feed(const Input& input);
 
+    /// Brings the folders that were read up to what is on disk now. What is at the top and what is
+    /// selected stay so, by name. S_FALSE when nothing changed.
+    int32_t ReadAgain();
+
     /// The rows to mark beside the selected ones.
     Highlights Marked() const;
     /// The pointer is elsewhere now.
@@ -51,6 +55,7 @@ private:
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
     void PrepareForKeys();
+    void TellScrollBar();
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
     std::optional<int32_t> PointedRow() const;
