@@ -45,7 +45,8 @@ enum class Key : int32_t {
     kEscape,
     kPlus,
     kMinus,
-    kAsterisk
+    kAsterisk,
+    kF5
 };
 
 struct KeyInput {
@@ -68,7 +69,7 @@ constexpr Word kKeyWords[] = {{"up", int32_t(Key::kUp)}, {"down", int32_t(Key::k
     {"left", int32_t(Key::kLeft)}, {"enter", int32_t(Key::kEnter)},
     {"backspace", int32_t(Key::kBackspace)}, {"escape", int32_t(Key::kEscape)},
     {"plus", int32_t(Key::kPlus)}, {"minus", int32_t(Key::kMinus)},
-    {"asterisk", int32_t(Key::kAsterisk)}};
+    {"asterisk", int32_t(Key::kAsterisk)}, {"f5", int32_t(Key::kF5)}};
 
 /// The input as a line of a script.
 std::string ToText(const Input& input);

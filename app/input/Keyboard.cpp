@@ -10,12 +10,6 @@
 
 namespace {
 
-/// Tells the listeners what the host changed, so that whoever shows the control draws it again.
-int32_t Announce(IUITree* tree) {
-    const auto refreshable = Query<IUIRefreshableObject>(tree);
-    return refreshable ? refreshable->Refresh(0) : S_OK;
-}
-
 constexpr std::pair<std::wstring_view, Key> kCommands[] = {
     {L"+", Key::kPlus}, {L"-", Key::kMinus}, {L"*", Key::kAsterisk}};
 

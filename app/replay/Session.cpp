@@ -1,5 +1,7 @@
 #include "app/replay/Session.h"
 
+#include "app/view/KeptPlace.h"
+#include "host/data/Rereading.h"
 #include "host/text/Text.h"
 
 #include <algorithm>
@@ -70,6 +72,9 @@ int32_t Session::Perform(const TouchInput& input) {
 }
 
 int32_t Session::Perform(const KeyInput& input) {
+    if (input.m_Key == Key::kF5) {
+        return ReadAgain();
+    }
     if (!m_Search && input.m_Key == Key::kEscape) {
         return S_FALSE;
     }
@@ -115,11 +120,25 @@ int32_t Session::Perform(const TypedInput& input) {
     return SearchIn(Search::Direction::kStay);
 }
 
-void Session::PrepareForKeys() {
-    // Rows may have come since the last drawing: this tells the scroll bar of them.
+int32_t Session::ReadAgain() {
+    const KeptPlace place(m_Tree);
+    if (!ReadFoldersAgain(RootOf(m_Tree).Get())) {
+        return S_FALSE;
+    }
+    TellScrollBar();
+    m_Keyboard.NoteRow(place.Restore());
+    return Announce(m_Tree);
+}
+
+/// Rows may have come since the last drawing.
+void Session::TellScrollBar() {
     CANVASRect rect{0, 0, m_Size.m_Width, m_Size.m_Height};
     SmartPtr<IUnknown> unused;
     m_Tree->HitTest(0, 0, &rect, unused.Receive());
+}
+
+void Session::PrepareForKeys() {
+    TellScrollBar();
     m_IsKeyUsed = true;
     m_PointerY.reset(); // it marks nothing until it moves again
 }

@@ -35,6 +35,9 @@ public:
     /// What is searched for; none unless a search was begun by typing '/'. Letters go on with it,
     /// down, enter and up go to the next and to the previous item found, and any other key ends it.
     const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
+    /// Brings the folders that were read up to what is on disk now. What is at the top and what is
+    /// selected stay so, by name. S_FALSE when nothing changed.
+    int32_t ReadAgain();
 
     /// The rows to mark beside the selected ones.
     Highlights Marked() const;
@@ -58,6 +61,7 @@ private:
     void PrepareForKeys();
     int32_t PressInSearch(Key key);
     int32_t SearchIn(Search::Direction direction);
+    void TellScrollBar();
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
     std::optional<int32_t> PointedRow() const;

@@ -59,6 +59,11 @@ int32_t CountRows(IUITree* tree) {
     return rows;
 }
 
+int32_t Announce(IUITree* tree) {
+    const auto refreshable = Query<IUIRefreshableObject>(tree);
+    return refreshable ? refreshable->Refresh(0) : S_OK;
+}
+
 std::optional<int32_t> RowUnder(IUITree* tree, double y) {
     int32_t rowHeight = 0;
     int32_t first = 0;

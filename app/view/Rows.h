@@ -22,6 +22,8 @@ struct Row {
 /// The collection that a control shows; empty when it has none.
 SmartPtr<ISuperCollection> RootOf(IUITree* tree);
 int32_t CountRows(IUITree* tree);
+/// Tells the listeners what the host changed, so that whoever shows the control draws it again.
+int32_t Announce(IUITree* tree);
 
 /// The row under a height in pixels below the control's upper edge, whether there is one or not;
 /// nothing above it, and where rows have no height.

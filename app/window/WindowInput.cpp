@@ -40,7 +40,8 @@ struct KeyMeaning {
 constexpr KeyMeaning<Key> kTreeKeys[] = {{SDLK_UP, Key::kUp}, {SDLK_DOWN, Key::kDown},
     {SDLK_PAGEUP, Key::kPageUp}, {SDLK_PAGEDOWN, Key::kPageDown}, {SDLK_HOME, Key::kHome},
     {SDLK_END, Key::kEnd}, {SDLK_RIGHT, Key::kRight}, {SDLK_LEFT, Key::kLeft},
-    {SDLK_RETURN, Key::kEnter}, {SDLK_KP_ENTER, Key::kEnter}, {SDLK_BACKSPACE, Key::kBackspace}};
+    {SDLK_RETURN, Key::kEnter}, {SDLK_KP_ENTER, Key::kEnter}, {SDLK_BACKSPACE, Key::kBackspace},
+    {SDLK_F5, Key::kF5}};
 constexpr KeyMeaning<PanelKey> kPanelKeys[] = {{SDLK_UP, PanelKey::kUp},
     {SDLK_DOWN, PanelKey::kDown}, {SDLK_HOME, PanelKey::kHome}, {SDLK_END, PanelKey::kEnd},
     {SDLK_BACKSPACE, PanelKey::kBackspace}, {SDLK_RETURN, PanelKey::kEnter},

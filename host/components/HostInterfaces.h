@@ -24,6 +24,21 @@ struct IHostVersionSource : ICollectionVersion {
     virtual const void* GetSource() = 0;
 };
 
+struct ItemLook;
+
+/// A file or folder as an item of a folder's collection.
+struct IHostFileItem : IUnknown {
+    virtual int32_t GetLook(ItemLook* look) = 0;
+};
+
+/// A folder whose collection can be brought up to what is on disk now.
+struct IHostFolder : IUnknown {
+    /// Reads the folder again, not those below it. Items that stay, by name and look, keep their
+    /// flag words and what was read below them; new ones get `newFlags`. What cannot be read is
+    /// empty then. S_FALSE when nothing changed; after a failure all is as it was.
+    virtual int32_t ReadAgain(int32_t newFlags) = 0;
+};
+
 /// What the text renderer reads from a text style.
 struct IHostRenderStyle : IUnknown {
     virtual int32_t GetColor() = 0; ///< 0xRRGGBB
@@ -86,6 +101,8 @@ struct IHostPropertyPage : IUnknown {
     }
 HOST_IDENTIFIER(IHostComponents)
 HOST_IDENTIFIER(IHostEntry)
+HOST_IDENTIFIER(IHostFileItem)
+HOST_IDENTIFIER(IHostFolder)
 HOST_IDENTIFIER(IHostPropertyPage)
 HOST_IDENTIFIER(IHostRenderStyle)
 HOST_IDENTIFIER(IHostVersionSource)

@@ -89,7 +89,7 @@ public:
             if (folders[number]) {
                 above.Append(std::move(entry.m_Name), folders[number]->Identity());
             } else {
-                above.Append(std::move(entry.m_Name), FileItem::Make(entry.m_Look).Get());
+                above.Append(std::move(entry.m_Name), FileItem::Make(entry.m_Look)->Identity());
             }
         }
         return folders.front();

@@ -36,12 +36,16 @@ void FillLazily(IUnknown* item) {
     }
 }
 
+int32_t LevelBelow(int32_t flags) {
+    return (flags + 1) & NODE_LEVEL_MASK;
+}
+
 /// Gives the items below a node their level and makes them rows of the tree, or no rows any more.
 void SetChildren(
     ISuperCollection* collection, int32_t index, ISuperCollection* children, bool isVisible) {
     int32_t flags = 0;
     collection->GetItemFlags(index, &flags);
-    const int32_t common = ((flags + 1) & NODE_LEVEL_MASK) | (isVisible ? NODE_VISIBLE : 0);
+    const int32_t common = LevelBelow(flags) | (isVisible ? NODE_VISIBLE : 0);
     for (int32_t i = 0; children->GetItemFlags(i, &flags) >= 0; ++i) {
         children->SetItemFlags(i, (flags & NODE_EXPANDED) | common);
     }
@@ -135,6 +139,10 @@ private:
 
 SmartPtr<ISuperCollection> CollectionBelow(ISuperCollection* collection, int32_t index) {
     return QueryItem<ISuperCollection>(ItemAt(collection, index).Get());
+}
+
+int32_t FlagsBelow(int32_t flags) {
+    return LevelBelow(flags) | ((flags & NODE_EXPANDED) != 0 ? NODE_VISIBLE : 0);
 }
 
 void OpenLevels(ISuperCollection* root, int32_t depth) {

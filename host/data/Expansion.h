@@ -27,6 +27,9 @@ OpenResult OpenRow(ISuperCollection* root, int32_t row);
 /// with it. False for a leaf.
 bool ToggleNode(ISuperCollection* collection, int32_t index);
 
+/// The flags of an item that comes below a node with these.
+int32_t FlagsBelow(int32_t flags);
+
 /// Called for each visible row with the collection that holds it (borrowed), its index there and
 /// its flags; answers whether to go on.
 using RowVisitor = std::function<bool(ISuperCollection* collection, int32_t index, int32_t flags)>;

@@ -5,7 +5,7 @@
 #include "host/drawing/ItemPicture.h"
 
 /// A file in a folder; draws itself as what it is.
-class FileItem final : public HostObject<FileItem, IRenderableObject> {
+class FileItem final : public HostObject<FileItem, IRenderableObject, IHostFileItem> {
 public:
     static constexpr const char* kKind = "FileItem";
 
@@ -14,6 +14,10 @@ public:
     int32_t Render(
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) override {
         DrawItemPicture(canvas, rect, m_Look);
+        return S_OK;
+    }
+    int32_t GetLook(ItemLook* look) override {
+        *look = m_Look;
         return S_OK;
     }
 

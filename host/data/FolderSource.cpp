@@ -1,5 +1,6 @@
 #include "host/data/FolderSource.h"
 
+#include "framework/interfaces/TreeInterfaces.h"
 #include "host/data/FileItem.h"
 #include "host/data/FolderEntry.h"
 #include "host/text/Text.h"
@@ -7,14 +8,16 @@
 #include <algorithm>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unordered_map>
 
 namespace {
 
-FolderPathPtr StepInto(const std::string& path, FolderPathPtr above) {
+/// No folder is known by what remains when it cannot be looked at.
+void Identify(const std::string& path, FolderPath& step) {
     struct stat found {};
-    return stat(path.c_str(), &found) != 0 ? nullptr
-                                           : std::make_shared<const FolderPath>(FolderPath{
-                                                 found.st_dev, found.st_ino, std::move(above)});
+    const bool isThere = stat(path.c_str(), &found) == 0;
+    step.m_Device = isThere ? found.st_dev : 0;
+    step.m_Inode = isThere ? found.st_ino : 0;
 }
 
 bool LeadsBack(const std::string& path, const FolderPath* step) {
@@ -61,6 +64,12 @@ std::vector<FolderEntry> ReadFolder(
     return entries;
 }
 
+bool HasLook(IUnknown* item, ItemLook look) {
+    ItemLook found;
+    const auto file = Query<IHostFileItem>(item);
+    return file && file->GetLook(&found) >= 0 && found == look;
+}
+
 } // namespace
 
 int32_t FolderSource::SetFileName(IString* fileName) {
@@ -74,30 +83,75 @@ int32_t FolderSource::SetFileName(IString* fileName) {
 
 int32_t FolderSource::Populate() {
     return m_Filled ? S_OK : Guarded([&] {
-        RemoveAll(); // what an attempt that ran out of memory left
-        const bool isWhole = ReadEntries();
-        m_Filled = isWhole || !IsEmpty();
+        Read(0);
         return m_Filled ? S_OK : E_FAIL;
     });
 }
 
-/// False when the folder cannot be read to its end.
-bool FolderSource::ReadEntries() {
-    const auto step = StepInto(m_Path, m_Above);
-    std::error_code error;
-    for (FolderEntry& entry : ReadFolder(m_Path, step.get(), error)) {
-        if (entry.IsFolder()) {
-            const auto folder =
-                Make(m_Path + '/' + entry.m_Name, m_Failures, step, entry.m_Look.m_IsLink);
-            Append(std::move(entry.m_Name), folder->Identity());
-        } else {
-            Append(std::move(entry.m_Name), FileItem::Make(entry.m_Look).Get());
-        }
+int32_t FolderSource::ReadAgain(int32_t newFlags) {
+    return Guarded([&] { return Read(newFlags) ? S_OK : S_FALSE; });
+}
+
+/// Whether the entries are others now. Until they are all there, nothing is changed.
+bool FolderSource::Read(int32_t newFlags) {
+    if (!m_Step) {
+        m_Step = std::make_shared<FolderPath>(FolderPath{.m_Above = m_Above});
     }
-    if (error && m_Failures) {
+    Identify(m_Path, *m_Step);
+    std::error_code error;
+    bool isChanged = false;
+    auto entries = Merge(ReadFolder(m_Path, m_Step.get(), error), newFlags, isChanged);
+    if (error) {
+        NoteFailure(error);
+    }
+    if (isChanged) {
+        Replace(std::move(entries));
+    }
+    m_Filled |= !error || !IsEmpty();
+    return isChanged;
+}
+
+/// What was found, with the items that there are already. Flag words stay with the names; what has
+/// become a folder, or another one, is closed.
+std::vector<FolderSource::Entry> FolderSource::Merge(
+    std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged) {
+    std::unordered_map<std::string_view, const Entry*> known;
+    for (const Entry& entry : Entries()) {
+        known.emplace(entry.m_Name ? std::string_view(*entry.m_Name) : "", &entry);
+    }
+    std::vector<Entry> merged;
+    merged.reserve(found.size());
+    isChanged = found.size() != Entries().size();
+    for (FolderEntry& each : found) {
+        const auto place = known.find(each.m_Name);
+        const Entry* old = place != known.end() ? place->second : nullptr;
+        const bool isKept = old && HasLook(old->m_Item.Get(), each.m_Look);
+        isChanged = isChanged || !isKept || old != &Entries()[merged.size()];
+        const int32_t flags = old ? old->m_Flags & ~NODE_EXPANDED : newFlags;
+        merged.push_back(
+            isKept ? *old
+                   : Entry{.m_Name = {}, .m_Item = MakeItem(each), .m_Data = {}, .m_Flags = flags});
+        merged.back().m_Name = std::move(each.m_Name);
+    }
+    return merged;
+}
+
+SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
+    if (!found.IsFolder()) {
+        return SmartPtr(FileItem::Make(found.m_Look)->Identity());
+    }
+    const auto folder =
+        Make(m_Path + '/' + found.m_Name, m_Failures, m_Step, found.m_Look.m_IsLink);
+    return SmartPtr(folder->Identity());
+}
+
+/// A folder that goes while its rows are shown is no failure: it goes from the one above it too,
+/// where there is one.
+void FolderSource::NoteFailure(const std::error_code& error) const {
+    const bool isGone = m_Filled && m_Above && error == std::errc::no_such_file_or_directory;
+    if (m_Failures && !isGone) {
         m_Failures->Add(m_Path, error.value());
     }
-    return !error;
 }
 
 int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {
@@ -106,6 +160,11 @@ int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {
     }
     *value = selector == CONTENTSTATE_ARCHIVE && m_Filled ? 1 : 0;
     return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+}
+
+int32_t FolderSource::GetLook(ItemLook* look) {
+    *look = {ItemKind::kFolder, m_IsLink};
+    return S_OK;
 }
 
 int32_t FolderSource::Render(

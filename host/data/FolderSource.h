@@ -7,21 +7,24 @@
 
 #include <string>
 #include <sys/types.h>
+#include <system_error>
 
 /// What tells folders apart, however they are reached, and those above on the path that was taken.
+/// A folder brings its own up to date each time that it is read.
 struct FolderPath {
-    dev_t m_Device;
-    ino_t m_Inode;
-    std::shared_ptr<const FolderPath> m_Above;
+    dev_t m_Device = 0;
+    ino_t m_Inode = 0;
+    std::shared_ptr<const FolderPath> m_Above = {};
 };
+struct FolderEntry; ///< what is found in a folder
 using FolderPathPtr = std::shared_ptr<const FolderPath>;
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
 /// by name in the order of the program's locale. A linked folder is one too, unless it leads back
 /// to a folder on its own path: that one is shown as a file. A folder that cannot be read stays
-/// empty.
+/// empty, and one that is gone when it is read again becomes so.
 class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion,
-                               IFileArchive, IRenderableObject> {
+                               IFileArchive, IRenderableObject, IHostFileItem, IHostFolder> {
 public:
     static constexpr const char* kKind = "FolderSource";
 
@@ -38,15 +41,21 @@ public:
     int32_t Populate() override;
     int32_t GetContentState(int32_t selector, int32_t* value) override;
 
+    int32_t ReadAgain(int32_t newFlags) override;
+    int32_t GetLook(ItemLook* look) override;
     int32_t Render(
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;
 
 private:
-    bool ReadEntries();
+    bool Read(int32_t newFlags);
+    std::vector<Entry> Merge(std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged);
+    SmartPtr<IUnknown> MakeItem(const FolderEntry& found) const;
+    void NoteFailure(const std::error_code& error) const;
 
     std::string m_Path;
     ReadFailuresPtr m_Failures;
     FolderPathPtr m_Above;
-    bool m_IsLink = false; ///< reached by a link, and drawn as one
+    std::shared_ptr<FolderPath> m_Step; ///< this folder, for those below; from the first reading on
+    bool m_IsLink = false;              ///< reached by a link, and drawn as one
     bool m_Filled = false;
 };

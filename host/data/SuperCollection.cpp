@@ -150,12 +150,24 @@ int32_t SuperCollectionBase::InsertItem(int32_t index, int32_t, IUnknown* item, 
 }
 
 void SuperCollectionBase::Clear() {
-    // What dies may look back at this collection, which is empty by then.
-    EntryList removed;
-    removed.swap(m_Entries);
+    EntryList none;
+    Exchange(none);
+}
+
+void SuperCollectionBase::Replace(std::vector<Entry> entries) {
+    CollectionVersion::Advance();
+    Exchange(entries);
+}
+
+void SuperCollectionBase::Exchange(std::vector<Entry>& entries) {
+    // What dies may look back at this collection, which has its new entries by then.
+    entries.swap(m_Entries);
     CollectionVersion::AddBlind(std::exchange(m_IsBlind, false) ? -1 : 0);
-    if (!removed.empty()) {
-        ReleaseEntries(removed);
+    for (const Entry& entry : m_Entries) {
+        NoteItem(entry.m_Item.Get());
+    }
+    if (!entries.empty()) {
+        ReleaseEntries(entries);
     }
 }
 

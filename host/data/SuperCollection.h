@@ -49,12 +49,17 @@ public:
     bool IsEmpty() const { return m_Entries.empty(); }
 
 protected:
+    const std::vector<Entry>& Entries() const { return m_Entries; }
+    /// Puts these entries in the place of all that there are.
+    void Replace(std::vector<Entry> entries);
+
     SuperCollectionBase() = default;
     ~SuperCollectionBase() { Clear(); }
 
 private:
     Entry* Find(int32_t index);
     void Clear();
+    void Exchange(std::vector<Entry>& entries);
     void NoteItem(IUnknown* item);
 
     std::vector<Entry> m_Entries;

@@ -8,6 +8,8 @@ enum class ItemKind { kFolder, kFile, kText, kImage, kProgram };
 struct ItemLook {
     ItemKind m_Kind = ItemKind::kFile;
     bool m_IsLink = false; ///< an arrow says so
+
+    bool operator==(const ItemLook&) const = default;
 };
 
 /// Draws an item in the middle of a rectangle of whole pixels, with lines in the pixels of whatever

@@ -1,5 +1,7 @@
 #include "app/replay/Session.h"
 #include "app/settings/Parameters.h"
+#include "host/data/Source.h"
+#include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
 
 #include <sstream>
@@ -178,4 +180,33 @@ TEST_F(SessionTest, PictureIsDrawnAgainOnlyWhenSomethingInItChanged) {
     }
     EXPECT_TRUE(isDrawn()) << "closed";
     EXPECT_FALSE(isDrawn());
+}
+
+TEST_F(SessionTest, ReadingFoldersAgainKeepsTheSelectedRowAndTheTopByName) {
+    const TemporaryFolder folder;
+    const auto change = [&](const std::string& made, const std::string& removed) {
+        std::ofstream(folder / made).flush();
+        std::filesystem::remove(folder / removed);
+    };
+    for (const char* name : {"a", "c", "d", "e", "f", "g", "h", "i", "k"}) {
+        change(name, "none");
+    }
+    BindCollection(OpenSource((folder / "").string(), std::make_shared<ReadFailures>()));
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    DrawPicture(m_Tree.Get(), kFourRows);
+    session.Feed(TypedInput{"e"});
+    m_Tree->Control(PARAMETER_SCROLLPOS, 2);
+    const std::tuple<const char*, const char*, int, const char*> steps[] = {
+        {"b", "none", 3, "e"}, {"l", "a", 2, "e"}, {"m", "d", 2, "e"}, {"n", "e", 2, ""}};
+    for (const auto& [made, removed, top, selected] : steps) {
+        change(made, removed);
+        EXPECT_EQ((session.Feed(KeyInput{Key::kF5}), Value(PARAMETER_SCROLLPOS)), top) << made;
+        EXPECT_EQ(SelectedLabel(), selected) << made;
+        EXPECT_EQ(session.Marked().m_Focused.has_value(), *selected != '\0') << made;
+    }
+    EXPECT_EQ(Rows(), "b c f g h i k l m n");
+    record.str("");
+    session.Feed(KeyInput{Key::kF5});
+    EXPECT_EQ(record.str(), "key f5 -> 1\n");
 }

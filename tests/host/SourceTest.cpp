@@ -3,6 +3,7 @@
 #include "host/data/Expansion.h"
 #include "host/data/FolderSource.h"
 #include "host/data/JsonSource.h"
+#include "host/data/Rereading.h"
 #include "host/data/XmlSource.h"
 #include "host/text/Text.h"
 #include "tests/support/HostTest.h"
@@ -19,14 +20,18 @@ protected:
     ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
 
     /// Binds a tree and opens levels of it. The labels of the visible rows, separated by blanks,
-    /// each with its level and a '-' when open.
+    /// each with its level, a '-' when open and a '*' when selected.
     std::string OpenedRows(const SmartPtr<ISuperCollection>& root, int32_t levels) {
         BindCollection(root);
         OpenLevels(root.Get(), levels);
+        return ShownRows(root);
+    }
+    static std::string ShownRows(const SmartPtr<ISuperCollection>& root) {
         std::string text;
         VisitRows(root.Get(), [&](ISuperCollection* collection, int32_t index, int32_t flags) {
             text += (text.empty() ? "" : " ") + Place{SmartPtr(collection), index}.Label() +
-                    std::to_string(flags & NODE_LEVEL_MASK) + ((flags & NODE_EXPANDED) ? "-" : "");
+                    std::to_string(flags & NODE_LEVEL_MASK) + ((flags & NODE_EXPANDED) ? "-" : "") +
+                    ((flags & NODE_SELECTED) ? "*" : "");
             return true;
         });
         return text;
@@ -263,4 +268,87 @@ TEST_F(SourceTest, FolderThatCannotBeReadIsEmptyUntilItCan) {
     const SmartPtr<ISuperCollection> root(later.Get());
     EXPECT_EQ(OpenedRows(root, 9), "closed1");
     EXPECT_EQ(IsFilled(Item("closed").Get()), geteuid() == 0);
+}
+
+TEST_F(SourceTest, FolderReadAgainKeepsWhatStaysByName) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "b/deep");
+    std::filesystem::create_directories(folder / "c/lost");
+    for (const char* name : {"b/deep/x", "b/y", "m", "n", "o"}) {
+        std::ofstream(folder / name) << "content";
+    }
+    const auto root = OpenSource((folder / "").string(), m_Failures);
+    EXPECT_EQ(OpenedRows(root, 9), "b1- deep2- x3 y2 c1- lost2 m1 n1 o1");
+    const auto deep = Item("deep");
+    for (const char* name : {"x", "n"}) {
+        SetFlags(name, Flags(name) | NODE_SELECTED);
+    }
+    uint64_t before = 0;
+    uint64_t after = 0;
+    Query<ICollectionVersion>(root.Get())->GetVersion(&before);
+    EXPECT_FALSE(ReadFoldersAgain(root.Get()));
+    Query<ICollectionVersion>(root.Get())->GetVersion(&after);
+    EXPECT_EQ(after, before) << "nothing changed";
+
+    const std::pair<std::function<void()>, const char*> changes[] = {
+        {[&] { std::filesystem::create_directories(folder / "a/new"); },
+            "a1 b1- deep2- x3* y2 c1- lost2 m1 n1* o1"},
+        {[&] { std::ofstream(folder / "b/deep/w"); },
+            "a1 b1- deep2- w3 x3* y2 c1- lost2 m1 n1* o1"},
+        {[&] { std::filesystem::rename(folder / "m", folder / "p"); },
+            "a1 b1- deep2- w3 x3* y2 c1- lost2 n1* o1 p1"},
+        {[&] { std::filesystem::rename(folder / "b/deep", folder / "a/deep"); },
+            "a1 b1- y2 c1- lost2 n1* o1 p1"},
+        {[&] { std::filesystem::remove(folder / "c/lost"); }, "a1 b1- y2 c1- n1* o1 p1"},
+        {[&] { std::ofstream(folder / "c/found"); }, "a1 b1- y2 c1- found2 n1* o1 p1"},
+        {[&] {
+             std::filesystem::remove(folder / "n");
+             std::filesystem::create_directories(folder / "n/inside");
+             std::filesystem::remove_all(folder / "b");
+             std::ofstream(folder / "b") << "a file";
+         },
+            "a1 c1- found2 n1* b1 o1 p1"},
+        {[&] { std::filesystem::remove_all(folder / ""); }, ""}};
+    for (const auto& [change, rows] : changes) {
+        change();
+        EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+        EXPECT_EQ(ShownRows(root), rows);
+        Query<ICollectionVersion>(root.Get())->GetVersion(&after);
+        EXPECT_NE(after, std::exchange(before, after));
+        EXPECT_EQ(RowCount(), int(std::count(rows, rows + strlen(rows), ' ')) + (*rows ? 1 : 0));
+    }
+    EXPECT_EQ(m_Failures->Lines(),
+        std::vector<std::string>{
+            "cannot read " + (folder / "").string() + ": No such file or directory"});
+    std::filesystem::create_directories(folder / "back");
+    EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+    EXPECT_EQ(ShownRows(root), "back1");
+}
+
+TEST_F(SourceTest, FolderOfThousandsOfChangesIsLikeOneReadAfresh) {
+    constexpr int kFiles = 10'000;
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "open");
+    std::ofstream(folder / "open/file5000x") << "stays";
+    const auto root = OpenSource((folder / "").string(), m_Failures);
+    OpenedRows(root, 1);
+    SetFlags("file5000x", Flags("file5000x") | NODE_SELECTED);
+    const auto name = [&](const char* kind, int i) {
+        return folder / ("open/" + (kind + std::to_string(i)));
+    };
+    for (int i = 0; i < kFiles; ++i) {
+        std::ofstream(name("file", i)).flush();
+    }
+    EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+    EXPECT_EQ(RowCount(), kFiles + 2);
+    for (int i = 0; i < kFiles; i += 2) {
+        std::filesystem::rename(name("file", i), name("moved", i));
+        std::filesystem::remove(name("file", i + 1));
+        std::filesystem::remove(name("moved", i % 3 == 0 ? i : -1));
+    }
+    EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+    EXPECT_NE(Flags("file5000x") & NODE_SELECTED, 0);
+    SetFlags("file5000x", Flags("file5000x") & ~NODE_SELECTED);
+    const std::string rows = ShownRows(root);
+    EXPECT_EQ(rows, OpenedRows(OpenSource((folder / "").string(), m_Failures), 1));
 }
