@@ -52,12 +52,13 @@ private:
 
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size);
-    const TreeView view(options.m_Path, 0, options.m_Kind);
+    const auto watch = std::make_shared<FolderWatch>();
+    const TreeView view(options.m_Path, 0, options.m_Kind, watch);
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window(view.Control(), "treehost " + options.m_Path, size,
+        TreeWindow window(view.Control(), "treehost " + options.m_Path, size, *watch,
             options.m_Record ? std::cout : silence);
         window.Run();
     } catch (const NoDisplay& error) {

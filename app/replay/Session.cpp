@@ -1,7 +1,6 @@
 #include "app/replay/Session.h"
 
 #include "app/view/KeptPlace.h"
-#include "host/data/Rereading.h"
 
 #include <algorithm>
 
@@ -72,7 +71,7 @@ int32_t Session::Perform(const TouchInput& input) {
 
 int32_t Session::Perform(const KeyInput& input) {
     if (input.m_Key == Key::kF5) {
-        return ReadAgain();
+        return ReadAgain(FoldersRead::kAll);
     }
     PrepareForKeys();
     return m_Keyboard.Press(input.m_Key, RowsShown());
@@ -83,9 +82,13 @@ int32_t Session::Perform(const TypedInput& input) {
     return m_Keyboard.Type(input.m_Text, RowsShown());
 }
 
-int32_t Session::ReadAgain() {
+void Session::ReadChangedFolders() {
+    Note("folders changed", StatusText(ReadAgain(FoldersRead::kChanged)));
+}
+
+int32_t Session::ReadAgain(FoldersRead which) {
     const KeptPlace place(m_Tree);
-    if (!ReadFoldersAgain(RootOf(m_Tree).Get())) {
+    if (!ReadFoldersAgain(RootOf(m_Tree).Get(), which)) {
         return S_FALSE;
     }
     TellScrollBar();

@@ -4,6 +4,7 @@
 #include "app/replay/EventLog.h"
 #include "app/view/Backdrop.h"
 #include "app/view/Picture.h"
+#include "host/data/Rereading.h"
 
 #include <ostream>
 
@@ -31,9 +32,9 @@ public:
 
     void Feed(const Input& input);
 
-    /// Brings the folders that were read up to what is on disk now. What is at the top and what is
-    /// selected stay so, by name. S_FALSE when nothing changed.
-    int32_t ReadAgain();
+    /// Brings the folders of which a watch has heard up to what is on disk now. What is at the top
+    /// and what is selected stay so, by name.
+    void ReadChangedFolders();
 
     /// The rows to mark beside the selected ones.
     Highlights Marked() const;
@@ -54,6 +55,7 @@ private:
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
+    int32_t ReadAgain(FoldersRead which);
     void PrepareForKeys();
     void TellScrollBar();
     void Activate(IUnknown* node);

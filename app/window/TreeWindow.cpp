@@ -4,6 +4,7 @@
 
 void TreeWindow::Run() {
     while (!m_IsClosed) {
+        ReadChangedFolders();
         Update();
         SDL_Event event;
         if (SDL_WaitEvent(&event) == 0) {
@@ -18,6 +19,7 @@ void TreeWindow::Run() {
 void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
+    m_AreFoldersChanged |= m_Waker.IsFrom(event);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
         m_Session.NoteLeft();
     }
@@ -107,6 +109,15 @@ bool TreeWindow::IsOnPanel(double x) const {
 Size TreeWindow::TreeSize() const {
     const Size size = m_Window.GetSize();
     return {size.m_Width - (m_Panel ? Panel::WidthIn(size.m_Width) : 0), size.m_Height};
+}
+
+/// Once for each picture, however many changes there were.
+void TreeWindow::ReadChangedFolders() {
+    if (std::exchange(m_AreFoldersChanged, false)) {
+        m_Watch.Take();
+        m_Session.ReadChangedFolders();
+        m_Waker.Arm();
+    }
 }
 
 /// Draws only what changed, and shows it again when the window asks for that.

@@ -12,8 +12,8 @@
 
 namespace {
 
-SmartPtr<ISuperCollection> OpenFolder(const std::string& path, const ReadFailuresPtr& failures) {
-    const auto folder = FolderSource::Make(path, failures);
+SmartPtr<ISuperCollection> OpenFolder(const std::string& path, const FolderHelpers& helpers) {
+    const auto folder = FolderSource::Make(path, helpers);
     folder->Populate(); // one that cannot be read is shown empty
     return SmartPtr<ISuperCollection>(folder.Get());
 }
@@ -83,8 +83,8 @@ SmartPtr<ISuperCollection> OpenInput(SourceKind kind, ReadFailures& failures) {
 
 } // namespace
 
-SmartPtr<ISuperCollection> OpenSource(
-    const std::string& path, const ReadFailuresPtr& failures, SourceKind kind) {
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
+    SourceKind kind, const FolderWatchPtr& watch) {
     if (path == "-") {
         return OpenInput(kind, *failures);
     }
@@ -93,6 +93,6 @@ SmartPtr<ISuperCollection> OpenSource(
     if (!std::filesystem::exists(status)) {
         throw SourceMissing("cannot open " + path + ": " + error.message());
     }
-    return std::filesystem::is_directory(status) ? OpenFolder(path, failures)
+    return std::filesystem::is_directory(status) ? OpenFolder(path, {failures, watch})
                                                  : OpenFile(path, kind, *failures);
 }
