@@ -52,12 +52,14 @@ private:
 
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size, options.m_Scale);
-    const TreeView view(options.m_Path, 0, options.m_Kind);
+    const auto watch = std::make_shared<FolderWatch>();
+    const TreeView view(options.m_Path, 0, options.m_Kind, watch);
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window(view, options.m_Path, size, options.m_Record ? std::cout : silence);
+        TreeWindow window(
+            view, options.m_Path, size, *watch, options.m_Record ? std::cout : silence);
         window.Run();
     } catch (const NoDisplay& error) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +

@@ -1,7 +1,6 @@
 #include "app/replay/Session.h"
 
 #include "app/view/KeptPlace.h"
-#include "host/data/Rereading.h"
 #include "host/text/Text.h"
 
 #include <algorithm>
@@ -73,7 +72,7 @@ int32_t Session::Perform(const TouchInput& input) {
 
 int32_t Session::Perform(const KeyInput& input) {
     if (input.m_Key == Key::kF5) {
-        return ReadAgain();
+        return ReadAgain(FoldersRead::kAll);
     }
     if (!m_Search && input.m_Key == Key::kEscape) {
         return S_FALSE;
@@ -120,9 +119,13 @@ int32_t Session::Perform(const TypedInput& input) {
     return SearchIn(Search::Direction::kStay);
 }
 
-int32_t Session::ReadAgain() {
+void Session::ReadChangedFolders() {
+    Note("folders changed", StatusText(ReadAgain(FoldersRead::kChanged)));
+}
+
+int32_t Session::ReadAgain(FoldersRead which) {
     const KeptPlace place(m_Tree);
-    if (!ReadFoldersAgain(RootOf(m_Tree).Get())) {
+    if (!ReadFoldersAgain(RootOf(m_Tree).Get(), which)) {
         return S_FALSE;
     }
     TellScrollBar();

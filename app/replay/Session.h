@@ -5,6 +5,7 @@
 #include "app/replay/EventLog.h"
 #include "app/view/Backdrop.h"
 #include "app/view/Picture.h"
+#include "host/data/Rereading.h"
 
 #include <ostream>
 
@@ -35,9 +36,9 @@ public:
     /// What is searched for; none unless a search was begun by typing '/'. Letters go on with it,
     /// down, enter and up go to the next and to the previous item found, and any other key ends it.
     const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
-    /// Brings the folders that were read up to what is on disk now. What is at the top and what is
-    /// selected stay so, by name. S_FALSE when nothing changed.
-    int32_t ReadAgain();
+    /// Brings the folders of which a watch has heard up to what is on disk now. What is at the top
+    /// and what is selected stay so, by name.
+    void ReadChangedFolders();
 
     /// The rows to mark beside the selected ones.
     Highlights Marked() const;
@@ -58,6 +59,7 @@ private:
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
+    int32_t ReadAgain(FoldersRead which);
     void PrepareForKeys();
     int32_t PressInSearch(Key key);
     int32_t SearchIn(Search::Direction direction);

@@ -48,8 +48,9 @@ SmartPtr<IUITree> ControlHost::CreateTree() const {
     return tree;
 }
 
-TreeView::TreeView(const std::string& path, int32_t depth, SourceKind kind)
-    : m_Source(OpenSource(Absolute(path), m_Failures, kind)), m_Tree(m_Host.CreateTree()) {
+TreeView::TreeView(
+    const std::string& path, int32_t depth, SourceKind kind, const FolderWatchPtr& watch)
+    : m_Source(OpenSource(Absolute(path), m_Failures, kind, watch)), m_Tree(m_Host.CreateTree()) {
     if (m_Tree->put_Collection(m_Source.Get()) < 0) {
         throw std::runtime_error("the control does not take the tree");
     }

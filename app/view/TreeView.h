@@ -35,8 +35,9 @@ struct NotAllRead : std::runtime_error {
 /// A control that shows the tree behind a path. Throws what OpenSource and ControlHost throw.
 class TreeView {
 public:
-    /// Opens `depth` levels of the tree.
-    TreeView(const std::string& path, int32_t depth, SourceKind kind = SourceKind::kByContent);
+    /// Opens `depth` levels of the tree. Folders are watched by `watch`.
+    TreeView(const std::string& path, int32_t depth, SourceKind kind = SourceKind::kByContent,
+        const FolderWatchPtr& watch = nullptr);
 
     IUITree* Control() const { return m_Tree.Get(); }
     ISuperCollection* Source() const { return m_Source.Get(); }

@@ -7,6 +7,7 @@
 
 void TreeWindow::Run() {
     while (!m_IsClosed) {
+        ReadChangedFolders();
         Update();
         SDL_Event event;
         if (SDL_WaitEvent(&event) == 0) {
@@ -21,6 +22,7 @@ void TreeWindow::Run() {
 void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
+    m_AreFoldersChanged |= m_Waker.IsFrom(event);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
         m_Session.NoteLeft();
     }
@@ -129,6 +131,15 @@ std::string TreeWindow::Status() const {
     return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
            (unread > 0 ? ", not all could be read" : "") +
            (selected.empty() ? "" : "  \u2014  " + selected);
+}
+
+/// Once for each picture, however many changes there were.
+void TreeWindow::ReadChangedFolders() {
+    if (std::exchange(m_AreFoldersChanged, false)) {
+        m_Watch.Take();
+        m_Session.ReadChangedFolders();
+        m_Waker.Arm();
+    }
 }
 
 /// Draws only what changed, and shows it again when the window asks for that.

@@ -37,6 +37,8 @@ struct IHostFolder : IUnknown {
     /// flag words and what was read below them; new ones get `newFlags`. What cannot be read is
     /// empty then. S_FALSE when nothing changed; after a failure all is as it was.
     virtual int32_t ReadAgain(int32_t newFlags) = 0;
+    /// Whether its watch heard of a change: S_OK, or S_FALSE.
+    virtual int32_t IsChanged() = 0;
 };
 
 /// What the text renderer reads from a text style.

@@ -76,6 +76,7 @@ int32_t FolderSource::SetFileName(IString* fileName) {
     return Guarded([&] {
         m_Path = ToUtf8(CREFString(fileName));
         RemoveAll();
+        Unwatch();
         m_Filled = false;
         return S_OK;
     });
@@ -92,12 +93,30 @@ int32_t FolderSource::ReadAgain(int32_t newFlags) {
     return Guarded([&] { return Read(newFlags) ? S_OK : S_FALSE; });
 }
 
+int32_t FolderSource::IsChanged() {
+    return m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber) ? S_OK : S_FALSE;
+}
+
+/// Before each reading: another folder may have come in the place of the one that was watched.
+void FolderSource::WatchAnew() {
+    const int number = m_Helpers.m_Watch ? m_Helpers.m_Watch->Add(m_Path) : -1;
+    Unwatch();
+    m_WatchNumber = number;
+}
+
+void FolderSource::Unwatch() {
+    if (m_Helpers.m_Watch) {
+        m_Helpers.m_Watch->Remove(std::exchange(m_WatchNumber, -1));
+    }
+}
+
 /// Whether the entries are others now. Until they are all there, nothing is changed.
 bool FolderSource::Read(int32_t newFlags) {
     if (!m_Step) {
         m_Step = std::make_shared<FolderPath>(FolderPath{.m_Above = m_Above});
     }
     Identify(m_Path, *m_Step);
+    WatchAnew();
     std::error_code error;
     bool isChanged = false;
     auto entries = Merge(ReadFolder(m_Path, m_Step.get(), error), newFlags, isChanged);
@@ -140,8 +159,7 @@ SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
     if (!found.IsFolder()) {
         return SmartPtr(FileItem::Make(found.m_Look)->Identity());
     }
-    const auto folder =
-        Make(m_Path + '/' + found.m_Name, m_Failures, m_Step, found.m_Look.m_IsLink);
+    const auto folder = Make(m_Path + '/' + found.m_Name, m_Helpers, m_Step, found.m_Look.m_IsLink);
     return SmartPtr(folder->Identity());
 }
 
@@ -149,8 +167,8 @@ SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
 /// where there is one.
 void FolderSource::NoteFailure(const std::error_code& error) const {
     const bool isGone = m_Filled && m_Above && error == std::errc::no_such_file_or_directory;
-    if (m_Failures && !isGone) {
-        m_Failures->Add(m_Path, error.value());
+    if (m_Helpers.m_Failures && !isGone) {
+        m_Helpers.m_Failures->Add(m_Path, error.value());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/interfaces/FileInterfaces.h"
+#include "host/data/FolderWatch.h"
 #include "host/data/ReadFailures.h"
 #include "host/data/SuperCollection.h"
 
@@ -16,6 +17,12 @@ struct FolderPath {
     ino_t m_Inode = 0;
     std::shared_ptr<const FolderPath> m_Above = {};
 };
+/// What the folders of one tree share; either may be null.
+struct FolderHelpers {
+    ReadFailuresPtr m_Failures = {}; ///< hears of what cannot be read
+    FolderWatchPtr m_Watch = {};     ///< watches what was read
+};
+
 struct FolderEntry; ///< what is found in a folder
 using FolderPathPtr = std::shared_ptr<const FolderPath>;
 
@@ -29,12 +36,12 @@ public:
     static constexpr const char* kKind = "FolderSource";
 
     FolderSource() = default;
-    /// `path` as the system has it, which need not be UTF-8. What cannot be read goes to
-    /// `failures`, where there are any.
-    explicit FolderSource(std::string path, ReadFailuresPtr failures = nullptr,
+    /// `path` as the system has it, which need not be UTF-8.
+    explicit FolderSource(std::string path, FolderHelpers helpers = {},
         FolderPathPtr above = nullptr, bool isLink = false)
-        : m_Path(std::move(path)), m_Failures(std::move(failures)), m_Above(std::move(above)),
+        : m_Path(std::move(path)), m_Helpers(std::move(helpers)), m_Above(std::move(above)),
           m_IsLink(isLink) {}
+    ~FolderSource() { Unwatch(); }
 
     int32_t SetFileName(IString* fileName) override;
     /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again.
@@ -42,6 +49,7 @@ public:
     int32_t GetContentState(int32_t selector, int32_t* value) override;
 
     int32_t ReadAgain(int32_t newFlags) override;
+    int32_t IsChanged() override;
     int32_t GetLook(ItemLook* look) override;
     int32_t Render(
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;
@@ -50,12 +58,15 @@ private:
     bool Read(int32_t newFlags);
     std::vector<Entry> Merge(std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged);
     SmartPtr<IUnknown> MakeItem(const FolderEntry& found) const;
+    void WatchAnew();
+    void Unwatch();
     void NoteFailure(const std::error_code& error) const;
 
     std::string m_Path;
-    ReadFailuresPtr m_Failures;
+    FolderHelpers m_Helpers;
     FolderPathPtr m_Above;
     std::shared_ptr<FolderPath> m_Step; ///< this folder, for those below; from the first reading on
-    bool m_IsLink = false;              ///< reached by a link, and drawn as one
+    int m_WatchNumber = -1;
+    bool m_IsLink = false; ///< reached by a link, and drawn as one
     bool m_Filled = false;
 };

@@ -35,14 +35,15 @@ void AppendFilled(ISuperCollection* collection, std::vector<Waiting>& waiting) {
 
 } // namespace
 
-bool ReadFoldersAgain(ISuperCollection* root) {
+bool ReadFoldersAgain(ISuperCollection* root, FoldersRead which) {
     bool isChanged = false;
     std::vector<Waiting> waiting{{SmartPtr(root), NODE_VISIBLE | 1}};
     while (!waiting.empty()) {
         const Waiting next = std::move(waiting.back());
         waiting.pop_back();
         if (const auto folder = Query<IHostFolder>(next.m_Folder.Get())) {
-            isChanged |= folder->ReadAgain(next.m_NewFlags) == S_OK;
+            const bool isRead = which == FoldersRead::kAll || folder->IsChanged() == S_OK;
+            isChanged |= isRead && folder->ReadAgain(next.m_NewFlags) == S_OK;
             AppendFilled(next.m_Folder.Get(), waiting);
         }
     }

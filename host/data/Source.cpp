@@ -16,8 +16,8 @@
 
 namespace {
 
-SmartPtr<ISuperCollection> OpenFolder(const std::string& path, const ReadFailuresPtr& failures) {
-    const auto folder = FolderSource::Make(path, failures);
+SmartPtr<ISuperCollection> OpenFolder(const std::string& path, const FolderHelpers& helpers) {
+    const auto folder = FolderSource::Make(path, helpers);
     folder->Populate(); // one that cannot be read is shown empty
     return SmartPtr<ISuperCollection>(folder.Get());
 }
@@ -126,8 +126,8 @@ SmartPtr<ISuperCollection> OpenInput(SourceKind kind, ReadFailures& failures) {
 
 } // namespace
 
-SmartPtr<ISuperCollection> OpenSource(
-    const std::string& path, const ReadFailuresPtr& failures, SourceKind kind) {
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
+    SourceKind kind, const FolderWatchPtr& watch) {
     if (path == "-") {
         return OpenInput(kind, *failures);
     }
@@ -137,7 +137,7 @@ SmartPtr<ISuperCollection> OpenSource(
         throw SourceMissing("cannot open " + path + ": " + error.message());
     }
     if (std::filesystem::is_directory(status)) {
-        return OpenFolder(path, failures);
+        return OpenFolder(path, {failures, watch});
     }
     // What is no regular file, a pipe for one, can be read only once.
     const bool isArchive =

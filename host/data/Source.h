@@ -2,6 +2,7 @@
 
 #include "framework/interfaces/CollectionInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
+#include "host/data/FolderWatch.h"
 #include "host/data/ReadFailures.h"
 
 #include <stdexcept>
@@ -23,7 +24,8 @@ enum class SourceKind {
 
 /// The data behind a path: a folder, whose first level is read at once; a file; or standard input
 /// for "-". What cannot be read, now or when a folder is opened, is
-/// missing from the collection and named in `failures`. Throws SourceMissing for what does not
+/// missing from the collection and named in `failures`. Folders that
+/// are read are watched by `watch`. Throws SourceMissing for what does not
 /// exist.
 SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
-    SourceKind kind = SourceKind::kByContent);
+    SourceKind kind = SourceKind::kByContent, const FolderWatchPtr& watch = nullptr);

@@ -73,7 +73,7 @@ protected:
         std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
         // The system's own libraries keep what they allocate.
         m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
-                         "run '" + (m_Folder / "tree").string() + "' --size 200x88" + m_Scale +
+                         "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" + m_Scale +
                          " --record --document '" + m_Settings + "'");
         Do("search --sync --onlyvisible --name '^treehost' windowmove --sync %1 0 0 "
            "windowfocus --sync %1");
@@ -90,6 +90,7 @@ protected:
     }
 
     TemporaryFolder m_Folder;
+    std::string m_Shown = "tree";
     std::string m_Settings = m_Folder / "settings";
     std::string m_Scale;
     std::optional<Program> m_Server;
@@ -99,6 +100,14 @@ protected:
 class ScaledWindowTest : public WindowTest {
 protected:
     ScaledWindowTest() { m_Scale = " --scale 2"; }
+};
+
+class FolderWindowTest : public WindowTest {
+protected:
+    FolderWindowTest() {
+        m_Shown = "shown";
+        std::filesystem::create_directories(m_Folder / "shown");
+    }
 };
 
 } // namespace
@@ -154,5 +163,18 @@ TEST_F(WindowTest, PanelChangesTheTreeBesideItWhichStillAnswersTheMouse) {
     Expect("mousemove 50 70 key Escape", "cancel -> 0");
     Expect("click 1", "node=\"D\"");
     Do("key F2 key F2 key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(FolderWindowTest, FolderIsShownAsItIsNowWithoutAKeyAndWithF5) {
+    for (const char* name : {"first", "second"}) {
+        std::filesystem::create_directory(m_Folder / (std::string("shown/") + name));
+        ASSERT_TRUE(m_Window->WaitFor("folders changed -> 0")) << name;
+    }
+    Expect("mousemove 60 33 click 1", "node=\"second\"");
+    std::filesystem::remove(m_Folder / "shown/first");
+    ASSERT_TRUE(m_Window->WaitFor("folders changed -> 0"));
+    Expect("key F5", "key f5 -> 1"); // there is nothing left to do
+    EXPECT_EQ(std::system("kill -TERM $(xdotool getwindowfocus getwindowpid)"), 0);
     EXPECT_EQ(m_Window->Wait(), 0);
 }

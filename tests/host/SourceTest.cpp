@@ -11,6 +11,7 @@
 
 #include <archive.h>
 #include <archive_entry.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -254,7 +255,7 @@ TEST_F(SourceTest, FolderShowsFoldersFirstAndReadsThemWhenOpened) {
 TEST_F(SourceTest, FolderThatCannotBeReadIsEmptyUntilItCan) {
     const TemporaryFolder folder;
     const std::string path = (folder / "later").string();
-    const auto later = FolderSource::Make(path, m_Failures);
+    const auto later = FolderSource::Make(path, FolderHelpers{m_Failures});
     EXPECT_LT(later->Populate(), 0);
     EXPECT_LT(later->Populate(), 0);
     EXPECT_EQ(m_Failures->Lines(),
@@ -351,4 +352,56 @@ TEST_F(SourceTest, FolderOfThousandsOfChangesIsLikeOneReadAfresh) {
     SetFlags("file5000x", Flags("file5000x") & ~NODE_SELECTED);
     const std::string rows = ShownRows(root);
     EXPECT_EQ(rows, OpenedRows(OpenSource((folder / "").string(), m_Failures), 1));
+}
+
+TEST_F(SourceTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "read/deep");
+    std::filesystem::create_directories(folder / "closed");
+    std::filesystem::create_directory_symlink("read", folder / "twice");
+    const auto watch = std::make_shared<FolderWatch>();
+    const auto root = OpenSource((folder / "").string(), m_Failures, SourceKind::kByContent, watch);
+    BindCollection(root);
+    for (const char* name : {"read", "twice"}) {
+        ToggleNode(root.Get(), Find(name).index);
+    }
+    // The system tells of a change before the call that made it returns.
+    const auto isTold = [&] {
+        pollfd waiting{watch->Descriptor(), POLLIN, 0};
+        return poll(&waiting, 1, 0) == 1;
+    };
+    const auto rowsAfterTold = [&] {
+        watch->Take();
+        EXPECT_FALSE(isTold());
+        ReadFoldersAgain(root.Get(), FoldersRead::kChanged);
+        return ShownRows(root);
+    };
+    const auto watches = [&] {
+        std::ifstream info("/proc/self/fdinfo/" + std::to_string(watch->Descriptor()));
+        int count = 0;
+        for (std::string line; std::getline(info, line);) {
+            count += line.starts_with("inotify") ? 1 : 0;
+        }
+        return count;
+    };
+    const auto touch = [&](const char* name) { std::ofstream(folder / name).flush(); };
+    touch("closed/file");
+    EXPECT_FALSE(isTold()) << "never read";
+    EXPECT_EQ(watches(), 2) << "one for a folder that is shown twice";
+    touch("read/file");
+    EXPECT_TRUE(isTold());
+    EXPECT_EQ(rowsAfterTold(), "closed1 read1- deep2 file2 twice1- deep2 file2");
+
+    std::ifstream limit("/proc/sys/fs/inotify/max_queued_events");
+    int events = 0;
+    ASSERT_TRUE(limit >> events);
+    for (int i = 0; i <= events / 2; ++i) { // each is two at least
+        touch("much");
+        std::filesystem::remove(folder / "much");
+    }
+    touch("read/lost");
+    EXPECT_EQ(rowsAfterTold(), "closed1 read1- deep2 file2 lost2 twice1- deep2 file2 lost2");
+    std::filesystem::remove_all(folder / "read");
+    EXPECT_EQ(rowsAfterTold(), "closed1 twice1");
+    EXPECT_EQ(watches(), 1);
 }

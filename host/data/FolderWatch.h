@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <string>
+#include <unordered_map>
+
+/// Hears of changes in the folders that were read, from the system. Used on one thread, but for
+/// what waits on its descriptor. A folder that the system does not watch, since it watches enough,
+/// never changes here.
+class FolderWatch {
+public:
+    FolderWatch();
+    ~FolderWatch();
+    FolderWatch(const FolderWatch&) = delete;
+    FolderWatch& operator=(const FolderWatch&) = delete;
+
+    /// Watches a folder: from the return on, nothing that happens in it is missed. A folder may be
+    /// watched several times, by the same number. Negative when it cannot be. Throws
+    /// std::bad_alloc.
+    int Add(const std::string& path);
+    /// Ends one watch of a folder; does nothing for a negative number.
+    void Remove(int number);
+
+    /// Readable while there are changes to take; negative when the system has no watches at all.
+    int Descriptor() const { return m_Descriptor; }
+    /// Takes the changes that there are, whatever their number. Throws std::bad_alloc.
+    void Take();
+    /// Whether a folder was changed, by what was taken last. So were all when the system lost
+    /// count.
+    bool IsChanged(int number) const { return m_AreAllChanged || m_Changed.contains(number); }
+
+private:
+    int m_Descriptor;
+    std::unordered_map<int, int> m_Watches; ///< how often each is wanted
+    std::set<int> m_Changed;
+    bool m_AreAllChanged = false;
+};
+using FolderWatchPtr = std::shared_ptr<FolderWatch>;
