@@ -30,48 +30,48 @@ void Suffer(Trial& trial, const std::string& name, const Stage& stage, const Col
     trial.Expect(scenario.Draws(candidate.Get()), "after " + name + " it does not draw any more");
 }
 
-/// Collections that each hold the next, and the last one the first.
-class Ring {
+/// Collections that may hold each other; at the end, also of a check that ends early, they let go.
+class Family {
 public:
-    explicit Ring(size_t length) : m_Collections(length) {
-        for (auto& each : m_Collections) {
+    explicit Family(size_t count) : m_Members(count) {
+        for (auto& each : m_Members) {
             each = SuperCollection::Make();
         }
-        for (size_t i = 0; i < length; ++i) {
-            m_Collections[i]->Append("next", m_Collections[(i + 1) % length]->Identity());
-            m_Collections[i]->Append("leaf", nullptr);
-            m_Collections[i]->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+    }
+    ~Family() {
+        for (const auto& each : m_Members) {
+            each->RemoveAll();
         }
     }
-    ~Ring() {
-        for (const auto& each : m_Collections) {
-            each->RemoveAll(); // it would hold itself, also when a check has ended early
-        }
-    }
-    Ring(const Ring&) = delete;
+    Family(const Family&) = delete;
 
-    Collection First() const { return Shared(m_Collections.front()); }
+    SuperCollection& operator[](size_t index) { return *m_Members[index].Get(); }
+    Collection First() const { return Shared(m_Members.front()); }
 
 private:
-    std::vector<SmartPtr<SuperCollection>> m_Collections;
+    std::vector<SmartPtr<SuperCollection>> m_Members;
 };
 
 void Rings(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     for (size_t length = 1; length <= 3; ++length) {
-        const Ring ring(length);
+        Family ring(length);
+        for (size_t i = 0; i < length; ++i) {
+            ring[i].Append("next", ring[(i + 1) % length].Identity());
+            ring[i].Append("leaf", nullptr);
+            ring[i].SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+        }
         Suffer(trial, "a ring of " + std::to_string(length), stage, ring.First());
     }
-    const auto parents = SuperCollection::Make();
+    Family parents(3);
     const auto child = DataOf("x\ny\n");
-    for (const char* name : {"one", "other"}) {
-        const auto parent = SuperCollection::Make();
-        parent->Append(name, child.Get());
-        parents->Append(name, parent->Identity());
+    for (const size_t parent : {1, 2}) {
+        parents[parent].Append("child", child.Get());
+        parents[0].Append("parent", parents[parent].Identity());
     }
-    OpenLevels(Shared(parents).Get(), 3);
-    Suffer(trial, "a child in two parents", stage, Shared(parents));
+    OpenLevels(parents.First().Get(), 3);
+    Suffer(trial, "a child in two parents", stage, parents.First());
 }
 
 /// A collection that is asked, and may do anything before it answers.
