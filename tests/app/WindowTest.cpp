@@ -1,47 +1,13 @@
 #include "host/settings/Document.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/Program.h"
 
 #include <X11/Xlib.h>
-#include <cstdio>
 #include <optional>
 
 // The window, driven by a hand on a display that nobody sees.
 
 namespace {
-
-/// A program that runs beside the test, which reads what it writes line by line. It is waited for
-/// at the end, for a minute at most.
-class Program {
-public:
-    explicit Program(const std::string& command)
-        : m_Output(popen(("exec timeout 60 " + command).c_str(), "r")) {}
-    ~Program() { Wait(); }
-    Program(const Program&) = delete;
-
-    /// The next line with its end, or "" when there is none.
-    std::string ReadLine() {
-        char line[1000] = "";
-        return m_Output && fgets(line, sizeof(line), m_Output) ? line : "";
-    }
-    /// Reads on up to a line that contains the text; false when none does.
-    bool WaitFor(const std::string& text) {
-        std::string line = ReadLine();
-        while (!line.empty() && line.find(text) == std::string::npos) {
-            line = ReadLine();
-        }
-        return !line.empty();
-    }
-    /// Waits until the program ends: its exit status, or -1.
-    int Wait() {
-        while (!ReadLine().empty()) {
-        }
-        const int status = m_Output ? pclose(std::exchange(m_Output, nullptr)) : -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-private:
-    FILE* m_Output;
-};
 
 /// Asks the focused window to close, as a window manager does when its close button is pressed.
 void PressCloseButton() {
@@ -64,12 +30,7 @@ protected:
         if (*EMULATOR != '\0' || std::system("which Xvfb xdotool >/dev/null") != 0) {
             GTEST_SKIP() << "no display for an emulated program, or without Xvfb and xdotool";
         }
-        // It ends when nobody uses it any more. A key that is held long, because the machine is
-        // busy, is not repeated.
-        m_Server.emplace("Xvfb -r -displayfd 1 -screen 0 640x480x24 -nolisten tcp -terminate");
-        const std::string number = m_Server->ReadLine();
-        ASSERT_NE(number, "") << "Xvfb does not start";
-        setenv("DISPLAY", (':' + number.substr(0, number.size() - 1)).c_str(), 1);
+        ASSERT_TRUE(OpenDisplay(m_Server)) << "Xvfb does not start";
         std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
         // The system's own libraries keep what they allocate.
         m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
@@ -79,10 +40,6 @@ protected:
            "windowfocus --sync %1");
     }
 
-    /// Moves the pointer or presses something.
-    static void Do(const std::string& action) {
-        EXPECT_EQ(std::system(("timeout 60 xdotool " + action).c_str()), 0) << action;
-    }
     /// Does something and waits until the record tells of it.
     void Expect(const std::string& action, const std::string& line) {
         Do(action);
