@@ -175,6 +175,7 @@ int32_t CBroken::Render(UbuntuCanvas* canvas, CANVASRect* rect, IUnknown*, int32
     }
     cairo_t* context = canvas->m_Context;
     const auto copy = Is(EXCEPTION) ? std::make_unique<CANVASRect>(*rect) : nullptr;
+    [[maybe_unused]] const CANVASRect* volatile used = copy.get(); // it would not be made unused
     cairo_save(context);
     cairo_rectangle(context, rect->left, rect->top, rect->width + (Is(DRAWN_OUTSIDE) ? 1.0 : 0.0),
         rect->height);
