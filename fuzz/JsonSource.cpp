@@ -4,6 +4,6 @@
 #include "fuzz/ReadTree.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    RequireTree(ReadJson, data, size);
+    RequireTree(IndexJson, data, size);
     return 0;
 }

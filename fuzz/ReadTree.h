@@ -5,6 +5,7 @@
 #include "framework/support/HostStrings.h"
 #include "fuzz/Input.h"
 #include "host/components/LiveObjects.h"
+#include "host/data/DocumentBranch.h"
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
@@ -28,19 +29,19 @@ inline std::string ShownRows(ISuperCollection* root) {
     return rows;
 }
 
-/// Reads a text twice: the same tree, whose last row tells the fault if there is one, and of which
-/// nothing is left in the end.
-template <class Reader>
-void RequireTree(Reader read, const uint8_t* data, size_t size) {
+/// Reads a text several times, and jumps over nothing, some and all of what is in it: the same
+/// tree, whose last row tells the fault if there is one, and of which nothing is left in the end.
+template <class Index>
+void RequireTree(Index index, const uint8_t* data, size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     std::string rows;
-    for (const bool isFirst : {true, false}) {
-        std::string fault;
-        const auto tree = read(text, fault);
+    for (const size_t least : {SIZE_MAX, size_t{24}, size_t{1}}) {
+        const DocumentTextPtr document = index(std::string(text), nullptr, least);
+        const auto tree = DocumentBranch::MakeRoot(document, document->ReadRoot());
         const std::string shown = ShownRows(tree.Get());
-        const std::wstring wide = ToWide(fault);
-        Require(shown.ends_with(fault.empty() ? "" : ToPrintable(Refer(wide)) + '\n'));
-        Require(isFirst || shown == rows);
+        const std::wstring fault = ToWide(document->Fault());
+        Require(shown.ends_with(fault.empty() ? "" : ToPrintable(Refer(fault)) + '\n'));
+        Require(least == SIZE_MAX || shown == rows);
         rows = shown;
     }
     Require(LiveObjects().empty());

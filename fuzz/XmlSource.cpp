@@ -4,6 +4,6 @@
 #include "fuzz/ReadTree.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    RequireTree(ReadXml, data, size);
+    RequireTree(IndexXml, data, size);
     return 0;
 }

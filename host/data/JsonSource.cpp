@@ -1,41 +1,97 @@
 #include "host/data/JsonSource.h"
 
-#include "host/data/TextItems.h"
+#include "host/data/DocumentBranch.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <vector>
 
 namespace {
 
 using Json = nlohmann::json;
 
-/// Builds the tree while the parser reports, one level of its own for each object or array that is
-/// open.
-class Builder final : public nlohmann::json_sax<Json> {
+/// A place in a text, which goes forward as the parser reads and may jump.
+class Cursor {
 public:
-    explicit Builder(TextBranch& root) { m_Levels.push_back({SmartPtr(&root), false, {}, 0}); }
+    Cursor(std::string_view text, size_t at, size_t end, ReadProgress* progress = nullptr)
+        : m_Text(text), m_At(at), m_Stop(progress ? at : end), m_End(end), m_Progress(progress) {}
 
-    bool null() override { return AddValue("null"); }
-    bool boolean(bool value) override { return AddValue(value ? "true" : "false"); }
-    bool number_integer(number_integer_t value) override { return AddValue(Json(value).dump()); }
-    bool number_unsigned(number_unsigned_t value) override { return AddValue(Json(value).dump()); }
-    /// As it is written: what a double cannot hold is shown all the same.
-    bool number_float(number_float_t, const string_t& written) override {
-        return AddValue(written);
+    size_t At() const { return m_At; }
+    void Jump(size_t at) {
+        m_Jumped += at - m_At;
+        m_At = at;
     }
-    bool string(string_t& value) override {
-        return AddValue(Json(value).dump(-1, ' ', false, Json::error_handler_t::replace));
+    size_t Jumped() const { return m_Jumped; }
+    char Character() const { return m_Text[m_At]; }
+    void Advance() { ++m_At; }
+    bool IsBeforeEnd() { return m_At != m_Stop || GoOn(); }
+    /// Whether the progress made an end of it.
+    bool IsStopped() const { return m_IsStopped; }
+
+private:
+    bool GoOn() {
+        constexpr size_t kStep = size_t{1} << 18;
+        if (m_At == m_End) {
+            return false;
+        }
+        m_IsStopped = !m_Progress->Advance(m_At, m_Text.size());
+        m_Stop = m_IsStopped ? m_At : m_At + std::min(kStep, m_End - m_At);
+        m_End = m_IsStopped ? m_At : m_End;
+        return !m_IsStopped;
     }
+
+    std::string_view m_Text;
+    size_t m_At;
+    size_t m_Stop; ///< up to where it reads without asking
+    size_t m_End;
+    ReadProgress* m_Progress;
+    size_t m_Jumped = 0;
+    bool m_IsStopped = false;
+};
+
+/// What the parser, which copies iterators, takes for one; all copies stand where the cursor does.
+struct CursorIterator {
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = ptrdiff_t;
+    using pointer = const char*;
+    using reference = char;
+
+    char operator*() const { return m_Cursor->Character(); }
+    CursorIterator& operator++() {
+        m_Cursor->Advance();
+        return *this;
+    }
+    bool operator!=(const CursorIterator&) const { return m_Cursor->IsBeforeEnd(); }
+    bool operator==(const CursorIterator& other) const { return !(*this != other); }
+
+    Cursor* m_Cursor;
+};
+
+using Events = nlohmann::json_sax<Json>;
+
+/// Reads one value; what is behind it is a fault when `isAlone`.
+bool Parse(Cursor& cursor, Events& events, bool isAlone) {
+    return Json::sax_parse(CursorIterator{&cursor}, CursorIterator{&cursor}, &events,
+        Json::input_format_t::json, isAlone);
+}
+
+/// Hears where containers begin and end, and what is wrong.
+class Indexer final : public Events {
+public:
+    Indexer(const Cursor& cursor, Extents& extents) : m_Cursor(cursor), m_Extents(extents) {}
+
+    bool null() override { return Note(); }
+    bool boolean(bool) override { return Note(); }
+    bool number_integer(number_integer_t) override { return Note(); }
+    bool number_unsigned(number_unsigned_t) override { return Note(); }
+    bool number_float(number_float_t, const string_t&) override { return Note(); }
+    bool string(string_t&) override { return Note(); }
     bool binary(binary_t&) override { return true; }
-    bool key(string_t& name) override {
-        m_Levels.back().m_Key = name;
-        return true;
-    }
-    bool start_object(std::size_t) override { return Open(false); }
-    bool start_array(std::size_t) override { return Open(true); }
-    bool end_object() override { return Close("{}"); }
-    bool end_array() override { return Close("[]"); }
+    bool key(string_t&) override { return true; }
+    bool start_object(std::size_t) override { return Open(); }
+    bool start_array(std::size_t) override { return Open(); }
+    bool end_object() override { return Close(); }
+    bool end_array() override { return Close(); }
     bool parse_error(std::size_t position, const std::string&,
         const nlohmann::detail::exception& error) override {
         m_FaultPosition = position;
@@ -49,58 +105,123 @@ public:
     size_t FaultPosition() const { return m_FaultPosition; }
 
 private:
-    struct Level {
-        SmartPtr<TextBranch> m_Branch;
-        bool m_IsArray;
-        std::string m_Key;
-        size_t m_Index;
-    };
-
-    /// The name of what comes next; "" for the text's only value.
-    std::string TakeName() {
-        Level& level = m_Levels.back();
-        return level.m_IsArray ? std::to_string(level.m_Index++) : std::exchange(level.m_Key, {});
-    }
-    bool AddValue(const std::string& value) {
-        const bool isNamed = m_Levels.size() > 1;
-        const std::string name = TakeName();
-        m_Levels.back().m_Branch->AppendLeaf(isNamed ? name + ": " + value : value);
+    bool Note() {
+        m_Extents.Note();
         return true;
     }
-    /// The outermost object or array is the root itself.
-    bool Open(bool isArray) {
-        SmartPtr<TextBranch> branch = m_Levels.back().m_Branch;
-        if (m_Levels.size() > 1) {
-            branch = TextBranch::Make();
-            m_Levels.back().m_Branch->Append(TakeName(), branch->Identity());
-        }
-        m_Levels.push_back({std::move(branch), isArray, {}, 0});
+    bool Open() {
+        m_Extents.Note();
+        m_Extents.Open(m_Cursor.At() - 1, m_Cursor.At());
         return true;
     }
-    bool Close(const char* empty) {
-        const bool isEmpty = m_Levels.back().m_Branch->IsEmpty() && m_Levels.size() > 2;
-        if (isEmpty) {
-            m_Levels.back().m_Branch->AppendLeaf(empty);
-        }
-        m_Levels.pop_back();
+    bool Close() {
+        m_Extents.Close(m_Cursor.At() - 1);
         return true;
     }
 
-    std::vector<Level> m_Levels;
+    const Cursor& m_Cursor;
+    Extents& m_Extents;
     std::string m_Fault;
     size_t m_FaultPosition = 0;
 };
 
-/// Reads one value into a branch; what is wrong, with its line, which is `line` at the beginning.
-std::string ReadValue(std::string_view text, size_t line, TextBranch& branch) {
-    Builder builder(branch);
-    if (Json::sax_parse(text, &builder)) {
-        return {};
+/// Makes rows of what stands directly in the outermost container, and jumps over what it can.
+class RowMaker final : public Events {
+public:
+    RowMaker(Cursor& cursor, const Extents& extents, std::deque<DocumentRow>& rows)
+        : m_Cursor(cursor), m_Extents(extents), m_Rows(rows) {}
+
+    bool null() override {
+        return AddValue([] { return "null"; });
     }
-    const auto end = text.begin() + ptrdiff_t(std::min(builder.FaultPosition(), text.size()));
-    line += static_cast<size_t>(std::count(text.begin(), end, '\n'));
-    return "line " + std::to_string(line) + ": " + builder.Fault();
-}
+    bool boolean(bool value) override {
+        return AddValue([&] { return value ? "true" : "false"; });
+    }
+    bool number_integer(number_integer_t value) override {
+        return AddValue([&] { return Json(value).dump(); });
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        return AddValue([&] { return Json(value).dump(); });
+    }
+    /// As it is written: what a double cannot hold is shown all the same.
+    bool number_float(number_float_t, const string_t& written) override {
+        return AddValue([&] { return written; });
+    }
+    bool string(string_t& value) override {
+        return AddValue([&] {
+            return Json(std::move(value)).dump(-1, ' ', false, Json::error_handler_t::replace);
+        });
+    }
+    bool binary(binary_t&) override { return true; }
+    bool key(string_t& name) override {
+        if (m_Depth == 1) {
+            m_Key = std::move(name);
+        }
+        return true;
+    }
+    bool start_object(std::size_t) override { return Open(false); }
+    bool start_array(std::size_t) override { return Open(true); }
+    bool end_object() override { return Close("{}"); }
+    bool end_array() override { return Close("[]"); }
+    /// It is known, and what is open here reaches to it.
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override {
+        return false;
+    }
+
+private:
+    std::string TakeName() {
+        return m_IsArray ? std::to_string(m_Index++) : std::exchange(m_Key, {});
+    }
+    template <class Text>
+    bool AddValue(Text text) {
+        if (m_Depth == 0) {
+            m_Rows.push_back({.m_Label = text()});
+        } else if (m_Depth == 1) {
+            m_Rows.push_back({.m_Label = TakeName() + ": " + text()});
+        }
+        m_IsEmpty = false;
+        return true;
+    }
+    bool Open(bool isArray) {
+        const size_t begin = m_Cursor.At() - 1;
+        m_IsEmpty = true;
+        if (m_Depth == 0) {
+            m_IsArray = isArray;
+            m_Next = m_Extents.From(begin + 1);
+        } else if (m_Depth == 1) {
+            const DocumentPart toTheEnd{begin, SIZE_MAX};
+            m_Rows.push_back({.m_Label = TakeName(), .m_IsBranch = true, .m_Part = toTheEnd});
+        }
+        if (m_Depth++ > 0 && m_Next && m_Next->m_Begin == begin) {
+            m_Cursor.Jump(m_Next->m_End);
+            m_Next = m_Extents.From(m_Next->m_End);
+            m_IsEmpty = false;
+        }
+        return true;
+    }
+    bool Close(const char* empty) {
+        if (--m_Depth == 1) {
+            DocumentRow& row = m_Rows.back();
+            row.m_Part.m_End = m_Cursor.At();
+            if (m_IsEmpty) {
+                row.m_Part = {};
+                m_Rows.push_back({.m_Label = empty, .m_Level = 1});
+            }
+        }
+        m_IsEmpty = false;
+        return true;
+    }
+
+    Cursor& m_Cursor;
+    const Extents& m_Extents;
+    const Extent* m_Next = nullptr; ///< the next one that is to be jumped over
+    std::deque<DocumentRow>& m_Rows;
+    size_t m_Depth = 0;
+    bool m_IsEmpty = true; ///< nothing came since a container began
+    bool m_IsArray = false;
+    std::string m_Key;
+    size_t m_Index = 0;
+};
 
 bool IsBlank(std::string_view text) {
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
@@ -116,28 +237,91 @@ bool IsLines(std::string_view text) {
     return !IsBlank(text.substr(line.size())) && !IsBlank(line) && Json::accept(line);
 }
 
-/// A row for each line.
-std::string ReadLines(std::string_view text, TextBranch& root) {
-    std::string fault;
-    for (size_t number = 1; !text.empty() && fault.empty(); ++number) {
-        const std::string_view line = FirstLine(text);
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (!IsBlank(line)) {
-            const auto branch = TextBranch::Make();
-            root.Append(std::to_string(number), branch->Identity());
-            fault = ReadValue(line, number, *branch.Get());
+/// Calls `visit` for each line that is not blank with its number and place, until it answers false.
+template <class Visitor>
+void VisitLines(std::string_view text, Visitor visit) {
+    size_t begin = 0;
+    for (size_t number = 1; begin < text.size(); ++number) {
+        const std::string_view line = FirstLine(text.substr(begin));
+        const DocumentPart place{begin, begin + line.size()};
+        begin = place.m_End + 1;
+        if (!IsBlank(line) && !visit(number, place)) {
+            return;
         }
     }
-    return fault;
 }
+
+class JsonText final : public DocumentText {
+public:
+    JsonText(std::string text, ReadProgress* progress, size_t least)
+        : DocumentText(std::move(text)), m_IsLines(IsLines(m_Text)), m_Extents(least) {
+        if (m_IsLines) {
+            VisitLines(m_Text, [&](size_t number, const DocumentPart& line) {
+                return Index(line, number, progress);
+            });
+        } else {
+            Index({0, m_Text.size()}, 1, progress);
+        }
+        m_Extents.Finish(m_End);
+    }
+
+    DocumentRows ReadRoot() const override {
+        DocumentRows rows;
+        if (m_IsLines) {
+            VisitLines(Text(), [&](size_t number, const DocumentPart& line) {
+                rows.m_Rows.push_back(
+                    {.m_Label = std::to_string(number), .m_IsBranch = true, .m_Part = line});
+                return true;
+            });
+        } else {
+            rows = ReadPart({0, m_End});
+        }
+        if (!m_Fault.empty()) {
+            rows.m_Rows.push_back({.m_Label = m_Fault});
+        }
+        return rows;
+    }
+
+    DocumentRows ReadPart(const DocumentPart& part) const override {
+        DocumentRows rows;
+        Cursor cursor(m_Text, part.m_Begin, std::min(part.m_End, m_End));
+        RowMaker maker(cursor, m_Extents, rows.m_Rows);
+        Parse(cursor, maker, false);
+        rows.m_BytesRead = cursor.At() - part.m_Begin - cursor.Jumped();
+        return rows;
+    }
+
+private:
+    std::string_view Text() const { return std::string_view(m_Text).substr(0, m_End); }
+
+    /// Goes through one value, whose first line has this number. False where the text ends with it.
+    bool Index(const DocumentPart& value, size_t line, ReadProgress* progress) {
+        Cursor cursor(m_Text, value.m_Begin, value.m_End, progress);
+        Indexer indexer(cursor, m_Extents);
+        const bool isRight = Parse(cursor, indexer, true) && !cursor.IsStopped();
+        m_End = isRight ? m_End : cursor.IsStopped() ? cursor.At() : value.m_End;
+        if (!isRight && !cursor.IsStopped()) {
+            const std::string_view text = Text().substr(value.m_Begin);
+            const auto end =
+                text.begin() + ptrdiff_t(std::min(indexer.FaultPosition(), text.size()));
+            line += static_cast<size_t>(std::count(text.begin(), end, '\n'));
+            m_Fault = "line " + std::to_string(line) + ": " + indexer.Fault();
+        }
+        return isRight;
+    }
+
+    bool m_IsLines;
+    Extents m_Extents;
+};
 
 } // namespace
 
-SmartPtr<ISuperCollection> ReadJson(std::string_view text, std::string& fault) {
-    const auto root = TextBranch::Make();
-    fault = IsLines(text) ? ReadLines(text, *root.Get()) : ReadValue(text, 1, *root.Get());
-    if (!fault.empty()) {
-        root->AppendLeaf(fault);
-    }
-    return SmartPtr<ISuperCollection>(root.Get());
+DocumentTextPtr IndexJson(std::string text, ReadProgress* progress, size_t least) {
+    return std::make_shared<JsonText>(std::move(text), progress, least);
+}
+
+SmartPtr<ISuperCollection> ReadJson(std::string text, std::string& fault) {
+    const auto document = IndexJson(std::move(text));
+    fault = document->Fault();
+    return DocumentBranch::MakeRoot(document, document->ReadRoot());
 }

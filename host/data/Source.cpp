@@ -27,10 +27,19 @@ int LastError() {
     return errno != 0 ? errno : EIO;
 }
 
+/// Makes room for what is expected, so that it need not be copied while it grows.
+void MakeRoom(std::string& text, size_t expected) {
+    try {
+        text.reserve(expected);
+    } catch (const std::exception&) { // it is read as far as there is memory, then
+    }
+}
+
 /// What there is of a text before it ends or fails.
-std::string ReadAll(std::istream& input) {
+std::string ReadAll(std::istream& input, size_t expected = 0) {
     constexpr size_t kChunk = size_t{1} << 16;
     std::string text;
+    MakeRoom(text, expected + kChunk);
     try {
         do {
             const size_t size = text.size();
@@ -73,9 +82,9 @@ SmartPtr<ISuperCollection> ReadKind(SourceKind kind, std::string text, std::stri
     case SourceKind::kArchive:
         return ReadArchive({"", text}, fault);
     case SourceKind::kJson:
-        return ReadJson(text, fault);
+        return ReadJson(std::move(text), fault);
     case SourceKind::kXml:
-        return ReadXml(text, fault);
+        return ReadXml(std::move(text), fault);
     default:
         return ReadOutlineText(std::move(text), fault);
     }
@@ -107,7 +116,9 @@ SmartPtr<ISuperCollection> OpenFile(
     const std::string& path, SourceKind kind, ReadFailures& failures) {
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    std::string text = ReadAll(file);
+    std::error_code unknown; // a pipe has no size
+    const auto size = std::filesystem::file_size(path, unknown);
+    std::string text = ReadAll(file, unknown ? 0 : static_cast<size_t>(size));
     if (!file.is_open() || file.bad()) {
         failures.Add(path, LastError());
     }

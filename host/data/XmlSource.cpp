@@ -1,11 +1,9 @@
 #include "host/data/XmlSource.h"
 
-#include "host/data/TextItems.h"
+#include "host/data/DocumentBranch.h"
+#include "host/data/XmlParser.h"
 
-#include <exception>
-#include <expat.h>
-#include <memory>
-#include <new>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -29,144 +27,258 @@ std::string TakeWords(std::string& text) {
     return std::exchange(text, {});
 }
 
-/// Builds the tree while the parser reports, one level of its own for each element that is open.
-class Builder {
-public:
-    explicit Builder(TextBranch& root) { m_Levels.push_back({{}, {}, SmartPtr(&root)}); }
+/// Whether a tag stands at a place, in whatever encoding: what comes from an entity is placed where
+/// that is referred to.
+bool IsTag(std::string_view text, size_t place) {
+    text = text.substr(place, 2);
+    return text.starts_with('<') || text == std::string_view("\0<", 2);
+}
 
-    void Start(const char* name, const char* const* attributes) {
-        MakeBranch(); // of the element that this one is in
-        m_Levels.push_back({name, {}, {}});
-        for (; *attributes; attributes += 2) {
-            std::string value;
-            AppendWords(value, attributes[1]);
-            MakeBranch().AppendLeaf(std::string("@") + attributes[0] + ": " + TakeWords(value));
+/// Hears where elements begin and end that other rows belong to.
+class Indexer final : public XmlEvents {
+public:
+    Indexer(std::string_view text, Extents& extents) : m_Text(text), m_Extents(extents) {
+        if (text.starts_with("\xEF\xBB\xBF")) {
+            m_Prologue = 3;
+        } else if (text.starts_with("\xFE\xFF") || text.starts_with("\xFF\xFE")) {
+            m_Prologue = 2;
         }
     }
-    void AddText(std::string_view text) { AppendWords(m_Levels.back().m_Text, text); }
-    void End() {
-        Level& level = m_Levels.back();
-        if (level.m_Branch) {
-            MakeBranch();
-            m_Levels.pop_back();
+
+    void Start(const char*, const char* const* attributes) override {
+        m_Extents.Note();
+        const size_t place = m_Parser.Place();
+        if (m_Borrowed > 0 || !IsTag(m_Text, place)) {
+            ++m_Borrowed;
             return;
         }
-        const std::string text = TakeWords(level.m_Text);
-        std::string label = text.empty() ? std::move(level.m_Name) : level.m_Name + ": " + text;
-        m_Levels.pop_back();
-        m_Levels.back().m_Branch->AppendLeaf(std::move(label));
+        m_Extents.Open(place, m_Parser.PlaceBehind());
+        if (*attributes) {
+            m_Extents.Note();
+        }
     }
+    void End() override {
+        if (m_Borrowed > 0) {
+            --m_Borrowed;
+        } else {
+            m_Extents.Close(m_Parser.Place());
+        }
+    }
+    void AddText(std::string_view) override {}
+    /// Small containers are read with the one around them where this is long, so that it is not
+    /// read again for each of them.
+    void EndPrologue() override {
+        m_Prologue = m_Parser.PlaceBehind();
+        m_Extents.SetLeast(std::max(m_Prologue, m_Extents.Least()));
+    }
+
+    XmlParser& Parser() { return m_Parser; }
+    size_t Prologue() const { return m_Prologue; }
+
+private:
+    std::string_view m_Text;
+    Extents& m_Extents;
+    XmlParser m_Parser{*this, false};
+    size_t m_Borrowed = 0; ///< open elements that come from an entity
+    size_t m_Prologue = 0; ///< bytes
+};
+
+/// What the rows of a part are made of.
+struct XmlPlaces {
+    std::string_view m_Text;
+    const Extents& m_Extents;
+    bool m_IsPrologueLong;
+    bool m_IsTrusted;
+};
+
+/// Makes rows of what stands in an element or, when it is not `isInElement`, at the text's top.
+class RowMaker final : public XmlEvents {
+public:
+    /// `next` is the first extent that is jumped over.
+    RowMaker(const XmlPlaces& places, bool isInElement, const Extent* next,
+        std::deque<DocumentRow>& rows)
+        : m_Places(places), m_Rows(rows), m_Next(next) {
+        if (!isInElement) {
+            m_Levels.push_back({.m_IsBranch = true});
+        }
+    }
+
+    void Start(const char* name, const char* const* attributes) override {
+        const bool isJumped = TakeNext();
+        if (m_Skipped > 0) {
+            ++m_Skipped;
+            return;
+        }
+        if (!m_Levels.empty()) {
+            MakeBranch(); // of the element that this one is in
+        }
+        if (!m_Levels.empty() && m_Levels.back().m_Part.IsSomewhere()) {
+            m_Skipped = 1;
+            return;
+        }
+        m_Levels.push_back(m_Levels.empty() ? Level{.m_IsBranch = true}
+                                            : Level{.m_Name = name, .m_Part = PartHere(isJumped)});
+        for (; *attributes; attributes += 2) {
+            MakeBranch();
+            if (!m_Levels.back().m_Part.IsSomewhere()) {
+                std::string value;
+                AppendWords(value, attributes[1]);
+                Add(std::string("@") + attributes[0] + ": " + TakeWords(value));
+            }
+        }
+        if (isJumped) {
+            MakeBranch(); // it is one by what is not seen here
+        }
+    }
+    void AddText(std::string_view text) override {
+        if (m_Skipped == 0) {
+            AppendWords(m_Levels.back().m_Text, text);
+        }
+    }
+    void End() override {
+        if (m_Skipped > 0) {
+            --m_Skipped;
+        } else {
+            EndLevel(m_Parser.PlaceBehind());
+        }
+    }
+
+    XmlParser& Parser() { return m_Parser; }
     /// What is still open where the text breaks off stays as it is.
     void EndAll() {
-        while (m_Levels.size() > 1) {
-            End();
+        while (!m_Levels.empty()) {
+            EndLevel(SIZE_MAX);
         }
     }
 
 private:
     struct Level {
-        std::string m_Name;
-        std::string m_Text;            ///< since the last element in it
-        SmartPtr<TextBranch> m_Branch; ///< none while it holds nothing but text
+        std::string m_Name = {};
+        std::string m_Text = {};  ///< since the last element in it
+        bool m_IsBranch = false;  ///< and not one label
+        DocumentPart m_Part = {}; ///< which is left for later
+        size_t m_Row = 0;         ///< the branch's
     };
 
+    /// Whether what is in the element that begins here is jumped over.
+    bool TakeNext() {
+        const bool isNext = m_Next && m_Next->m_Begin == m_Parser.Place();
+        m_Next = isNext ? m_Places.m_Extents.From(m_Next->m_End) : m_Next;
+        return isNext;
+    }
+    /// What is not in the text is made now, and so is what is little beside the prologue.
+    DocumentPart PartHere(bool isJumped) const {
+        const size_t begin = m_Parser.Place();
+        const bool isLeft =
+            IsTag(m_Places.m_Text, begin) && (isJumped || !m_Places.m_IsPrologueLong);
+        return isLeft ? DocumentPart{begin, SIZE_MAX} : DocumentPart{};
+    }
+    void Add(std::string label) {
+        m_Rows.push_back({.m_Label = std::move(label), .m_Level = uint32_t(m_Levels.size() - 1)});
+    }
     /// Makes a branch of the last open element, with its text so far as a row; those that it is in
     /// have become branches before.
-    TextBranch& MakeBranch() {
+    void MakeBranch() {
         Level& level = m_Levels.back();
-        if (!level.m_Branch) {
-            level.m_Branch = TextBranch::Make();
-            const Level& above = m_Levels[m_Levels.size() - 2];
-            above.m_Branch->Append(level.m_Name, level.m_Branch->Identity());
+        if (!level.m_IsBranch) {
+            level.m_IsBranch = true;
+            level.m_Row = m_Rows.size();
+            m_Rows.push_back({.m_Label = level.m_Name,
+                .m_Level = uint32_t(m_Levels.size() - 2),
+                .m_IsBranch = true,
+                .m_Part = level.m_Part});
         }
-        if (std::string text = TakeWords(level.m_Text); !text.empty()) {
-            level.m_Branch->AppendLeaf(std::move(text));
+        std::string text = TakeWords(level.m_Text);
+        if (!text.empty() && !level.m_Part.IsSomewhere()) {
+            Add(std::move(text));
         }
-        return *level.m_Branch.Get();
+    }
+    void EndLevel(size_t end) {
+        if (m_Levels.back().m_IsBranch) {
+            MakeBranch();
+            Level& level = m_Levels.back();
+            if (level.m_Part.IsSomewhere()) {
+                m_Rows[level.m_Row].m_Part.m_End = end;
+            }
+            m_Levels.pop_back();
+            return;
+        }
+        Level level = std::move(m_Levels.back());
+        m_Levels.pop_back();
+        const std::string text = TakeWords(level.m_Text);
+        Add(text.empty() ? std::move(level.m_Name) : level.m_Name + ": " + text);
     }
 
+    const XmlPlaces& m_Places;
+    std::deque<DocumentRow>& m_Rows;
+    XmlParser m_Parser{*this, m_Places.m_IsTrusted};
+    const Extent* m_Next;
     std::vector<Level> m_Levels;
+    size_t m_Skipped = 0; ///< open elements in one that is left for later
 };
 
-/// The parser, and what it calls. Nothing that is thrown here passes through it.
-class Reader {
+class XmlText final : public DocumentText {
 public:
-    explicit Reader(Builder& builder) : m_Builder(builder) {
-        if (!m_Parser) {
-            throw std::bad_alloc();
+    XmlText(std::string text, ReadProgress* progress, size_t least)
+        : DocumentText(std::move(text)), m_Extents(least) {
+        Indexer indexer(m_Text, m_Extents);
+        XmlParser& parser = indexer.Parser();
+        const bool isRead = parser.Read(m_Text, 0, m_Text.size(), progress);
+        if (isRead ? !parser.Finish() : parser.HasFault()) {
+            m_Fault = parser.Fault();
+        } else if (!isRead) {
+            m_End = parser.Reached();
         }
-        XML_SetUserData(m_Parser.get(), this);
-        XML_SetElementHandler(
-            m_Parser.get(),
-            [](void* reader, const char* name, const char** attributes) {
-                Do(reader, [&](Builder& tree) { tree.Start(name, attributes); });
-            },
-            [](void* reader, const char*) { Do(reader, [](Builder& tree) { tree.End(); }); });
-        XML_SetCharacterDataHandler(m_Parser.get(), [](void* reader, const char* text, int length) {
-            Do(reader, [&](Builder& tree) { tree.AddText({text, size_t(length)}); });
-        });
-        XML_SetSkippedEntityHandler(m_Parser.get(), [](void* reader, const char* name, int) {
-            // One that is declared elsewhere is shown as it is written.
-            Do(reader, [&](Builder& tree) { tree.AddText('&' + std::string(name) + ';'); });
-        });
+        m_Prologue = indexer.Prologue();
+        m_IsPrologueLong = m_Prologue > least;
+        m_Extents.Finish(m_End);
     }
 
-    /// What is wrong with the text, with its line.
-    std::string Read(std::string_view text) {
-        constexpr size_t kPiece = size_t{1} << 30; // whole, where the parser's numbers allow it
-        XML_Status status = XML_STATUS_OK;
-        do {
-            const std::string_view piece = text.substr(0, kPiece);
-            text.remove_prefix(piece.size());
-            status = XML_Parse(
-                m_Parser.get(), piece.data(), static_cast<int>(piece.size()), text.empty());
-        } while (status == XML_STATUS_OK && !text.empty());
-        if (m_Failure) {
-            std::rethrow_exception(m_Failure);
+    DocumentRows ReadRoot() const override {
+        DocumentRows rows = Read({0, m_End}, false);
+        if (!m_Fault.empty()) {
+            rows.m_Rows.push_back({.m_Label = m_Fault});
         }
-        return status == XML_STATUS_OK ? "" : Fault();
+        return rows;
     }
+
+    DocumentRows ReadPart(const DocumentPart& part) const override { return Read(part, true); }
 
 private:
-    struct Closer {
-        void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-    };
-
-    template <class Step>
-    static void Do(void* reader, Step step) {
-        auto& self = *static_cast<Reader*>(reader);
-        try {
-            if (!self.m_Failure) { // it reports the end of an empty element even after a stop
-                step(self.m_Builder);
-            }
-        } catch (...) {
-            self.m_Failure = std::current_exception();
-            XML_StopParser(self.m_Parser.get(), XML_FALSE);
+    DocumentRows Read(const DocumentPart& part, bool isInElement) const {
+        DocumentRows rows;
+        const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_Fault.empty()};
+        size_t begin = part.m_Begin;
+        const size_t end = std::min(part.m_End, m_End);
+        const Extent* next = m_Extents.From(isInElement ? begin + 1 : 0);
+        RowMaker maker(places, isInElement, next, rows.m_Rows);
+        XmlParser& parser = maker.Parser();
+        bool isRight = !isInElement || parser.Read(m_Text, 0, m_Prologue);
+        for (; isRight && next && next->m_Begin < end; next = m_Extents.From(begin)) {
+            isRight = parser.Read(m_Text, begin, next->m_Inside);
+            begin = next->m_End;
         }
-    }
-    std::string Fault() const {
-        const XML_Error error = XML_GetErrorCode(m_Parser.get());
-        if (error == XML_ERROR_NO_MEMORY) {
-            throw std::bad_alloc();
+        if (isRight && parser.Read(m_Text, begin, end)) {
+            parser.Finish(); // what is wrong is known, and what is open here reaches to it
         }
-        const std::string line = std::to_string(XML_GetCurrentLineNumber(m_Parser.get()));
-        return "line " + line + ": " + XML_ErrorString(error);
+        maker.EndAll();
+        rows.m_BytesRead = parser.Fed();
+        return rows;
     }
 
-    Builder& m_Builder;
-    std::unique_ptr<XML_ParserStruct, Closer> m_Parser{XML_ParserCreate(nullptr)};
-    std::exception_ptr m_Failure;
+    Extents m_Extents;
+    size_t m_Prologue = 0;
+    bool m_IsPrologueLong = false;
 };
 
 } // namespace
 
-SmartPtr<ISuperCollection> ReadXml(std::string_view text, std::string& fault) {
-    const auto root = TextBranch::Make();
-    Builder builder(*root.Get());
-    fault = Reader(builder).Read(text);
-    builder.EndAll();
-    if (!fault.empty()) {
-        root->AppendLeaf(fault);
-    }
-    return SmartPtr<ISuperCollection>(root.Get());
+DocumentTextPtr IndexXml(std::string text, ReadProgress* progress, size_t least) {
+    return std::make_shared<XmlText>(std::move(text), progress, least);
+}
+
+SmartPtr<ISuperCollection> ReadXml(std::string text, std::string& fault) {
+    const auto document = IndexXml(std::move(text));
+    fault = document->Fault();
+    return DocumentBranch::MakeRoot(document, document->ReadRoot());
 }

@@ -1,6 +1,7 @@
 #include "tests/support/HostTest.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace {
@@ -41,8 +42,31 @@ protected:
         EXPECT_EQ(errors.find('\n'), errors.size() - 1) << errors;
     }
 
+    /// The most memory that the program has at a time, in bytes.
+    size_t PeakOf(const std::string& arguments) const {
+        const std::string line = "exec " + Treehost() + arguments + " >/dev/null";
+        const pid_t child = fork();
+        if (child == 0) {
+            execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+            _exit(1);
+        }
+        int status = 0;
+        rusage used{};
+        EXPECT_EQ(wait4(child, &status, 0, &used), child);
+        EXPECT_EQ(status, 0);
+        return static_cast<size_t>(used.ru_maxrss) * 1024;
+    }
+
     TemporaryFolder m_Folder;
 };
+
+std::string Repeated(const std::string& text, size_t size) {
+    std::string all;
+    while (all.size() < size) {
+        all += text;
+    }
+    return all;
+}
 
 } // namespace
 
@@ -242,4 +266,28 @@ TEST_F(TreehostTest, ReplayWritesWhatAWindowWouldShow) {
     EXPECT_EQ(shot("2.png"), shot("3.png"));
     EXPECT_NE(shot("3.png"), shot("4.png"));
     EXPECT_EQ(Run("replay tree - --shots tree", script).m_Status, 1) << "not a folder";
+}
+
+TEST_F(TreehostTest, LargeDocumentTakesNoMoreThanThreeTimesItsSize) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "a sanitizer takes memory of its own";
+#endif
+    if (*EMULATOR != '\0') {
+        GTEST_SKIP() << "so does an emulator";
+    }
+    constexpr size_t kSize = 20'000'000;
+    const std::string json =
+        R"({"id": 1234567, "name": "somebody", "score": 12.5, "on": true, "tags": ["red", "x"]})";
+    const std::string xml = "<user id='1234567'><name>somebody</name><score>12.5</score>"
+                            "<at city='Springfield'><street>Long Street</street></at></user>\n";
+    const std::tuple<const char*, std::string, const char*> documents[] = {
+        {"json", "{\"all\": [" + Repeated(json + ",", kSize) + "0]}", " --depth 1"},
+        {"lines", Repeated(json + '\n', kSize), ""},
+        {"xml", "<all>" + Repeated(xml, kSize) + "</all>", " --depth 1"}};
+    const size_t least = PeakOf("rows '" + (m_Folder / "tree").string() + '\'');
+    for (const auto& [name, text, options] : documents) {
+        const std::string file = m_Folder / name;
+        std::ofstream(file, std::ios::binary) << text;
+        EXPECT_LT(PeakOf("rows '" + file + '\'' + options) - least, 3 * text.size()) << name;
+    }
 }

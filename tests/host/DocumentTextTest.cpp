@@ -1,0 +1,205 @@
+#include "host/data/DocumentText.h"
+#include "host/data/JsonSource.h"
+#include "host/data/XmlSource.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+// Texts that are read a part at a time, beside what they were written from.
+
+namespace {
+
+using Index = DocumentTextPtr (*)(std::string, ReadProgress*, size_t);
+using Rows = std::vector<std::string>; ///< a label each, with its level in front
+
+/// What is shown of a text of which everything is opened.
+Rows OpenAll(const DocumentText& text, size_t* bytesRead = nullptr) {
+    Rows shown;
+    DocumentRows root = text.ReadRoot();
+    std::vector<std::deque<DocumentRow>> open; // what is still to be shown, of each part on the way
+    std::vector<uint32_t> levels{0};
+    open.push_back(std::move(root.m_Rows));
+    while (!open.empty()) {
+        if (open.back().empty()) {
+            open.pop_back();
+            levels.pop_back();
+            continue;
+        }
+        const DocumentRow row = std::move(open.back().front());
+        open.back().pop_front();
+        const uint32_t level = levels.back() + row.m_Level;
+        shown.push_back(std::to_string(level) + ' ' + row.m_Label);
+        if (row.m_Part.IsSomewhere()) {
+            DocumentRows below = text.ReadPart(row.m_Part);
+            *(bytesRead ? bytesRead : &below.m_BytesRead) += below.m_BytesRead;
+            open.push_back(std::move(below.m_Rows));
+            levels.push_back(level + 1);
+        }
+    }
+    return shown;
+}
+
+/// Writes a text at random, and the rows that it has.
+class Writer {
+public:
+    explicit Writer(unsigned seed) : m_Random(seed) {}
+
+    void WriteJson() {
+        const bool isLines = m_MayBeLines && Pick(3) == 0;
+        for (int line = 1; isLines && line <= 2 + Pick(9); ++line) {
+            Add(0, std::to_string(line));
+            WriteValue(1, "", false);
+            m_Text += '\n';
+        }
+        if (!isLines) {
+            m_Text += Pick(4) == 0 ? "\xEF\xBB\xBF" : Blank();
+            WriteValue(0, "", false);
+            m_Text += Blank();
+        }
+    }
+    void WriteXml() {
+        m_Text += Pick(2) == 0 ? "<?xml version='1.0'?>\n<!-- <a> -->" : "";
+        m_HasEntity = Pick(2) == 0;
+        if (m_HasEntity) {
+            m_Text += "<!DOCTYPE a [<!ENTITY e '<b c=\"d\"><f>g</f></b>'>" +
+                      std::string(size_t(Pick(2)) * 99, ' ') + "]>";
+        }
+        WriteElement(0);
+    }
+
+    std::string m_Text;
+    Rows m_Rows;
+    bool m_MayBeLines = true;
+
+private:
+    int Pick(int count) { return int(m_Random() % unsigned(count)); }
+    std::string Blank() { return std::string(size_t(Pick(3)), " \n\t"[Pick(3)]); }
+    void Add(uint32_t level, const std::string& label) {
+        m_Rows.push_back(std::to_string(level) + ' ' + label);
+    }
+
+    /// `level` is that of the rows in it.
+    void WriteValue(uint32_t level, const std::string& name, bool mayBreak) {
+        constexpr std::pair<const char*, const char*> kScalars[] = {{"null", "null"}, {"-1", "-1"},
+            {"2.50e1", "2.50e1"}, {"\"\\u00e4]\\\"}\"", "\"ä]\\\"}\""}, {"true", "true"}};
+        const bool isRoot = name.empty();
+        if (Pick(level > 7 ? 2 : 6) == 0 && !isRoot) {
+            const auto& [written, shown] = kScalars[Pick(5)];
+            m_Text += written;
+            Add(level - 1, name + shown);
+            return;
+        }
+        if (!isRoot) {
+            Add(level - 1, name.substr(0, name.size() - 2));
+        }
+        const bool isArray = Pick(2) == 0;
+        const int count = Pick(level > 7 ? 1 : 5);
+        m_Text += isArray ? '[' : '{';
+        for (int i = 0; i < count; ++i) {
+            const std::string key = isArray ? std::to_string(i) : "a" + std::to_string(Pick(3));
+            m_Text += (i > 0 ? "," : "") + (mayBreak ? Blank() : "");
+            m_Text += isArray ? "" : '"' + key + "\" :";
+            WriteValue(level + 1, key + ": ", mayBreak);
+        }
+        m_Text += isArray ? ']' : '}';
+        if (count == 0 && !isRoot) {
+            Add(level, isArray ? "[]" : "{}");
+        }
+    }
+
+    void WriteElement(uint32_t level) {
+        const std::string name(1, "hijk"[Pick(4)]);
+        const int children = Pick(level > 7 ? 1 : 6);
+        const bool hasAttribute = Pick(3) == 0;
+        const std::string text = Pick(2) == 0 ? "x <y>" : "";
+        const bool isBranch = hasAttribute || children > 0;
+        m_Text += '<' + name + (hasAttribute ? " z='1\n 2&amp;'>" : ">");
+        m_Text += text.empty() ? Blank() : "<![CDATA[x]]> &lt;y>" + Blank();
+        Add(level, name + (isBranch || text.empty() ? "" : ": " + text));
+        for (const std::string& row :
+            {hasAttribute ? std::string("@z: 1 2&") : "", isBranch ? text : ""}) {
+            row.empty() ? void() : Add(level + 1, row);
+        }
+        for (int i = 0; i < children; ++i) {
+            if (m_HasEntity && Pick(4) == 0) {
+                m_Text += "&e;";
+                Add(level + 1, "b");
+                Add(level + 2, "@c: d");
+                Add(level + 2, "f: g");
+            } else {
+                WriteElement(level + 1);
+            }
+        }
+        m_Text += "</" + name + (Pick(2) == 0 ? " >" : ">");
+    }
+
+    std::mt19937 m_Random;
+    bool m_HasEntity = false;
+};
+
+struct Format {
+    Index m_Index;
+    void (Writer::*m_Write)();
+};
+constexpr Format kFormats[] = {{IndexJson, &Writer::WriteJson}, {IndexXml, &Writer::WriteXml}};
+constexpr unsigned kTexts = 100;
+
+} // namespace
+
+TEST(DocumentTextTest, OpenedPartByPartItIsWhatWasWritten) {
+    size_t largest = 0;
+    for (const auto& [index, write] : kFormats) {
+        for (unsigned seed = 0; seed < kTexts; ++seed) {
+            Writer writer(seed);
+            (writer.*write)();
+            largest = std::max(largest, writer.m_Text.size());
+            for (const size_t least : {size_t{1}, size_t{40}, kLeastExtent}) {
+                const auto text = index(writer.m_Text, nullptr, least);
+                ASSERT_EQ(text->Fault(), "") << writer.m_Text;
+                ASSERT_EQ(OpenAll(*text), writer.m_Rows) << least << '\n' << writer.m_Text;
+            }
+        }
+    }
+    EXPECT_GT(largest, 10 * kLeastExtent) << "something was to be jumped over";
+}
+
+TEST(DocumentTextTest, BrokenOffItIsWhatWasWrittenUpToThere) {
+    for (const auto& [index, write] : kFormats) {
+        for (unsigned seed = 0; seed < kTexts; ++seed) {
+            Writer writer(seed);
+            writer.m_MayBeLines = false; // the first of them alone is something else
+            (writer.*write)();
+            writer.m_Text.resize(writer.m_Text.size() * (seed % 10) / 10);
+            const auto whole = index(writer.m_Text, nullptr, SIZE_MAX);
+            Rows rows = OpenAll(*whole);
+            ASSERT_EQ(OpenAll(*index(writer.m_Text, nullptr, 1)), rows) << writer.m_Text;
+            const size_t last = whole->Fault().empty() ? 1 : 2; // may be half of one
+            rows.resize(rows.size() - std::min(last, rows.size()));
+            ASSERT_LE(rows.size(), writer.m_Rows.size());
+            writer.m_Rows.resize(rows.size());
+            ASSERT_EQ(rows, writer.m_Rows) << writer.m_Text;
+        }
+    }
+}
+
+TEST(DocumentTextTest, OpeningAllOfALongChainReadsLittleMoreThanTheTextForEachLevel) {
+    struct Chain {
+        Index m_Index;
+        size_t m_Depth;
+        const char* m_Begin;
+        const char* m_End;
+    };
+    constexpr Chain kChains[] = {{IndexJson, 500'000, "[", "]"}, {IndexJson, 100'000, "[", ""},
+        {IndexXml, 30'000, "<a>", "</a>"}, {IndexXml, 30'000, "<a>", ""}};
+    for (const auto& [index, depth, begin, end] : kChains) {
+        std::string chain;
+        for (const char* part : {begin, end}) {
+            for (size_t i = 0; i < depth; ++i) {
+                chain += part;
+            }
+        }
+        size_t bytes = 0;
+        EXPECT_GE(OpenAll(*index(chain, nullptr, kLeastExtent), &bytes).size(), depth - 1);
+        EXPECT_LT(bytes, kLeastExtent * depth);
+    }
+}
