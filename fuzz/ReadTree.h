@@ -36,8 +36,8 @@ void RequireTree(Index index, const uint8_t* data, size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     std::string rows;
     for (const size_t least : {SIZE_MAX, size_t{24}, size_t{1}}) {
-        const DocumentTextPtr document = index(std::string(text), nullptr, least);
-        const auto tree = DocumentBranch::MakeRoot(document, document->ReadRoot());
+        const DocumentTextPtr document = index(std::string(text), IndexOptions{.m_Least = least});
+        const auto tree = DocumentBranch::MakeRoot(document, document->ReadRoot(nullptr));
         const std::string shown = ShownRows(tree.Get());
         const std::wstring fault = ToWide(document->Fault());
         Require(shown.ends_with(fault.empty() ? "" : ToPrintable(Refer(fault)) + '\n'));

@@ -5,10 +5,14 @@
 #include "app/settings/SettingsPage.h"
 #include "app/view/TreeView.h"
 #include "app/window/TreeWindow.h"
+#include "host/data/BackgroundReading.h"
 
 #include <iostream>
 
 namespace {
+
+/// What is read by then is in the window's first picture.
+constexpr std::chrono::milliseconds kPatience(50);
 
 /// Keeps the settings of a control in a document while it is shown.
 class KeptSettings {
@@ -53,18 +57,28 @@ private:
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size, options.m_Scale);
     const auto watch = std::make_shared<FolderWatch>();
-    const TreeView view(options.m_Path, 0, options.m_Kind, watch);
+    const std::string path = AbsolutePath(options.m_Path);
+    const int number = watch->Add(path); // nothing of a folder is missed while it is read
+    BackgroundReading reading(
+        [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress); });
+    const bool isRead = reading.WaitFor(kPatience);
+    const SourceMaker make = isRead ? reading.Take() : nullptr;
+    TreeView view(watch);
+    if (isRead) {
+        view.Show(make);
+    }
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window(
-            view, options.m_Path, size, *watch, options.m_Record ? std::cout : silence);
+        TreeWindow window(view, options.m_Path, size, *watch,
+            options.m_Record ? std::cout : silence, isRead ? nullptr : &reading);
         window.Run();
     } catch (const NoDisplay& error) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +
                                  "; to draw into a file: treehost shot PATH");
     }
+    watch->Remove(number);
     settings.Save();
     view.CheckAllRead();
 }

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+/// The control's parameter for whether binding a collection brings the default sizes.
+constexpr int32_t PARAMETER_USEDEFAULTSTYLE = 105;
 /// The control's parameter for the first row shown.
 constexpr int32_t PARAMETER_SCROLLPOS = 115;
 

@@ -1,5 +1,7 @@
 #include "app/view/TreeView.h"
 
+#include "app/settings/Parameters.h"
+#include "app/view/TerminalBar.h"
 #include "framework/support/FileNames.h"
 #include "framework/support/REFString.h"
 #include "host/data/Expansion.h"
@@ -10,12 +12,9 @@
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace {
-
-std::string Absolute(const std::string& path) {
-    return path == "-" || path.empty() ? path : std::filesystem::absolute(path).string();
-}
 
 /// Tells of a file in the host's folder of common files, without which everything works but looks
 /// poorer.
@@ -29,6 +28,12 @@ void WarnOfMissing(const char* file, const char* consequence) {
         std::cerr << "treehost: " << ToPrintable(Refer(ToWide(path.string())))
                   << " is missing: " << consequence << '\n';
     }
+}
+
+SmartPtr<ISuperCollection> OpenWithBar(
+    const std::string& path, SourceKind kind, const ReadFailuresPtr& failures) {
+    TerminalBar bar(path, std::cerr, isatty(STDERR_FILENO) != 0);
+    return OpenSource(AbsolutePath(path), failures, kind, nullptr, &bar);
 }
 
 } // namespace
@@ -48,13 +53,32 @@ SmartPtr<IUITree> ControlHost::CreateTree() const {
     return tree;
 }
 
-TreeView::TreeView(
-    const std::string& path, int32_t depth, SourceKind kind, const FolderWatchPtr& watch)
-    : m_Source(OpenSource(Absolute(path), m_Failures, kind, watch)), m_Tree(m_Host.CreateTree()) {
+std::string AbsolutePath(const std::string& path) {
+    return path == "-" || path.empty() ? path : std::filesystem::absolute(path).string();
+}
+
+TreeView::TreeView(const std::string& path, int32_t depth, SourceKind kind)
+    : m_Source(OpenWithBar(path, kind, m_Failures)), m_Tree(m_Host.CreateTree()) {
+    Bind();
+    OpenLevels(m_Source.Get(), depth);
+}
+
+TreeView::TreeView(FolderWatchPtr watch) : m_Watch(std::move(watch)), m_Tree(m_Host.CreateTree()) {}
+
+/// The default sizes came with the empty tree, and may have been changed since.
+void TreeView::Show(const SourceMaker& make) {
+    m_Source = make({m_Failures, m_Watch});
+    int32_t usesDefaults = 0;
+    m_Tree->Inquire(PARAMETER_USEDEFAULTSTYLE, &usesDefaults);
+    m_Tree->Control(PARAMETER_USEDEFAULTSTYLE, 0);
+    Bind();
+    m_Tree->Control(PARAMETER_USEDEFAULTSTYLE, usesDefaults);
+}
+
+void TreeView::Bind() {
     if (m_Tree->put_Collection(m_Source.Get()) < 0) {
         throw std::runtime_error("the control does not take the tree");
     }
-    OpenLevels(m_Source.Get(), depth);
 }
 
 void TreeView::CheckAllRead() const {

@@ -32,12 +32,20 @@ struct NotAllRead : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// A path as it is to be said once there is a ControlHost.
+std::string AbsolutePath(const std::string& path);
+
 /// A control that shows the tree behind a path. Throws what OpenSource and ControlHost throw.
 class TreeView {
 public:
-    /// Opens `depth` levels of the tree. Folders are watched by `watch`.
-    TreeView(const std::string& path, int32_t depth, SourceKind kind = SourceKind::kByContent,
-        const FolderWatchPtr& watch = nullptr);
+    /// Opens `depth` levels of the tree. With a bar on standard error while it is read, where that
+    /// is a terminal.
+    TreeView(const std::string& path, int32_t depth, SourceKind kind = SourceKind::kByContent);
+    /// Shows nothing yet. Folders will be watched by `watch`.
+    explicit TreeView(FolderWatchPtr watch);
+
+    /// Shows what was read, with the settings as they are.
+    void Show(const SourceMaker& make);
 
     IUITree* Control() const { return m_Tree.Get(); }
     ISuperCollection* Source() const { return m_Source.Get(); }
@@ -46,7 +54,10 @@ public:
     void CheckAllRead() const;
 
 private:
+    void Bind();
+
     ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
+    FolderWatchPtr m_Watch;
     SmartPtr<ISuperCollection> m_Source;
     ControlHost m_Host;
     SmartPtr<IUITree> m_Tree;

@@ -5,8 +5,20 @@
 
 #include <SDL.h>
 
+TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size, FolderWatch& watch,
+    std::ostream& record, BackgroundReading* reading)
+    : m_View(view), m_Path(path), m_Window("treehost " + path, size),
+      m_Session(view.Control(), m_Window.GetSize(), record), m_Watch(watch),
+      m_Waker(watch.Descriptor()), m_Reading(reading) {
+    if (m_Reading) {
+        m_ReadingWaker.emplace(m_Reading->News());
+        m_HasNews = true;
+    }
+}
+
 void TreeWindow::Run() {
     while (!m_IsClosed) {
+        TakeNews();
         ReadChangedFolders();
         Update();
         SDL_Event event;
@@ -23,6 +35,7 @@ void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
     m_AreFoldersChanged |= m_Waker.IsFrom(event);
+    m_HasNews |= m_ReadingWaker && m_ReadingWaker->IsFrom(event);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
         m_Session.NoteLeft();
     }
@@ -51,6 +64,10 @@ bool TreeWindow::HandleKey(const SDL_Event& event) {
     }
     if (code == SDLK_ESCAPE && m_Session.Searching()) {
         m_Session.Feed(KeyInput{Key::kEscape});
+        return true;
+    }
+    if (code == SDLK_ESCAPE && m_Reading) {
+        m_Reading->Stop();
         return true;
     }
     m_IsClosed |= code == SDLK_ESCAPE;
@@ -125,21 +142,41 @@ std::string TreeWindow::Status() const {
         const std::string text = ToPrintable(Refer(search->Text()));
         return "/" + text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
     }
+    if (m_Reading) {
+        return "reading " + m_Path + ", " + m_HowFar + "  \u2014  escape stops it";
+    }
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(SelectedLabel(m_Session.Tree())));
     const size_t unread = m_View.Failures()->Lines().size();
     return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
            (unread > 0 ? ", not all could be read" : "") +
+           (m_WasStopped ? ", reading was stopped" : "") +
            (selected.empty() ? "" : "  \u2014  " + selected);
 }
 
 /// Once for each picture, however many changes there were.
 void TreeWindow::ReadChangedFolders() {
-    if (std::exchange(m_AreFoldersChanged, false)) {
+    if (!m_Reading && std::exchange(m_AreFoldersChanged, false)) {
         m_Watch.Take();
         m_Session.ReadChangedFolders();
         m_Waker.Arm();
     }
+}
+
+void TreeWindow::TakeNews() {
+    if (!std::exchange(m_HasNews, false)) {
+        return;
+    }
+    m_HowFar = m_Reading->TakeNews();
+    if (!m_HowFar.empty()) {
+        m_ReadingWaker->Arm();
+        return;
+    }
+    m_WasStopped = m_Reading->WasStopped();
+    m_View.Show(std::exchange(m_Reading, nullptr)->Take());
+    m_ReadingWaker.reset();
+    m_Session.Note(m_WasStopped ? "reading stopped" : "reading ended", "");
+    m_IsSet = true;
 }
 
 /// Draws only what changed, and shows it again when the window asks for that.

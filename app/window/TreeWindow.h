@@ -6,18 +6,17 @@
 #include "app/window/Waker.h"
 #include "app/window/Window.h"
 #include "app/window/WindowInput.h"
+#include "host/data/BackgroundReading.h"
 #include "host/data/FolderWatch.h"
 
 /// A window with a control in it, and with the control's settings beside it when they are wanted.
 class TreeWindow {
 public:
     /// `view`, `watch` (of its folders) and `record` outlive the window; `path` is what the view
-    /// shows, as the user said it. Throws NoDisplay.
-    TreeWindow(const TreeView& view, const std::string& path, Size size, FolderWatch& watch,
-        std::ostream& record)
-        : m_View(view), m_Path(path), m_Window("treehost " + path, size),
-          m_Session(view.Control(), m_Window.GetSize(), record), m_Watch(watch),
-          m_Waker(watch.Descriptor()) {}
+    /// shows, as the user said it. `reading` is what it will show, or null where it does already.
+    /// Throws NoDisplay.
+    TreeWindow(TreeView& view, const std::string& path, Size size, FolderWatch& watch,
+        std::ostream& record, BackgroundReading* reading);
 
     /// Returns when the user ends it.
     void Run();
@@ -36,20 +35,26 @@ private:
     /// What is searched for, or else what is shown, how many rows, and what is selected.
     std::string Status() const;
     void ReadChangedFolders();
+    void TakeNews();
     void Update();
 
-    const TreeView& m_View;
+    TreeView& m_View;
     std::string m_Path;
     Window m_Window;
     Session m_Session;
     FolderWatch& m_Watch;
     Waker m_Waker;
+    BackgroundReading* m_Reading; ///< null once it is over
+    std::optional<Waker> m_ReadingWaker;
+    std::string m_HowFar; ///< while it is not
     WindowInput m_Input;
     std::optional<Panel> m_Panel;
     KeptPicture m_Picture;
     bool m_IsPanelPressed = false; ///< the button that is held went down on the panel
-    bool m_IsSet = false;          ///< the panel set something, of which the control need not tell
+    bool m_IsSet = false;          ///< something was set of which the control need not tell
     bool m_AreFoldersChanged = false;
+    bool m_HasNews = false;    ///< of the reading
+    bool m_WasStopped = false; ///< by the user
     bool m_IsExposed = false;
     bool m_IsClosed = false;
 };

@@ -1,27 +1,12 @@
 #include "app/window/Waker.h"
 
+#include "host/data/QuietThread.h"
+
 #include <SDL.h>
 #include <cerrno>
-#include <csignal>
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
-
-namespace {
-
-/// Starts a thread that hears no signals: they have to end the main thread's waiting.
-template <class Function>
-std::thread StartWithoutSignals(Function function) {
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    std::thread thread(function);
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    return thread;
-}
-
-} // namespace
 
 Waker::Waker(int descriptor)
     : m_Descriptor(descriptor), m_Poll(epoll_create1(EPOLL_CLOEXEC)),
@@ -30,7 +15,7 @@ Waker::Waker(int descriptor)
         epoll_event wanted{.events = EPOLLIN | EPOLLONESHOT, .data = {.fd = each}};
         epoll_ctl(m_Poll, EPOLL_CTL_ADD, each, &wanted);
     }
-    m_Thread = StartWithoutSignals([this] { Run(); });
+    m_Thread = StartQuietThread([this] { Run(); });
 }
 
 Waker::~Waker() {

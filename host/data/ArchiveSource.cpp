@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <clocale>
 #include <deque>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <new>
@@ -150,9 +151,13 @@ public:
     }
 
     /// Adds what there is; what is wrong with the rest.
-    std::string Read(Members& members) {
+    std::string Read(Members& members, ReadProgress* progress, size_t size) {
         archive_entry* entry = nullptr;
         while (IsOpen()) {
+            const auto done = static_cast<size_t>(archive_filter_bytes(m_Archive.get(), -1));
+            if (progress && !progress->Advance({std::min(done, size), size})) {
+                return {};
+            }
             m_Status = archive_read_next_header(m_Archive.get(), &entry);
             if (m_Status == ARCHIVE_EOF) {
                 return {};
@@ -197,12 +202,17 @@ bool IsArchive(const ArchivePlace& place) {
     return reader.IsOpen() || reader.IsOnlyCompressed();
 }
 
-SmartPtr<ISuperCollection> ReadArchive(const ArchivePlace& place, std::string& fault) {
-    Members members;
-    fault = Reader(place).Read(members);
-    const auto root = members.MakeTree();
-    if (!fault.empty()) {
-        root->Append(fault, TextLeaf::Make().Get());
-    }
-    return SmartPtr<ISuperCollection>(root.Get());
+TreeMaker ReadArchive(const ArchivePlace& place, std::string& fault, ReadProgress* progress) {
+    std::error_code unknown;
+    const size_t size = place.m_Path.empty() ? place.m_Bytes.size()
+                                             : std::filesystem::file_size(place.m_Path, unknown);
+    const auto members = std::make_shared<Members>();
+    fault = Reader(place).Read(*members, progress, unknown ? 0 : size);
+    return [members, fault] {
+        const auto root = members->MakeTree();
+        if (!fault.empty()) {
+            root->Append(fault, TextLeaf::Make().Get());
+        }
+        return SmartPtr<ISuperCollection>(root.Get());
+    };
 }

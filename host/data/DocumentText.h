@@ -1,5 +1,8 @@
 #pragma once
 
+#include "host/data/Extents.h"
+#include "host/data/ReadProgress.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -27,6 +30,13 @@ struct DocumentRows {
     size_t m_BytesRead = 0;
 };
 
+/// How a text is gone through.
+struct IndexOptions {
+    ReadProgress* m_Progress = nullptr; ///< may be null
+    bool m_IsCut = false;               ///< that the text breaks off is no fault
+    size_t m_Least = kLeastExtent;      ///< of the containers that are jumped over
+};
+
 /// A text that was gone through once, and of which a part is read when it is wanted: at the cost
 /// of its own bytes, and not of the larger parts in it. Holds no host object, so that any thread
 /// may make one.
@@ -37,8 +47,9 @@ public:
     DocumentText(const DocumentText&) = delete;
     DocumentText& operator=(const DocumentText&) = delete;
 
-    /// The rows of the whole, the fault among them. Throws std::bad_alloc, as the next does.
-    virtual DocumentRows ReadRoot() const = 0;
+    /// The rows of the whole, the fault among them. `progress` may be null. Throws std::bad_alloc,
+    /// as the next does.
+    virtual DocumentRows ReadRoot(ReadProgress* progress) const = 0;
     /// The rows of a part that a row has named.
     virtual DocumentRows ReadPart(const DocumentPart& part) const = 0;
 

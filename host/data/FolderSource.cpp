@@ -2,67 +2,11 @@
 
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/data/FileItem.h"
-#include "host/data/FolderEntry.h"
 #include "host/text/Text.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <sys/stat.h>
 #include <unordered_map>
 
 namespace {
-
-/// No folder is known by what remains when it cannot be looked at.
-void Identify(const std::string& path, FolderPath& step) {
-    struct stat found {};
-    const bool isThere = stat(path.c_str(), &found) == 0;
-    step.m_Device = isThere ? found.st_dev : 0;
-    step.m_Inode = isThere ? found.st_ino : 0;
-}
-
-bool LeadsBack(const std::string& path, const FolderPath* step) {
-    struct stat found {};
-    const bool isThere = stat(path.c_str(), &found) == 0;
-    while (isThere && step && !(found.st_dev == step->m_Device && found.st_ino == step->m_Inode)) {
-        step = step->m_Above.get();
-    }
-    return isThere && step;
-}
-
-/// Whether an entry is shown as a folder; what cannot be looked at is shown as a file.
-bool IsFolder(const std::filesystem::directory_entry& entry, const FolderPath* step) {
-    std::error_code unknown;
-    if (!entry.is_directory(unknown)) {
-        return false;
-    }
-    return !entry.is_symlink(unknown) || !LeadsBack(entry.path().string(), step);
-}
-
-bool IsProgram(const std::filesystem::directory_entry& entry) {
-    using std::filesystem::perms;
-    std::error_code unknown;
-    return entry.is_regular_file(unknown) &&
-           (entry.status(unknown).permissions() & perms::owner_exec) != perms::none;
-}
-
-ItemLook LookOf(const std::filesystem::directory_entry& entry, const FolderPath* step) {
-    std::error_code unknown;
-    return {IsFolder(entry, step) ? ItemKind::kFolder
-                                  : KindOfFile(entry.path().filename().string(), IsProgram(entry)),
-        entry.is_symlink(unknown)};
-}
-
-/// The folder's entries in their order; what was read before an error stands.
-std::vector<FolderEntry> ReadFolder(
-    const std::string& path, const FolderPath* step, std::error_code& error) {
-    std::vector<FolderEntry> entries;
-    std::filesystem::directory_iterator place(path, error);
-    for (; !error && place != std::filesystem::directory_iterator(); place.increment(error)) {
-        entries.emplace_back(place->path().filename().string(), LookOf(*place, step));
-    }
-    std::sort(entries.begin(), entries.end());
-    return entries;
-}
 
 bool HasLook(IUnknown* item, ItemLook look) {
     ItemLook found;
@@ -112,21 +56,33 @@ void FolderSource::Unwatch() {
 
 /// Whether the entries are others now. Until they are all there, nothing is changed.
 bool FolderSource::Read(int32_t newFlags) {
+    Prepare();
+    return Take(ScanFolder(m_Path, m_Step.get()), newFlags);
+}
+
+void FolderSource::Fill(FolderScan scan) {
+    Prepare();
+    Take(std::move(scan), 0);
+}
+
+void FolderSource::Prepare() {
     if (!m_Step) {
         m_Step = std::make_shared<FolderPath>(FolderPath{.m_Above = m_Above});
     }
     Identify(m_Path, *m_Step);
     WatchAnew();
-    std::error_code error;
+}
+
+bool FolderSource::Take(FolderScan scan, int32_t newFlags) {
     bool isChanged = false;
-    auto entries = Merge(ReadFolder(m_Path, m_Step.get(), error), newFlags, isChanged);
-    if (error) {
-        NoteFailure(error);
+    auto entries = Merge(std::move(scan.m_Entries), newFlags, isChanged);
+    if (scan.m_Error) {
+        NoteFailure(scan.m_Error);
     }
     if (isChanged) {
         Replace(std::move(entries));
     }
-    m_Filled |= !error || !IsEmpty();
+    m_Filled |= !scan.m_Error || !IsEmpty();
     return isChanged;
 }
 

@@ -2,29 +2,18 @@
 
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/interfaces/FileInterfaces.h"
+#include "host/data/FolderScan.h"
 #include "host/data/FolderWatch.h"
 #include "host/data/ReadFailures.h"
 #include "host/data/SuperCollection.h"
 
 #include <string>
-#include <sys/types.h>
-#include <system_error>
 
-/// What tells folders apart, however they are reached, and those above on the path that was taken.
-/// A folder brings its own up to date each time that it is read.
-struct FolderPath {
-    dev_t m_Device = 0;
-    ino_t m_Inode = 0;
-    std::shared_ptr<const FolderPath> m_Above = {};
-};
 /// What the folders of one tree share; either may be null.
 struct FolderHelpers {
     ReadFailuresPtr m_Failures = {}; ///< hears of what cannot be read
     FolderWatchPtr m_Watch = {};     ///< watches what was read
 };
-
-struct FolderEntry; ///< what is found in a folder
-using FolderPathPtr = std::shared_ptr<const FolderPath>;
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
 /// by name in the order of the program's locale. A linked folder is one too, unless it leads back
@@ -43,6 +32,9 @@ public:
           m_IsLink(isLink) {}
     ~FolderSource() { Unwatch(); }
 
+    /// Takes what was found in the folder instead of looking into it. Throws when memory runs out.
+    void Fill(FolderScan scan);
+
     int32_t SetFileName(IString* fileName) override;
     /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again.
     int32_t Populate() override;
@@ -56,6 +48,8 @@ public:
 
 private:
     bool Read(int32_t newFlags);
+    void Prepare();
+    bool Take(FolderScan scan, int32_t newFlags);
     std::vector<Entry> Merge(std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged);
     SmartPtr<IUnknown> MakeItem(const FolderEntry& found) const;
     void WatchAnew();

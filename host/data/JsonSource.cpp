@@ -1,7 +1,5 @@
 #include "host/data/JsonSource.h"
 
-#include "host/data/DocumentBranch.h"
-
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
@@ -12,8 +10,10 @@ using Json = nlohmann::json;
 /// A place in a text, which goes forward as the parser reads and may jump.
 class Cursor {
 public:
-    Cursor(std::string_view text, size_t at, size_t end, ReadProgress* progress = nullptr)
-        : m_Text(text), m_At(at), m_Stop(progress ? at : end), m_End(end), m_Progress(progress) {}
+    /// `progress` may be null. With `isCut` the end counts as made by it.
+    Cursor(std::string_view text, size_t at, size_t end, ReadProgress* progress, bool isCut = false)
+        : m_Text(text), m_At(at), m_Stop(progress ? at : end), m_End(end), m_Progress(progress),
+          m_IsCut(isCut) {}
 
     size_t At() const { return m_At; }
     void Jump(size_t at) {
@@ -24,16 +24,17 @@ public:
     char Character() const { return m_Text[m_At]; }
     void Advance() { ++m_At; }
     bool IsBeforeEnd() { return m_At != m_Stop || GoOn(); }
-    /// Whether the progress made an end of it.
+    /// Whether the progress made an end of it, and it came to that.
     bool IsStopped() const { return m_IsStopped; }
 
 private:
     bool GoOn() {
         constexpr size_t kStep = size_t{1} << 18;
         if (m_At == m_End) {
+            m_IsStopped = m_IsStopped || m_IsCut;
             return false;
         }
-        m_IsStopped = !m_Progress->Advance(m_At, m_Text.size());
+        m_IsStopped = !m_Progress->Advance({m_At, m_Text.size()});
         m_Stop = m_IsStopped ? m_At : m_At + std::min(kStep, m_End - m_At);
         m_End = m_IsStopped ? m_At : m_End;
         return !m_IsStopped;
@@ -44,6 +45,7 @@ private:
     size_t m_Stop; ///< up to where it reads without asking
     size_t m_End;
     ReadProgress* m_Progress;
+    bool m_IsCut;
     size_t m_Jumped = 0;
     bool m_IsStopped = false;
 };
@@ -253,19 +255,19 @@ void VisitLines(std::string_view text, Visitor visit) {
 
 class JsonText final : public DocumentText {
 public:
-    JsonText(std::string text, ReadProgress* progress, size_t least)
-        : DocumentText(std::move(text)), m_IsLines(IsLines(m_Text)), m_Extents(least) {
+    JsonText(std::string text, const IndexOptions& options)
+        : DocumentText(std::move(text)), m_IsLines(IsLines(m_Text)), m_Extents(options.m_Least) {
         if (m_IsLines) {
             VisitLines(m_Text, [&](size_t number, const DocumentPart& line) {
-                return Index(line, number, progress);
+                return Index(line, number, options);
             });
         } else {
-            Index({0, m_Text.size()}, 1, progress);
+            Index({0, m_Text.size()}, 1, options);
         }
         m_Extents.Finish(m_End);
     }
 
-    DocumentRows ReadRoot() const override {
+    DocumentRows ReadRoot(ReadProgress* progress) const override {
         DocumentRows rows;
         if (m_IsLines) {
             VisitLines(Text(), [&](size_t number, const DocumentPart& line) {
@@ -274,7 +276,7 @@ public:
                 return true;
             });
         } else {
-            rows = ReadPart({0, m_End});
+            rows = Read({0, m_End}, progress);
         }
         if (!m_Fault.empty()) {
             rows.m_Rows.push_back({.m_Label = m_Fault});
@@ -282,21 +284,24 @@ public:
         return rows;
     }
 
-    DocumentRows ReadPart(const DocumentPart& part) const override {
+    DocumentRows ReadPart(const DocumentPart& part) const override { return Read(part, nullptr); }
+
+private:
+    DocumentRows Read(const DocumentPart& part, ReadProgress* progress) const {
         DocumentRows rows;
-        Cursor cursor(m_Text, part.m_Begin, std::min(part.m_End, m_End));
+        Cursor cursor(m_Text, part.m_Begin, std::min(part.m_End, m_End), progress);
         RowMaker maker(cursor, m_Extents, rows.m_Rows);
         Parse(cursor, maker, false);
         rows.m_BytesRead = cursor.At() - part.m_Begin - cursor.Jumped();
         return rows;
     }
 
-private:
     std::string_view Text() const { return std::string_view(m_Text).substr(0, m_End); }
 
     /// Goes through one value, whose first line has this number. False where the text ends with it.
-    bool Index(const DocumentPart& value, size_t line, ReadProgress* progress) {
-        Cursor cursor(m_Text, value.m_Begin, value.m_End, progress);
+    bool Index(const DocumentPart& value, size_t line, const IndexOptions& options) {
+        Cursor cursor(m_Text, value.m_Begin, value.m_End, options.m_Progress,
+            options.m_IsCut && value.m_End == m_Text.size());
         Indexer indexer(cursor, m_Extents);
         const bool isRight = Parse(cursor, indexer, true) && !cursor.IsStopped();
         m_End = isRight ? m_End : cursor.IsStopped() ? cursor.At() : value.m_End;
@@ -316,12 +321,6 @@ private:
 
 } // namespace
 
-DocumentTextPtr IndexJson(std::string text, ReadProgress* progress, size_t least) {
-    return std::make_shared<JsonText>(std::move(text), progress, least);
-}
-
-SmartPtr<ISuperCollection> ReadJson(std::string text, std::string& fault) {
-    const auto document = IndexJson(std::move(text));
-    fault = document->Fault();
-    return DocumentBranch::MakeRoot(document, document->ReadRoot());
+DocumentTextPtr IndexJson(std::string text, const IndexOptions& options) {
+    return std::make_shared<JsonText>(std::move(text), options);
 }

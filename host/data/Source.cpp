@@ -1,57 +1,29 @@
 #include "host/data/Source.h"
 
 #include "host/data/ArchiveSource.h"
-#include "host/data/FolderSource.h"
+#include "host/data/DocumentBranch.h"
 #include "host/data/JsonSource.h"
 #include "host/data/OutlineSource.h"
+#include "host/data/ReadBytes.h"
 #include "host/data/XmlSource.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <sstream>
 
 namespace {
 
-SmartPtr<ISuperCollection> OpenFolder(const std::string& path, const FolderHelpers& helpers) {
-    const auto folder = FolderSource::Make(path, helpers);
-    folder->Populate(); // one that cannot be read is shown empty
-    return SmartPtr<ISuperCollection>(folder.Get());
-}
-
-/// The number of the error that has just ended the reading of a stream.
-int LastError() {
-    return errno != 0 ? errno : EIO;
-}
-
-/// Makes room for what is expected, so that it need not be copied while it grows.
-void MakeRoom(std::string& text, size_t expected) {
-    try {
-        text.reserve(expected);
-    } catch (const std::exception&) { // it is read as far as there is memory, then
-    }
-}
-
-/// What there is of a text before it ends or fails.
-std::string ReadAll(std::istream& input, size_t expected = 0) {
-    constexpr size_t kChunk = size_t{1} << 16;
-    std::string text;
-    MakeRoom(text, expected + kChunk);
-    try {
-        do {
-            const size_t size = text.size();
-            text.resize(size + kChunk);
-            input.read(text.data() + size, kChunk);
-            text.resize(size + static_cast<size_t>(input.gcount()));
-        } while (input);
-    } catch (const std::bad_alloc&) {
-        errno = ENOMEM;
-        input.setstate(std::ios::badbit);
-    }
-    return text;
+/// One that cannot be read is shown empty.
+SourceMaker ReadFolder(const std::string& path, ReadProgress* progress) {
+    FolderPath step;
+    Identify(path, step);
+    const auto scan = std::make_shared<FolderScan>(ScanFolder(path, &step, progress));
+    return [path, scan](const FolderHelpers& helpers) {
+        const auto folder = FolderSource::Make(path, helpers);
+        folder->Fill(std::move(*scan));
+        return SmartPtr<ISuperCollection>(folder.Get());
+    };
 }
 
 SourceKind KindByContent(std::string_view text) {
@@ -67,80 +39,82 @@ SourceKind KindByContent(std::string_view text) {
     return begins("{") || begins("[") ? SourceKind::kJson : SourceKind::kOutline;
 }
 
-/// The same as for JSON and XML; what is wrong with an outline is that memory does not hold it.
-SmartPtr<ISuperCollection> ReadOutlineText(std::string text, std::string& fault) {
-    std::istringstream lines(std::move(text));
-    auto tree = ReadOutline(lines);
-    if (lines.bad()) {
-        fault = std::generic_category().message(ENOMEM);
-    }
-    return tree;
+/// What is wrong with an outline is that memory does not hold it.
+SourceMaker ReadOutlineText(std::string bytes, const std::string& name) {
+    const auto text = std::make_shared<std::string>(std::move(bytes));
+    return [text, name](const FolderHelpers& helpers) {
+        std::istringstream lines(std::move(*text));
+        auto tree = ReadOutline(lines);
+        if (lines.bad()) {
+            helpers.m_Failures->Add(name, ENOMEM);
+        }
+        return tree;
+    };
 }
 
-SmartPtr<ISuperCollection> ReadKind(SourceKind kind, std::string text, std::string& fault) {
-    switch (kind) {
-    case SourceKind::kArchive:
-        return ReadArchive({"", text}, fault);
+/// Names what is wrong with a tree.
+SourceMaker WithFault(TreeMaker make, const std::string& name, const std::string& fault) {
+    return [make = std::move(make), name, fault](const FolderHelpers& helpers) {
+        if (!fault.empty()) {
+            helpers.m_Failures->AddFault(name, fault);
+        }
+        return make();
+    };
+}
+
+SourceMaker ReadDocument(
+    const DocumentTextPtr& text, const std::string& name, ReadProgress* progress) {
+    LaterHalf over(progress, true);
+    const auto rows = std::make_shared<DocumentRows>(text->ReadRoot(&over));
+    const auto make = [text, rows] { return DocumentBranch::MakeRoot(text, std::move(*rows)); };
+    return WithFault(make, name, text->Fault());
+}
+
+/// Goes through what was in a file, which is named as `name`.
+SourceMaker ReadKind(
+    SourceKind kind, ReadBytes bytes, const std::string& name, ReadProgress* progress) {
+    LaterHalf half(progress);
+    const IndexOptions options{.m_Progress = &half, .m_IsCut = bytes.m_IsCut};
+    switch (kind == SourceKind::kByContent ? KindByContent(bytes.m_Text) : kind) {
+    case SourceKind::kArchive: {
+        std::string fault;
+        auto make = ReadArchive({"", bytes.m_Text}, fault, &half);
+        return WithFault(std::move(make), name, fault);
+    }
     case SourceKind::kJson:
-        return ReadJson(std::move(text), fault);
+        return ReadDocument(IndexJson(std::move(bytes.m_Text), options), name, progress);
     case SourceKind::kXml:
-        return ReadXml(std::move(text), fault);
+        return ReadDocument(IndexXml(std::move(bytes.m_Text), options), name, progress);
     default:
-        return ReadOutlineText(std::move(text), fault);
+        return ReadOutlineText(std::move(bytes.m_Text), name);
     }
-}
-
-/// Reads what was in a stream; what is wrong in it is named as `name`.
-SmartPtr<ISuperCollection> ReadText(
-    std::string text, const std::string& name, SourceKind kind, ReadFailures& failures) {
-    std::string fault;
-    kind = kind == SourceKind::kByContent ? KindByContent(text) : kind;
-    auto tree = ReadKind(kind, std::move(text), fault);
-    if (!fault.empty()) {
-        failures.AddFault(name, fault);
-    }
-    return tree;
 }
 
 /// An archive's file is read only where its list is.
-SmartPtr<ISuperCollection> OpenArchive(const std::string& path, ReadFailures& failures) {
+SourceMaker ReadArchiveFile(const std::string& path, ReadProgress* progress) {
     std::string fault;
-    auto tree = ReadArchive({path}, fault);
-    if (!fault.empty()) {
-        failures.AddFault(path, fault);
-    }
-    return tree;
+    auto make = ReadArchive({path}, fault, progress);
+    return WithFault(std::move(make), path, fault);
 }
 
-SmartPtr<ISuperCollection> OpenFile(
-    const std::string& path, SourceKind kind, ReadFailures& failures) {
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    std::error_code unknown; // a pipe has no size
-    const auto size = std::filesystem::file_size(path, unknown);
-    std::string text = ReadAll(file, unknown ? 0 : static_cast<size_t>(size));
-    if (!file.is_open() || file.bad()) {
-        failures.Add(path, LastError());
-    }
-    return ReadText(std::move(text), path, kind, failures);
-}
-
-SmartPtr<ISuperCollection> OpenInput(SourceKind kind, ReadFailures& failures) {
-    constexpr const char* kName = "standard input";
-    errno = 0;
-    std::string text = ReadAll(std::cin);
-    if (std::cin.bad() || std::ferror(stdin) != 0) {
-        failures.Add(kName, LastError());
-    }
-    return ReadText(std::move(text), kName, kind, failures);
+SourceMaker ReadFile(
+    const std::string& path, const std::string& name, SourceKind kind, ReadProgress* progress) {
+    ReadBytes bytes = ByteSource(path).Read(progress);
+    const int error = bytes.m_Error;
+    const SourceMaker make = ReadKind(kind, std::move(bytes), name, progress);
+    return [error, name, make](const FolderHelpers& helpers) {
+        if (error != 0) {
+            helpers.m_Failures->Add(name, error);
+        }
+        return make(helpers);
+    };
 }
 
 } // namespace
 
-SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
-    SourceKind kind, const FolderWatchPtr& watch) {
+SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* progress) {
     if (path == "-") {
-        return OpenInput(kind, *failures);
+        return ReadFile(path, "standard input", kind, progress);
     }
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
@@ -148,11 +122,16 @@ SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailure
         throw SourceMissing("cannot open " + path + ": " + error.message());
     }
     if (std::filesystem::is_directory(status)) {
-        return OpenFolder(path, {failures, watch});
+        return ReadFolder(path, progress);
     }
     // What is no regular file, a pipe for one, can be read only once.
     const bool isArchive =
         std::filesystem::is_regular_file(status) &&
         (kind == SourceKind::kArchive || (kind == SourceKind::kByContent && IsArchive({path})));
-    return isArchive ? OpenArchive(path, *failures) : OpenFile(path, kind, *failures);
+    return isArchive ? ReadArchiveFile(path, progress) : ReadFile(path, path, kind, progress);
+}
+
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
+    SourceKind kind, const FolderWatchPtr& watch, ReadProgress* progress) {
+    return ReadSource(path, kind, progress)({failures, watch});
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "framework/interfaces/CollectionInterfaces.h"
-#include "framework/runtime/SmartPtr.h"
-#include "host/data/FolderWatch.h"
-#include "host/data/ReadFailures.h"
+#include "host/data/FolderSource.h"
+#include "host/data/ReadProgress.h"
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -22,10 +21,17 @@ enum class SourceKind {
     kArchive ///< tar, compressed or not, zip or 7z
 };
 
-/// The data behind a path: a folder, whose first level is read at once; a file; or standard input
-/// for "-". What cannot be read, now or when a folder is opened, is
-/// missing from the collection and named in `failures`. Folders that
-/// are read are watched by `watch`. Throws SourceMissing for what does not
-/// exist.
+/// Makes the tree of a source that was read, once, on the thread of host objects. What cannot be
+/// read, now or when a folder is opened, is missing from the tree and named in the failures.
+/// Folders that are read are watched. Throws when memory runs out.
+using SourceMaker = std::function<SmartPtr<ISuperCollection>(const FolderHelpers& helpers)>;
+
+/// Reads what is behind a path: the first level of a folder; a file; or standard input for "-". Any
+/// thread may do so. `progress` may be null. Throws SourceMissing for what does not exist, and
+/// std::bad_alloc.
+SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* progress);
+
+/// The same at once.
 SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
-    SourceKind kind = SourceKind::kByContent, const FolderWatchPtr& watch = nullptr);
+    SourceKind kind = SourceKind::kByContent, const FolderWatchPtr& watch = nullptr,
+    ReadProgress* progress = nullptr);

@@ -68,7 +68,7 @@ bool XmlParser::Read(std::string_view text, size_t begin, size_t end, ReadProgre
     size_t size = kLeastPiece;
     XML_Index before = XML_GetCurrentByteIndex(m_Parser.get());
     bool isRight = true;
-    while (isRight && begin < end && (!progress || progress->Advance(begin, text.size()))) {
+    while (isRight && begin < end && (!progress || progress->Advance({begin, text.size()}))) {
         const std::string_view piece = text.substr(begin, std::min(size, end - begin));
         begin += piece.size();
         isRight = Feed(piece, false);

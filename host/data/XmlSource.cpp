@@ -1,6 +1,5 @@
 #include "host/data/XmlSource.h"
 
-#include "host/data/DocumentBranch.h"
 #include "host/data/XmlParser.h"
 
 #include <algorithm>
@@ -219,33 +218,36 @@ private:
 
 class XmlText final : public DocumentText {
 public:
-    XmlText(std::string text, ReadProgress* progress, size_t least)
-        : DocumentText(std::move(text)), m_Extents(least) {
+    XmlText(std::string text, const IndexOptions& options)
+        : DocumentText(std::move(text)), m_Extents(options.m_Least) {
         Indexer indexer(m_Text, m_Extents);
         XmlParser& parser = indexer.Parser();
-        const bool isRead = parser.Read(m_Text, 0, m_Text.size(), progress);
-        if (isRead ? !parser.Finish() : parser.HasFault()) {
+        const bool isRead = parser.Read(m_Text, 0, m_Text.size(), options.m_Progress);
+        const bool isOver = isRead && !options.m_IsCut;
+        if (isOver ? !parser.Finish() : parser.HasFault()) {
             m_Fault = parser.Fault();
         } else if (!isRead) {
             m_End = parser.Reached();
         }
         m_Prologue = indexer.Prologue();
-        m_IsPrologueLong = m_Prologue > least;
+        m_IsPrologueLong = m_Prologue > options.m_Least;
         m_Extents.Finish(m_End);
     }
 
-    DocumentRows ReadRoot() const override {
-        DocumentRows rows = Read({0, m_End}, false);
+    DocumentRows ReadRoot(ReadProgress* progress) const override {
+        DocumentRows rows = Read({0, m_End}, false, progress);
         if (!m_Fault.empty()) {
             rows.m_Rows.push_back({.m_Label = m_Fault});
         }
         return rows;
     }
 
-    DocumentRows ReadPart(const DocumentPart& part) const override { return Read(part, true); }
+    DocumentRows ReadPart(const DocumentPart& part) const override {
+        return Read(part, true, nullptr);
+    }
 
 private:
-    DocumentRows Read(const DocumentPart& part, bool isInElement) const {
+    DocumentRows Read(const DocumentPart& part, bool isInElement, ReadProgress* progress) const {
         DocumentRows rows;
         const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_Fault.empty()};
         size_t begin = part.m_Begin;
@@ -255,10 +257,10 @@ private:
         XmlParser& parser = maker.Parser();
         bool isRight = !isInElement || parser.Read(m_Text, 0, m_Prologue);
         for (; isRight && next && next->m_Begin < end; next = m_Extents.From(begin)) {
-            isRight = parser.Read(m_Text, begin, next->m_Inside);
+            isRight = parser.Read(m_Text, begin, next->m_Inside, progress);
             begin = next->m_End;
         }
-        if (isRight && parser.Read(m_Text, begin, end)) {
+        if (isRight && parser.Read(m_Text, begin, end, progress)) {
             parser.Finish(); // what is wrong is known, and what is open here reaches to it
         }
         maker.EndAll();
@@ -273,12 +275,6 @@ private:
 
 } // namespace
 
-DocumentTextPtr IndexXml(std::string text, ReadProgress* progress, size_t least) {
-    return std::make_shared<XmlText>(std::move(text), progress, least);
-}
-
-SmartPtr<ISuperCollection> ReadXml(std::string text, std::string& fault) {
-    const auto document = IndexXml(std::move(text));
-    fault = document->Fault();
-    return DocumentBranch::MakeRoot(document, document->ReadRoot());
+DocumentTextPtr IndexXml(std::string text, const IndexOptions& options) {
+    return std::make_shared<XmlText>(std::move(text), options);
 }

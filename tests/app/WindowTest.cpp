@@ -3,7 +3,13 @@
 #include "tests/support/Program.h"
 
 #include <X11/Xlib.h>
+#include <cstdio>
+#include <fcntl.h>
 #include <optional>
+#include <sched.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 // The window, driven by a hand on a display that nobody sees.
 
@@ -65,6 +71,29 @@ protected:
         m_Shown = "shown";
         std::filesystem::create_directories(m_Folder / "shown");
     }
+};
+
+/// A window on a pipe that somebody has begun to write an outline to.
+class PipeWindowTest : public WindowTest {
+protected:
+    PipeWindowTest() {
+        m_Shown = "pipe";
+        mkfifo((m_Folder / "pipe").c_str(), 0600);
+        m_Pipe = open((m_Folder / "pipe").c_str(), O_RDWR);
+        EXPECT_EQ(write(m_Pipe, "A\nB\n", 4), 4);
+    }
+    ~PipeWindowTest() override { close(m_Pipe); }
+
+    /// Waits until all of it was read.
+    void SetUp() override {
+        WindowTest::SetUp();
+        int left = 1;
+        while (!IsSkipped() && left > 0 && ioctl(m_Pipe, FIONREAD, &left) == 0) {
+            sched_yield();
+        }
+    }
+
+    int m_Pipe;
 };
 
 } // namespace
@@ -133,5 +162,20 @@ TEST_F(FolderWindowTest, FolderIsShownAsItIsNowWithoutAKeyAndWithF5) {
     ASSERT_TRUE(m_Window->WaitFor("folders changed -> 0"));
     Expect("key F5", "key f5 -> 1"); // there is nothing left to do
     EXPECT_EQ(std::system("kill -TERM $(xdotool getwindowfocus getwindowpid)"), 0);
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(PipeWindowTest, EscapeShowsWhatWasReadUntilThen) {
+    Do("key F2 type 44");
+    Expect("key Return", "set 4 44 -> 0"); // there is a window that answers, meanwhile
+    Do("key F2");
+    Expect("key Escape", "reading stopped");
+    Expect("mousemove 60 50 click 1", "node=\"B\""); // in the second row of that height
+    Do("key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(PipeWindowTest, CloseButtonEndsAReadingThatNeverEnds) {
+    PressCloseButton();
     EXPECT_EQ(m_Window->Wait(), 0);
 }

@@ -9,13 +9,13 @@
 
 namespace {
 
-using Index = DocumentTextPtr (*)(std::string, ReadProgress*, size_t);
+using Index = DocumentTextPtr (*)(std::string, const IndexOptions&);
 using Rows = std::vector<std::string>; ///< a label each, with its level in front
 
 /// What is shown of a text of which everything is opened.
 Rows OpenAll(const DocumentText& text, size_t* bytesRead = nullptr) {
     Rows shown;
-    DocumentRows root = text.ReadRoot();
+    DocumentRows root = text.ReadRoot(nullptr);
     std::vector<std::deque<DocumentRow>> open; // what is still to be shown, of each part on the way
     std::vector<uint32_t> levels{0};
     open.push_back(std::move(root.m_Rows));
@@ -144,6 +144,15 @@ struct Format {
 constexpr Format kFormats[] = {{IndexJson, &Writer::WriteJson}, {IndexXml, &Writer::WriteXml}};
 constexpr unsigned kTexts = 100;
 
+/// Makes an end of a reading when it asks for the second time.
+class Stopper final : public ReadProgress {
+public:
+    bool Advance(const ReadState&) override { return m_Asked++ < 1; }
+
+private:
+    int m_Asked = 0;
+};
+
 } // namespace
 
 TEST(DocumentTextTest, OpenedPartByPartItIsWhatWasWritten) {
@@ -154,7 +163,7 @@ TEST(DocumentTextTest, OpenedPartByPartItIsWhatWasWritten) {
             (writer.*write)();
             largest = std::max(largest, writer.m_Text.size());
             for (const size_t least : {size_t{1}, size_t{40}, kLeastExtent}) {
-                const auto text = index(writer.m_Text, nullptr, least);
+                const auto text = index(writer.m_Text, {.m_Least = least});
                 ASSERT_EQ(text->Fault(), "") << writer.m_Text;
                 ASSERT_EQ(OpenAll(*text), writer.m_Rows) << least << '\n' << writer.m_Text;
             }
@@ -170,9 +179,9 @@ TEST(DocumentTextTest, BrokenOffItIsWhatWasWrittenUpToThere) {
             writer.m_MayBeLines = false; // the first of them alone is something else
             (writer.*write)();
             writer.m_Text.resize(writer.m_Text.size() * (seed % 10) / 10);
-            const auto whole = index(writer.m_Text, nullptr, SIZE_MAX);
+            const auto whole = index(writer.m_Text, {.m_Least = SIZE_MAX});
             Rows rows = OpenAll(*whole);
-            ASSERT_EQ(OpenAll(*index(writer.m_Text, nullptr, 1)), rows) << writer.m_Text;
+            ASSERT_EQ(OpenAll(*index(writer.m_Text, {.m_Least = 1})), rows) << writer.m_Text;
             const size_t last = whole->Fault().empty() ? 1 : 2; // may be half of one
             rows.resize(rows.size() - std::min(last, rows.size()));
             ASSERT_LE(rows.size(), writer.m_Rows.size());
@@ -199,7 +208,38 @@ TEST(DocumentTextTest, OpeningAllOfALongChainReadsLittleMoreThanTheTextForEachLe
             }
         }
         size_t bytes = 0;
-        EXPECT_GE(OpenAll(*index(chain, nullptr, kLeastExtent), &bytes).size(), depth - 1);
+        EXPECT_GE(OpenAll(*index(chain, {}), &bytes).size(), depth - 1);
         EXPECT_LT(bytes, kLeastExtent * depth);
+    }
+}
+
+TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
+    constexpr size_t kCount = 100'000;
+    struct Text {
+        Index m_Index;
+        const char* m_Begin;
+        const char* m_Repeated;
+        const char* m_Row;
+        size_t m_RowsBefore; ///< those that are repeated
+    };
+    constexpr Text kRepeated[] = {{IndexJson, "{\"a\": 1, \"b\": [", "[1,2],\n", "1 ", 2},
+        {IndexJson, "", "[1]\n", "0 ", 0}, {IndexXml, "<a>", "<b>text</b>\n", "1 b: text", 1}};
+    for (const auto& [index, begin, repeated, row, before] : kRepeated) {
+        std::string text = begin;
+        for (size_t i = 0; i < kCount; ++i) {
+            text += repeated;
+        }
+        Stopper stopper;
+        const auto stopped = index(text, {.m_Progress = &stopper});
+        const auto cut = index(text, {.m_IsCut = true});
+        EXPECT_EQ(stopped->Fault() + cut->Fault(), "");
+        const auto count = [&](const DocumentText& each) {
+            const Rows rows = OpenAll(each);
+            return size_t(std::count_if(rows.begin(), rows.end(),
+                [&](const std::string& shown) { return shown.starts_with(row); }));
+        };
+        EXPECT_GT(count(*stopped), 0U);
+        EXPECT_LT(count(*stopped), kCount);
+        EXPECT_EQ(count(*cut), kCount);
     }
 }

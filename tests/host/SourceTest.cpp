@@ -1,5 +1,6 @@
 #include "host/data/Source.h"
 #include "host/data/ArchiveSource.h"
+#include "host/data/DocumentBranch.h"
 #include "host/data/Expansion.h"
 #include "host/data/FolderSource.h"
 #include "host/data/JsonSource.h"
@@ -95,7 +96,14 @@ std::string Archive(Choice format, Choice filter, const std::vector<Member>& mem
 }
 
 SmartPtr<ISuperCollection> ReadBytes(std::string_view bytes, std::string& fault) {
-    return ReadArchive({"", bytes}, fault);
+    return ReadArchive({"", bytes}, fault)();
+}
+
+template <DocumentTextPtr (*Index)(std::string, const IndexOptions&)>
+SmartPtr<ISuperCollection> ReadText(const std::string& text, std::string& fault) {
+    const auto document = Index(text, {});
+    fault = document->Fault();
+    return DocumentBranch::MakeRoot(document, document->ReadRoot(nullptr));
 }
 
 bool IsFilled(IUnknown* folder) {
@@ -135,7 +143,7 @@ TEST_F(SourceTest, JsonIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
             "line 1: syntax error while parsing value - unexpected end of input; expected '[', "
             "'{', or a literal"}};
     for (const auto& [text, rows, fault] : texts) {
-        ExpectRead(ReadJson, text, rows, fault);
+        ExpectRead(ReadText<IndexJson>, text, rows, fault);
     }
 }
 
@@ -157,7 +165,7 @@ TEST_F(SourceTest, XmlIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
         {std::string("\xFE\xFF\0<\0a\0/\0>", 10), "a1", ""}, {"", "", "line 1: no element found"},
         {Repeated("<a>", 100'000), nullptr, "line 1: no element found"}};
     for (const auto& [text, rows, fault] : texts) {
-        ExpectRead(ReadXml, text, rows, fault);
+        ExpectRead(ReadText<IndexXml>, text, rows, fault);
     }
 }
 

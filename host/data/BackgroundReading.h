@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/data/ReadProgress.h"
+#include "host/data/Source.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+
+/// Reads a source on a thread of its own, which holds no host object; the tree of it is made by
+/// whoever started it. Its end, the destructor, does not wait for more than the next step of the
+/// reading.
+class BackgroundReading final : private ReadProgress {
+public:
+    using Work = std::function<SourceMaker(ReadProgress& progress)>;
+
+    /// Starts. Throws std::system_error.
+    explicit BackgroundReading(Work work);
+    ~BackgroundReading() override;
+    BackgroundReading(const BackgroundReading&) = delete;
+    BackgroundReading& operator=(const BackgroundReading&) = delete;
+
+    // For the thread that started it.
+
+    /// Readable when there is something new to tell, until it is asked for.
+    int News() const { return m_News; }
+    /// How far it is, for users; "" once it is over.
+    std::string TakeNews();
+    /// Waits for the end; whether it has come.
+    bool WaitFor(std::chrono::milliseconds patience);
+    /// Makes an end of what is being done: of reading bytes first, and, where they are gone through
+    /// by then, of that. What was read until then is the result.
+    void Stop();
+    bool WasStopped() const;
+    /// What was read, once, after the end. Throws what the work has thrown.
+    SourceMaker Take();
+
+private:
+    void Run(const Work& work);
+    bool Advance(const ReadState& state) override;
+    int Descriptor() const override { return m_Call; }
+
+    int m_News;                 ///< readable for the one thread
+    int m_Call;                 ///< and for the other, when it is to ask
+    mutable std::mutex m_Mutex; ///< for all that follows
+    std::condition_variable m_Ended;
+    std::string m_Text; ///< how far it is
+    bool m_IsStopWanted = false;
+    bool m_IsStopped = false;
+    bool m_IsLeft = false; ///< nobody wants the result any more
+    bool m_IsOver = false;
+    SourceMaker m_Result;
+    std::exception_ptr m_Failure;
+    std::thread m_Thread;
+};

@@ -1,0 +1,110 @@
+#include "host/data/BackgroundReading.h"
+#include "tests/support/HostTest.h"
+
+#include <fcntl.h>
+#include <future>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// A source that is read on a thread of its own; no object is made there.
+
+namespace {
+
+constexpr std::chrono::minutes kAtMost(1); // only a test that fails waits so long
+
+/// A pipe by its name, which a reading waits for.
+class BackgroundThreadsTest : public HostTest {
+protected:
+    BackgroundThreadsTest() { mkfifo(m_Pipe.c_str(), 0600); }
+
+    static bool HasNews(const BackgroundReading& reading, int milliseconds = 0) {
+        pollfd waiting{reading.News(), POLLIN, 0};
+        return poll(&waiting, 1, milliseconds) == 1;
+    }
+    static SourceMaker Nothing() {
+        return [](const FolderHelpers&) { return SmartPtr<ISuperCollection>(); };
+    }
+    BackgroundReading::Work ReadPipe() const {
+        return [path = m_Pipe](ReadProgress& progress) {
+            return ReadSource(path, SourceKind::kByContent, &progress);
+        };
+    }
+
+    TemporaryFolder m_Folder;
+    std::string m_Pipe = m_Folder / "pipe";
+};
+
+} // namespace
+
+TEST_F(BackgroundThreadsTest, ItTellsHowFarItIsAndThatItIsOver) {
+    std::promise<void> isAdvanced;
+    std::promise<void> mayEnd;
+    BackgroundReading reading([&](ReadProgress& progress) {
+        progress.Advance({9, 36});
+        isAdvanced.set_value();
+        mayEnd.get_future().wait();
+        return Nothing();
+    });
+    isAdvanced.get_future().wait();
+    EXPECT_TRUE(HasNews(reading));
+    EXPECT_EQ(reading.TakeNews(), "25 %");
+    EXPECT_FALSE(HasNews(reading));
+    mayEnd.set_value();
+    EXPECT_TRUE(reading.WaitFor(kAtMost));
+    EXPECT_TRUE(HasNews(reading));
+    EXPECT_EQ(reading.TakeNews(), "");
+    EXPECT_FALSE(reading.WasStopped());
+    EXPECT_TRUE(reading.Take());
+}
+
+TEST_F(BackgroundThreadsTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
+    BackgroundReading reading([&](ReadProgress& progress) {
+        for (size_t done = 0; progress.Advance({done, 0}); ++done) {
+        }
+        EXPECT_TRUE(progress.Advance({1, 2}));
+        return Nothing();
+    });
+    reading.Stop();
+    EXPECT_TRUE(reading.WaitFor(kAtMost));
+    EXPECT_TRUE(reading.WasStopped());
+}
+
+TEST_F(BackgroundThreadsTest, PipeThatIsStoppedIsShownUpToThere) {
+    std::string text = "[";
+    while (text.size() < 1'500'000) {
+        text += "[1],";
+    }
+    BackgroundReading reading(ReadPipe());
+    const int pipe = open(m_Pipe.c_str(), O_WRONLY);
+    for (std::string_view rest = text; !rest.empty();) {
+        rest.remove_prefix(size_t(std::max<ssize_t>(write(pipe, rest.data(), rest.size()), 0)));
+    }
+    while (reading.TakeNews() != "1 MB") {
+        ASSERT_TRUE(HasNews(reading, 60'000));
+    }
+    reading.Stop();
+    ASSERT_TRUE(reading.WaitFor(kAtMost));
+    close(pipe);
+    const auto failures = std::make_shared<ReadFailures>();
+    const auto tree = reading.Take()({failures});
+    int32_t count = 0;
+    tree->GetCount(&count);
+    EXPECT_GT(count, 250'000);
+    EXPECT_TRUE(failures->Lines().empty()) << "that it breaks off is no fault";
+}
+
+TEST_F(BackgroundThreadsTest, LeavingDoesNotWaitForAPipeThatIsSilent) {
+    const BackgroundReading neverWrittenTo(ReadPipe());
+    const int pipe = open(m_Pipe.c_str(), O_RDWR);
+    { const BackgroundReading silent(ReadPipe()); }
+    close(pipe);
+}
+
+TEST_F(BackgroundThreadsTest, WhatGoesWrongIsThrownWhereItIsAskedFor) {
+    BackgroundReading reading([](ReadProgress& progress) {
+        return ReadSource("/nowhere", SourceKind::kByContent, &progress);
+    });
+    EXPECT_TRUE(reading.WaitFor(kAtMost));
+    EXPECT_THROW(reading.Take(), SourceMissing);
+}
