@@ -1,86 +1,25 @@
 #include "host/data/JsonSource.h"
 
+#include "host/data/JsonCursor.h"
+
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace {
 
 using Json = nlohmann::json;
-
-/// A place in a text, which goes forward as the parser reads and may jump.
-class Cursor {
-public:
-    /// `progress` may be null. With `isCut` the end counts as made by it.
-    Cursor(std::string_view text, size_t at, size_t end, ReadProgress* progress, bool isCut = false)
-        : m_Text(text), m_At(at), m_Stop(progress ? at : end), m_End(end), m_Progress(progress),
-          m_IsCut(isCut) {}
-
-    size_t At() const { return m_At; }
-    void Jump(size_t at) {
-        m_Jumped += at - m_At;
-        m_At = at;
-    }
-    size_t Jumped() const { return m_Jumped; }
-    char Character() const { return m_Text[m_At]; }
-    void Advance() { ++m_At; }
-    bool IsBeforeEnd() { return m_At != m_Stop || GoOn(); }
-    /// Whether the progress made an end of it, and it came to that.
-    bool IsStopped() const { return m_IsStopped; }
-
-private:
-    bool GoOn() {
-        constexpr size_t kStep = size_t{1} << 18;
-        if (m_At == m_End) {
-            m_IsStopped = m_IsStopped || m_IsCut;
-            return false;
-        }
-        m_IsStopped = !m_Progress->Advance({m_At, m_Text.size()});
-        m_Stop = m_IsStopped ? m_At : m_At + std::min(kStep, m_End - m_At);
-        m_End = m_IsStopped ? m_At : m_End;
-        return !m_IsStopped;
-    }
-
-    std::string_view m_Text;
-    size_t m_At;
-    size_t m_Stop; ///< up to where it reads without asking
-    size_t m_End;
-    ReadProgress* m_Progress;
-    bool m_IsCut;
-    size_t m_Jumped = 0;
-    bool m_IsStopped = false;
-};
-
-/// What the parser, which copies iterators, takes for one; all copies stand where the cursor does.
-struct CursorIterator {
-    using iterator_category = std::input_iterator_tag;
-    using value_type = char;
-    using difference_type = ptrdiff_t;
-    using pointer = const char*;
-    using reference = char;
-
-    char operator*() const { return m_Cursor->Character(); }
-    CursorIterator& operator++() {
-        m_Cursor->Advance();
-        return *this;
-    }
-    bool operator!=(const CursorIterator&) const { return m_Cursor->IsBeforeEnd(); }
-    bool operator==(const CursorIterator& other) const { return !(*this != other); }
-
-    Cursor* m_Cursor;
-};
-
 using Events = nlohmann::json_sax<Json>;
 
 /// Reads one value; what is behind it is a fault when `isAlone`.
-bool Parse(Cursor& cursor, Events& events, bool isAlone) {
-    return Json::sax_parse(CursorIterator{&cursor}, CursorIterator{&cursor}, &events,
+bool Parse(JsonCursor& cursor, Events& events, bool isAlone) {
+    return Json::sax_parse(JsonIterator{&cursor}, JsonIterator{&cursor}, &events,
         Json::input_format_t::json, isAlone);
 }
 
 /// Hears where containers begin and end, and what is wrong.
 class Indexer final : public Events {
 public:
-    Indexer(const Cursor& cursor, Extents& extents) : m_Cursor(cursor), m_Extents(extents) {}
+    Indexer(const JsonCursor& cursor, Extents& extents) : m_Cursor(cursor), m_Extents(extents) {}
 
     bool null() override { return Note(); }
     bool boolean(bool) override { return Note(); }
@@ -121,7 +60,7 @@ private:
         return true;
     }
 
-    const Cursor& m_Cursor;
+    const JsonCursor& m_Cursor;
     Extents& m_Extents;
     std::string m_Fault;
     size_t m_FaultPosition = 0;
@@ -130,7 +69,7 @@ private:
 /// Makes rows of what stands directly in the outermost container, and jumps over what it can.
 class RowMaker final : public Events {
 public:
-    RowMaker(Cursor& cursor, const Extents& extents, std::deque<DocumentRow>& rows)
+    RowMaker(JsonCursor& cursor, const Extents& extents, std::deque<DocumentRow>& rows)
         : m_Cursor(cursor), m_Extents(extents), m_Rows(rows) {}
 
     bool null() override {
@@ -214,7 +153,7 @@ private:
         return true;
     }
 
-    Cursor& m_Cursor;
+    JsonCursor& m_Cursor;
     const Extents& m_Extents;
     const Extent* m_Next = nullptr; ///< the next one that is to be jumped over
     std::deque<DocumentRow>& m_Rows;
@@ -289,7 +228,7 @@ public:
 private:
     DocumentRows Read(const DocumentPart& part, ReadProgress* progress) const {
         DocumentRows rows;
-        Cursor cursor(m_Text, part.m_Begin, std::min(part.m_End, m_End), progress);
+        JsonCursor cursor(m_Text, part.m_Begin, std::min(part.m_End, m_End), progress);
         RowMaker maker(cursor, m_Extents, rows.m_Rows);
         Parse(cursor, maker, false);
         rows.m_BytesRead = cursor.At() - part.m_Begin - cursor.Jumped();
@@ -300,7 +239,7 @@ private:
 
     /// Goes through one value, whose first line has this number. False where the text ends with it.
     bool Index(const DocumentPart& value, size_t line, const IndexOptions& options) {
-        Cursor cursor(m_Text, value.m_Begin, value.m_End, options.m_Progress,
+        JsonCursor cursor(m_Text, value.m_Begin, value.m_End, options.m_Progress,
             options.m_IsCut && value.m_End == m_Text.size());
         Indexer indexer(cursor, m_Extents);
         const bool isRight = Parse(cursor, indexer, true) && !cursor.IsStopped();

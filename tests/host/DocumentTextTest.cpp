@@ -2,6 +2,7 @@
 #include "host/data/JsonSource.h"
 #include "host/data/XmlSource.h"
 
+#include <climits>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -12,10 +13,21 @@ namespace {
 using Index = DocumentTextPtr (*)(std::string, const IndexOptions&);
 using Rows = std::vector<std::string>; ///< a label each, with its level in front
 
+/// Lets a reading ask so many times, and then makes an end of it.
+class Patience final : public ReadProgress {
+public:
+    explicit Patience(int asked = INT_MAX) : m_Left(asked) {}
+    bool Advance(const ReadState&) override { return m_Left-- > 0; }
+
+private:
+    int m_Left;
+};
+
 /// What is shown of a text of which everything is opened.
 Rows OpenAll(const DocumentText& text, size_t* bytesRead = nullptr) {
     Rows shown;
-    DocumentRows root = text.ReadRoot(nullptr);
+    Patience patience;
+    DocumentRows root = text.ReadRoot(&patience);
     std::vector<std::deque<DocumentRow>> open; // what is still to be shown, of each part on the way
     std::vector<uint32_t> levels{0};
     open.push_back(std::move(root.m_Rows));
@@ -31,7 +43,9 @@ Rows OpenAll(const DocumentText& text, size_t* bytesRead = nullptr) {
         shown.push_back(std::to_string(level) + ' ' + row.m_Label);
         if (row.m_Part.IsSomewhere()) {
             DocumentRows below = text.ReadPart(row.m_Part);
-            *(bytesRead ? bytesRead : &below.m_BytesRead) += below.m_BytesRead;
+            if (bytesRead) {
+                *bytesRead += below.m_BytesRead;
+            }
             open.push_back(std::move(below.m_Rows));
             levels.push_back(level + 1);
         }
@@ -144,15 +158,6 @@ struct Format {
 constexpr Format kFormats[] = {{IndexJson, &Writer::WriteJson}, {IndexXml, &Writer::WriteXml}};
 constexpr unsigned kTexts = 100;
 
-/// Makes an end of a reading when it asks for the second time.
-class Stopper final : public ReadProgress {
-public:
-    bool Advance(const ReadState&) override { return m_Asked++ < 1; }
-
-private:
-    int m_Asked = 0;
-};
-
 } // namespace
 
 TEST(DocumentTextTest, OpenedPartByPartItIsWhatWasWritten) {
@@ -229,8 +234,8 @@ TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
         for (size_t i = 0; i < kCount; ++i) {
             text += repeated;
         }
-        Stopper stopper;
-        const auto stopped = index(text, {.m_Progress = &stopper});
+        Patience patience(1);
+        const auto stopped = index(text, {.m_Progress = &patience});
         const auto cut = index(text, {.m_IsCut = true});
         EXPECT_EQ(stopped->Fault() + cut->Fault(), "");
         const auto count = [&](const DocumentText& each) {
