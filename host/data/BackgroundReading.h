@@ -11,9 +11,9 @@
 #include <string>
 #include <thread>
 
-/// Reads a source on a thread of its own, which holds no host object; the tree of it is made by
-/// whoever started it. Its end, the destructor, does not wait for more than the next step of the
-/// reading.
+/// Reads a source on a thread of its own, which uses no object that others know; the tree of it is
+/// made by whoever started it. Its end, the destructor, does not wait for more than the next step
+/// of the reading.
 class BackgroundReading final : private ReadProgress {
 public:
     using Work = std::function<SourceMaker(ReadProgress& progress)>;

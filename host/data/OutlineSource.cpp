@@ -2,6 +2,7 @@
 
 #include "host/data/TextItems.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 #include <string>
@@ -65,13 +66,37 @@ private:
     std::vector<Level> m_Open{{0, TextBranch::Make(), {}}};
 };
 
+/// Asks a progress, which may be null, now and then.
+class LinesRead {
+public:
+    LinesRead(ReadProgress* progress, size_t size) : m_Progress(progress), m_Size(size) {}
+
+    /// Whether to go on behind a line of so many bytes.
+    bool Add(size_t bytes) {
+        constexpr size_t kStep = size_t{1} << 18;
+        m_Done += bytes;
+        if (!m_Progress || m_Done < m_Next) {
+            return true;
+        }
+        m_Next = m_Done + kStep;
+        return m_Progress->Advance({std::min(m_Done, m_Size), m_Size});
+    }
+
+private:
+    ReadProgress* m_Progress;
+    size_t m_Size;
+    size_t m_Done = 0;
+    size_t m_Next = 0;
+};
+
 } // namespace
 
-SmartPtr<ISuperCollection> ReadOutline(std::istream& input) {
+SmartPtr<ISuperCollection> ReadOutline(std::istream& input, ReadProgress* progress, size_t size) {
     OutlineBuilder outline;
+    LinesRead read(progress, size);
     std::string text;
-    try {
-        while (std::getline(input, text)) { // which lets a line that memory does not hold fail too
+    try { // a line that memory does not hold fails too
+        while (std::getline(input, text) && read.Add(text.size() + 1)) {
             const Line line = Parse(text);
             if (!line.m_Label.empty()) {
                 outline.Add(line);

@@ -40,12 +40,12 @@ SourceKind KindByContent(std::string_view text) {
 }
 
 /// What is wrong with an outline is that memory does not hold it.
-SourceMaker ReadOutlineText(std::string bytes, const std::string& name) {
-    const auto text = std::make_shared<std::string>(std::move(bytes));
-    return [text, name](const FolderHelpers& helpers) {
-        std::istringstream lines(std::move(*text));
-        auto tree = ReadOutline(lines);
-        if (lines.bad()) {
+SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgress* progress) {
+    const size_t size = text.size();
+    std::istringstream lines(std::move(text));
+    const auto tree = ReadOutline(lines, progress, size);
+    return [tree, name, isAll = !lines.bad()](const FolderHelpers& helpers) {
+        if (!isAll) {
             helpers.m_Failures->Add(name, ENOMEM);
         }
         return tree;
@@ -86,7 +86,7 @@ SourceMaker ReadKind(
     case SourceKind::kXml:
         return ReadDocument(IndexXml(std::move(bytes.m_Text), options), name, progress);
     default:
-        return ReadOutlineText(std::move(bytes.m_Text), name);
+        return ReadOutlineText(std::move(bytes.m_Text), name, &half);
     }
 }
 

@@ -5,6 +5,6 @@
 
 #include <functional>
 
-/// Makes the tree of what was read. Reading holds no host object and may be done on any thread;
-/// this is for the one that all host objects are used on.
+/// Makes the tree of what was read. Reading may be done on any thread and uses no object that
+/// others know; this is for the one thread that all host objects are used on.
 using TreeMaker = std::function<SmartPtr<ISuperCollection>()>;

@@ -1,4 +1,5 @@
 #include "host/data/BackgroundReading.h"
+#include "host/data/Expansion.h"
 #include "tests/support/HostTest.h"
 
 #include <fcntl.h>
@@ -7,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// A source that is read on a thread of its own; no object is made there.
+// A source that is read on a thread of its own, and may be stopped.
 
 namespace {
 
@@ -33,6 +34,20 @@ protected:
 
     TemporaryFolder m_Folder;
     std::string m_Pipe = m_Folder / "pipe";
+};
+
+/// Stops once, where this share of all that is to be done is.
+class StopsBehind final : public ReadProgress {
+public:
+    explicit StopsBehind(double share) : m_Share(share) {}
+    bool Advance(const ReadState& state) override {
+        const bool isBehind = double(state.m_Done) >= m_Share * double(state.m_Whole);
+        return !isBehind || std::exchange(m_IsStopped, true);
+    }
+
+private:
+    double m_Share;
+    bool m_IsStopped = false;
 };
 
 } // namespace
@@ -92,6 +107,26 @@ TEST_F(BackgroundThreadsTest, PipeThatIsStoppedIsShownUpToThere) {
     tree->GetCount(&count);
     EXPECT_GT(count, 250'000);
     EXPECT_TRUE(failures->Lines().empty()) << "that it breaks off is no fault";
+}
+
+TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere) {
+    // What stands in front, a row that is repeated, whether it is below another.
+    const std::tuple<const char*, const char*, bool> texts[] = {
+        {"", "a\n", false}, {"[", "[1],", false}, {"<r>", "<a b=''/>", true}};
+    for (const auto& [begin, row, isBelow] : texts) {
+        std::ofstream(m_Folder / "text") << begin << Repeated(row, 500'000);
+        StopsBehind progress(0.75);
+        const auto failures = std::make_shared<ReadFailures>();
+        const auto tree =
+            OpenSource(m_Folder / "text", failures, SourceKind::kByContent, nullptr, &progress);
+        OpenLevels(tree.Get(), 1);
+        const auto shown = isBelow ? CollectionBelow(tree.Get(), 0) : tree;
+        int32_t count = 0;
+        shown->GetCount(&count);
+        EXPECT_GT(count, 200'000) << row;
+        EXPECT_LT(count, 400'000) << row;
+        EXPECT_TRUE(failures->Lines().empty()) << row;
+    }
 }
 
 TEST_F(BackgroundThreadsTest, LeavingDoesNotWaitForAPipeThatIsSilent) {

@@ -1,9 +1,9 @@
 #include "host/data/DocumentText.h"
 #include "host/data/JsonSource.h"
 #include "host/data/XmlSource.h"
+#include "tests/support/HostTest.h"
 
 #include <climits>
-#include <gtest/gtest.h>
 #include <random>
 
 // Texts that are read a part at a time, beside what they were written from.
@@ -230,10 +230,7 @@ TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
     constexpr Text kRepeated[] = {{IndexJson, "{\"a\": 1, \"b\": [", "[1,2],\n", "1 ", 2},
         {IndexJson, "", "[1]\n", "0 ", 0}, {IndexXml, "<a>", "<b>text</b>\n", "1 b: text", 1}};
     for (const auto& [index, begin, repeated, row, before] : kRepeated) {
-        std::string text = begin;
-        for (size_t i = 0; i < kCount; ++i) {
-            text += repeated;
-        }
+        const std::string text = begin + Repeated(repeated, kCount);
         Patience patience(1);
         const auto stopped = index(text, {.m_Progress = &patience});
         const auto cut = index(text, {.m_IsCut = true});

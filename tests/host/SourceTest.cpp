@@ -54,14 +54,6 @@ protected:
     }
 };
 
-std::string Repeated(const char* text, int count) {
-    std::string all;
-    while (count-- > 0) {
-        all += text;
-    }
-    return all;
-}
-
 using Choice = int (*)(archive*);
 
 struct Member {

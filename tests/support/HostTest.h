@@ -39,6 +39,14 @@ inline std::string Content(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+inline std::string Repeated(std::string_view text, size_t count) {
+    std::string all;
+    while (count-- > 0) {
+        all += text;
+    }
+    return all;
+}
+
 inline std::filesystem::path BuildFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
