@@ -1,8 +1,10 @@
 #include "host/data/ArchiveSource.h"
 
+#include "host/data/CollectionVersion.h"
 #include "host/data/FileItem.h"
 #include "host/data/FolderEntry.h"
-#include "host/data/TextItems.h"
+#include "host/data/SuperCollection.h"
+#include "host/data/ValueItem.h"
 
 #include <algorithm>
 #include <archive.h>
@@ -211,7 +213,7 @@ TreeMaker ReadArchive(const ArchivePlace& place, std::string& fault, ReadProgres
     return [members, fault] {
         const auto root = members->MakeTree();
         if (!fault.empty()) {
-            root->Append(fault, TextLeaf::Make().Get());
+            root->Append(fault, ValueItem::Make(ItemKind::kFault)->Identity());
         }
         return SmartPtr<ISuperCollection>(root.Get());
     };

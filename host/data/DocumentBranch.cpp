@@ -1,6 +1,6 @@
 #include "host/data/DocumentBranch.h"
 
-#include "host/data/TextItems.h"
+#include "host/data/ValueItem.h"
 
 namespace {
 
@@ -18,10 +18,10 @@ std::vector<Entry> MakeEntries(const DocumentTextPtr& text, std::deque<DocumentR
         above.resize(row.m_Level);
         if (row.m_IsBranch) {
             const bool isLeft = row.m_Part.IsSomewhere();
-            above.push_back(DocumentBranch::Make(isLeft ? text : nullptr, row.m_Part));
+            above.push_back(DocumentBranch::Make(row.m_Kind, isLeft ? text : nullptr, row.m_Part));
             entry.m_Item = above.back()->Identity();
         } else {
-            entry.m_Item = TextLeaf::Make().Get();
+            entry.m_Item = ValueItem::Make(row.m_Kind)->Identity();
         }
         if (row.m_Level == 0) {
             entries.push_back(std::move(entry));
@@ -36,7 +36,7 @@ std::vector<Entry> MakeEntries(const DocumentTextPtr& text, std::deque<DocumentR
 
 SmartPtr<ISuperCollection> DocumentBranch::MakeRoot(
     const DocumentTextPtr& text, DocumentRows rows) {
-    const auto root = Make();
+    const auto root = Make(ItemKind::kFile);
     root->Replace(MakeEntries(text, std::move(rows.m_Rows)));
     return SmartPtr<ISuperCollection>(root.Get());
 }
@@ -55,4 +55,10 @@ int32_t DocumentBranch::GetContentState(int32_t selector, int32_t* value) {
     }
     *value = selector == CONTENTSTATE_ARCHIVE && !m_Text ? 1 : 0;
     return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+}
+
+int32_t DocumentBranch::Render(
+    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
+    DrawItemPicture(canvas, rect, {m_Kind});
+    return S_OK;
 }

@@ -2,6 +2,7 @@
 
 #include "host/data/Extents.h"
 #include "host/data/ReadProgress.h"
+#include "host/drawing/ItemPicture.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +21,7 @@ struct DocumentPart {
 /// A row of a part, or of a row before it.
 struct DocumentRow {
     std::string m_Label;
+    ItemKind m_Kind;
     uint32_t m_Level = 0; ///< 0 for those of the part; one more than that of the row it belongs to
     bool m_IsBranch = false;  ///< other rows may belong to it
     DocumentPart m_Part = {}; ///< which is still to be read; else they follow

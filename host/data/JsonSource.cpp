@@ -12,8 +12,8 @@ using Events = nlohmann::json_sax<Json>;
 
 /// Reads one value; what is behind it is a fault when `isAlone`.
 bool Parse(JsonCursor& cursor, Events& events, bool isAlone) {
-    return Json::sax_parse(JsonIterator{&cursor}, JsonIterator{&cursor}, &events,
-        Json::input_format_t::json, isAlone);
+    return Json::sax_parse(
+        JsonIterator{&cursor}, JsonIterator{&cursor}, &events, Json::input_format_t::json, isAlone);
 }
 
 /// Hears where containers begin and end, and what is wrong.
@@ -73,23 +73,24 @@ public:
         : m_Cursor(cursor), m_Extents(extents), m_Rows(rows) {}
 
     bool null() override {
-        return AddValue([] { return "null"; });
+        return AddValue(ItemKind::kNull, [] { return "null"; });
     }
     bool boolean(bool value) override {
-        return AddValue([&] { return value ? "true" : "false"; });
+        return value ? AddValue(ItemKind::kTrue, [] { return "true"; })
+                     : AddValue(ItemKind::kFalse, [] { return "false"; });
     }
     bool number_integer(number_integer_t value) override {
-        return AddValue([&] { return Json(value).dump(); });
+        return AddValue(ItemKind::kNumber, [&] { return Json(value).dump(); });
     }
     bool number_unsigned(number_unsigned_t value) override {
-        return AddValue([&] { return Json(value).dump(); });
+        return AddValue(ItemKind::kNumber, [&] { return Json(value).dump(); });
     }
     /// As it is written: what a double cannot hold is shown all the same.
     bool number_float(number_float_t, const string_t& written) override {
-        return AddValue([&] { return written; });
+        return AddValue(ItemKind::kNumber, [&] { return written; });
     }
     bool string(string_t& value) override {
-        return AddValue([&] {
+        return AddValue(ItemKind::kString, [&] {
             return Json(std::move(value)).dump(-1, ' ', false, Json::error_handler_t::replace);
         });
     }
@@ -114,11 +115,11 @@ private:
         return m_IsArray ? std::to_string(m_Index++) : std::exchange(m_Key, {});
     }
     template <class Text>
-    bool AddValue(Text text) {
+    bool AddValue(ItemKind kind, Text text) {
         if (m_Depth == 0) {
-            m_Rows.push_back({.m_Label = text()});
+            m_Rows.push_back({.m_Label = text(), .m_Kind = kind});
         } else if (m_Depth == 1) {
-            m_Rows.push_back({.m_Label = TakeName() + ": " + text()});
+            m_Rows.push_back({.m_Label = TakeName() + ": " + text(), .m_Kind = kind});
         }
         m_IsEmpty = false;
         return true;
@@ -131,7 +132,10 @@ private:
             m_Next = m_Extents.From(begin + 1);
         } else if (m_Depth == 1) {
             const DocumentPart toTheEnd{begin, SIZE_MAX};
-            m_Rows.push_back({.m_Label = TakeName(), .m_IsBranch = true, .m_Part = toTheEnd});
+            m_Rows.push_back({.m_Label = TakeName(),
+                .m_Kind = isArray ? ItemKind::kList : ItemKind::kObject,
+                .m_IsBranch = true,
+                .m_Part = toTheEnd});
         }
         if (m_Depth++ > 0 && m_Next && m_Next->m_Begin == begin) {
             m_Cursor.Jump(m_Next->m_End);
@@ -146,7 +150,7 @@ private:
             row.m_Part.m_End = m_Cursor.At();
             if (m_IsEmpty) {
                 row.m_Part = {};
-                m_Rows.push_back({.m_Label = empty, .m_Level = 1});
+                m_Rows.push_back({.m_Label = empty, .m_Kind = row.m_Kind, .m_Level = 1});
             }
         }
         m_IsEmpty = false;
@@ -170,6 +174,12 @@ bool IsBlank(std::string_view text) {
 
 std::string_view FirstLine(std::string_view text) {
     return text.substr(0, text.find('\n'));
+}
+
+/// A line that holds a lone value is a list of it.
+ItemKind KindOfLine(std::string_view line) {
+    const size_t begin = line.find_first_not_of(" \t\r\n");
+    return line.substr(begin).starts_with('{') ? ItemKind::kObject : ItemKind::kList;
 }
 
 /// Whether the first line is a value and more follows.
@@ -210,15 +220,17 @@ public:
         DocumentRows rows;
         if (m_IsLines) {
             VisitLines(Text(), [&](size_t number, const DocumentPart& line) {
-                rows.m_Rows.push_back(
-                    {.m_Label = std::to_string(number), .m_IsBranch = true, .m_Part = line});
+                rows.m_Rows.push_back({.m_Label = std::to_string(number),
+                    .m_Kind = KindOfLine(Text().substr(line.m_Begin)),
+                    .m_IsBranch = true,
+                    .m_Part = line});
                 return true;
             });
         } else {
             rows = Read({0, m_End}, progress);
         }
         if (!m_Fault.empty()) {
-            rows.m_Rows.push_back({.m_Label = m_Fault});
+            rows.m_Rows.push_back({.m_Label = m_Fault, .m_Kind = ItemKind::kFault});
         }
         return rows;
     }

@@ -122,7 +122,8 @@ public:
             if (!m_Levels.back().m_Part.IsSomewhere()) {
                 std::string value;
                 AppendWords(value, attributes[1]);
-                Add(std::string("@") + attributes[0] + ": " + TakeWords(value));
+                Add(ItemKind::kAttribute,
+                    std::string("@") + attributes[0] + ": " + TakeWords(value));
             }
         }
         if (isJumped) {
@@ -172,8 +173,10 @@ private:
             IsTag(m_Places.m_Text, begin) && (isJumped || !m_Places.m_IsPrologueLong);
         return isLeft ? DocumentPart{begin, SIZE_MAX} : DocumentPart{};
     }
-    void Add(std::string label) {
-        m_Rows.push_back({.m_Label = std::move(label), .m_Level = uint32_t(m_Levels.size() - 1)});
+    void Add(ItemKind kind, std::string label) {
+        m_Rows.push_back({.m_Label = std::move(label),
+            .m_Kind = kind,
+            .m_Level = uint32_t(m_Levels.size() - 1)});
     }
     /// Makes a branch of the last open element, with its text so far as a row; those that it is in
     /// have become branches before.
@@ -183,13 +186,14 @@ private:
             level.m_IsBranch = true;
             level.m_Row = m_Rows.size();
             m_Rows.push_back({.m_Label = level.m_Name,
+                .m_Kind = ItemKind::kElement,
                 .m_Level = uint32_t(m_Levels.size() - 2),
                 .m_IsBranch = true,
                 .m_Part = level.m_Part});
         }
         std::string text = TakeWords(level.m_Text);
         if (!text.empty() && !level.m_Part.IsSomewhere()) {
-            Add(std::move(text));
+            Add(ItemKind::kString, std::move(text));
         }
     }
     void EndLevel(size_t end) {
@@ -205,7 +209,8 @@ private:
         Level level = std::move(m_Levels.back());
         m_Levels.pop_back();
         const std::string text = TakeWords(level.m_Text);
-        Add(text.empty() ? std::move(level.m_Name) : level.m_Name + ": " + text);
+        Add(ItemKind::kElement,
+            text.empty() ? std::move(level.m_Name) : level.m_Name + ": " + text);
     }
 
     const XmlPlaces& m_Places;
@@ -237,7 +242,7 @@ public:
     DocumentRows ReadRoot(ReadProgress* progress) const override {
         DocumentRows rows = Read({0, m_End}, false, progress);
         if (!m_Fault.empty()) {
-            rows.m_Rows.push_back({.m_Label = m_Fault});
+            rows.m_Rows.push_back({.m_Label = m_Fault, .m_Kind = ItemKind::kFault});
         }
         return rows;
     }

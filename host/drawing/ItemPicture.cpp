@@ -19,6 +19,10 @@ constexpr int32_t kSkyColor = 0x9CC4EA;
 constexpr int32_t kHillColor = 0x5E9E5B;
 constexpr int32_t kProgramColor = 0x4A7DB5;
 constexpr int32_t kLinkColor = 0x2F6FB3;
+constexpr int32_t kNameColor = 0x4A7DB5;
+constexpr int32_t kValueColor = 0x5E9E5B;
+constexpr int32_t kFaultColor = 0xF2B233;
+constexpr int32_t kFaultOutline = 0x9A5B00;
 
 /// Draws in units of a square of 16, of which the item fills the middle.
 class Painter {
@@ -59,6 +63,73 @@ public:
         Stroke(kProgramColor);
         Trace({{8.5, 11.5}, {11, 11.5}}, false);
         Stroke(kProgramColor);
+    }
+    void DrawObject() {
+        const auto brace = [this](double outer, double inner, double tip) {
+            Trace({{tip, 2.5}, {inner, 3.5}, {inner, 7}, {outer, 8}, {inner, 9}, {inner, 12.5},
+                      {tip, 13.5}},
+                false);
+            Stroke(kNameColor);
+        };
+        brace(2.5, 4, 6);
+        brace(13.5, 12, 10);
+    }
+    void DrawList() {
+        Trace({{6, 2.5}, {3.5, 2.5}, {3.5, 13.5}, {6, 13.5}}, false);
+        Stroke(kNameColor);
+        Trace({{10, 2.5}, {12.5, 2.5}, {12.5, 13.5}, {10, 13.5}}, false);
+        Stroke(kNameColor);
+    }
+    void DrawElement() {
+        Trace({{5.5, 4.5}, {2, 8}, {5.5, 11.5}}, false);
+        Stroke(kNameColor);
+        Trace({{10.5, 4.5}, {14, 8}, {10.5, 11.5}}, false);
+        Stroke(kNameColor);
+        Trace({{9, 3.5}, {7, 12.5}}, false);
+        Stroke(kNameColor);
+    }
+    void DrawEqual() {
+        for (const double y : {6.5, 9.5}) {
+            Trace({{4, y}, {12, y}}, false);
+            Stroke(kNameColor);
+        }
+    }
+    void DrawQuotes() {
+        for (const double x : {3.5, 9.0}) {
+            Fill({{x, 3.5}, {x + 3.5, 3.5}, {x + 2.25, 9}, {x + 1.25, 9}}, kValueColor);
+        }
+    }
+    void DrawHash() {
+        for (const double place : {6.0, 10.0}) {
+            Trace({{3, place}, {13, place}}, false);
+            Stroke(kValueColor);
+            Trace({{place + 0.5, 3}, {place - 0.5, 13}}, false);
+            Stroke(kValueColor);
+        }
+    }
+    void DrawChoice(bool isOn) {
+        Trace({{3.5, 3.5}, {12.5, 3.5}, {12.5, 12.5}, {3.5, 12.5}}, true);
+        Stroke(kValueColor);
+        if (isOn) {
+            Trace({{5.5, 8}, {7.5, 10}, {10.5, 5.5}}, false);
+            Stroke(kValueColor);
+        }
+    }
+    void DrawNull() {
+        Trace({{6, 3.5}, {10, 3.5}, {12.5, 6}, {12.5, 10}, {10, 12.5}, {6, 12.5}, {3.5, 10},
+                  {3.5, 6}},
+            true);
+        Stroke(kOutlineColor);
+        Trace({{4.5, 11.5}, {11.5, 4.5}}, false);
+        Stroke(kOutlineColor);
+    }
+    void DrawFault() {
+        Trace({{8, 2}, {14.5, 13.5}, {1.5, 13.5}}, true);
+        FillAndOutline(kFaultColor, kFaultOutline);
+        Trace({{8, 6}, {8, 10}}, false);
+        Stroke(kFaultOutline);
+        Trace({{8, 11}, {8, 12.5}}, false);
+        Stroke(kFaultOutline);
     }
     /// An arrow in the lower left corner.
     void DrawLink() {
@@ -112,6 +183,43 @@ private:
     int32_t m_Top;
 };
 
+void Draw(Painter& painter, ItemKind kind) {
+    switch (kind) {
+    case ItemKind::kFolder:
+        return painter.DrawFolder();
+    case ItemKind::kFile:
+        return painter.DrawPage();
+    case ItemKind::kText:
+        painter.DrawPage();
+        return painter.DrawLines();
+    case ItemKind::kImage:
+        painter.DrawPage();
+        return painter.DrawImage();
+    case ItemKind::kProgram:
+        painter.DrawPage();
+        return painter.DrawPrompt();
+    case ItemKind::kObject:
+        return painter.DrawObject();
+    case ItemKind::kList:
+        return painter.DrawList();
+    case ItemKind::kElement:
+        return painter.DrawElement();
+    case ItemKind::kAttribute:
+        return painter.DrawEqual();
+    case ItemKind::kString:
+        return painter.DrawQuotes();
+    case ItemKind::kNumber:
+        return painter.DrawHash();
+    case ItemKind::kTrue:
+    case ItemKind::kFalse:
+        return painter.DrawChoice(kind == ItemKind::kTrue);
+    case ItemKind::kNull:
+        return painter.DrawNull();
+    case ItemKind::kFault:
+        return painter.DrawFault();
+    }
+}
+
 } // namespace
 
 void DrawItemPicture(UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look) {
@@ -120,24 +228,7 @@ void DrawItemPicture(UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look
     }
     const CairoState state(canvas->m_Context);
     Painter painter(canvas->m_Context, *rect);
-    if (look.m_Kind == ItemKind::kFolder) {
-        painter.DrawFolder();
-    } else {
-        painter.DrawPage();
-    }
-    switch (look.m_Kind) {
-    case ItemKind::kText:
-        painter.DrawLines();
-        break;
-    case ItemKind::kImage:
-        painter.DrawImage();
-        break;
-    case ItemKind::kProgram:
-        painter.DrawPrompt();
-        break;
-    default:
-        break;
-    }
+    Draw(painter, look.m_Kind);
     if (look.m_IsLink) {
         painter.DrawLink();
     }

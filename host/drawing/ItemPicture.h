@@ -2,8 +2,26 @@
 
 #include "framework/interfaces/Types.h"
 
-/// What an item of a folder is, for its picture.
-enum class ItemKind { kFolder, kFile, kText, kImage, kProgram };
+/// What an item is, for its picture.
+enum class ItemKind : uint8_t {
+    kFolder,
+    kFile,
+    kText,
+    kImage,
+    kProgram,
+
+    // In documents.
+    kObject,
+    kList,
+    kElement,
+    kAttribute,
+    kString,
+    kNumber,
+    kTrue,
+    kFalse,
+    kNull,
+    kFault ///< what is said where one breaks off
+};
 
 struct ItemLook {
     ItemKind m_Kind = ItemKind::kFile;

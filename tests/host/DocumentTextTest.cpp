@@ -206,12 +206,7 @@ TEST(DocumentTextTest, OpeningAllOfALongChainReadsLittleMoreThanTheTextForEachLe
     constexpr Chain kChains[] = {{IndexJson, 500'000, "[", "]"}, {IndexJson, 100'000, "[", ""},
         {IndexXml, 30'000, "<a>", "</a>"}, {IndexXml, 30'000, "<a>", ""}};
     for (const auto& [index, depth, begin, end] : kChains) {
-        std::string chain;
-        for (const char* part : {begin, end}) {
-            for (size_t i = 0; i < depth; ++i) {
-                chain += part;
-            }
-        }
+        const std::string chain = Repeated(begin, depth) + Repeated(end, depth);
         size_t bytes = 0;
         EXPECT_GE(OpenAll(*index(chain, {}), &bytes).size(), depth - 1);
         EXPECT_LT(bytes, kLeastExtent * depth);
@@ -244,4 +239,29 @@ TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
         EXPECT_LT(count(*stopped), kCount);
         EXPECT_EQ(count(*cut), kCount);
     }
+}
+
+TEST(DocumentTextTest, RowsSayWhatTheyAreForTheirPictures) {
+    using enum ItemKind;
+    const auto kindsOf = [](const DocumentRows& rows) {
+        std::vector<ItemKind> kinds;
+        for (const DocumentRow& row : rows.m_Rows) {
+            kinds.push_back(row.m_Kind);
+        }
+        return kinds;
+    };
+    using Kinds = std::vector<ItemKind>;
+    const auto values = IndexJson(
+        R"({"a":[1],"b":{"c":1},"d":[],"e":"t","f":1,"g":-1.5,"h":true,"i":false,"j":null, oops)",
+        {});
+    EXPECT_EQ(
+        kindsOf(values->ReadRoot(nullptr)), (Kinds{kList, kObject, kList, kList, kString, kNumber,
+                                                kNumber, kTrue, kFalse, kNull, kFault}));
+    const auto lines = IndexJson(" {}\n[1]\n7", {});
+    EXPECT_EQ(kindsOf(lines->ReadRoot(nullptr)), (Kinds{kObject, kList, kList}));
+    const auto elements = IndexXml("<a b='1'>text<c/><d>text</d>", {});
+    const DocumentRows root = elements->ReadRoot(nullptr);
+    EXPECT_EQ(kindsOf(root), (Kinds{kElement, kFault}));
+    EXPECT_EQ(kindsOf(elements->ReadPart(root.m_Rows[0].m_Part)),
+        (Kinds{kAttribute, kString, kElement, kElement}));
 }

@@ -1,9 +1,12 @@
 #include "host/drawing/Cairo.h"
 #include "host/drawing/IconFile.h"
+#include "host/drawing/ItemPicture.h"
 #include "host/drawing/RenderStyle.h"
 #include "host/drawing/TextLayouts.h"
 #include "host/drawing/TextRenderer.h"
 #include "tests/support/HostTest.h"
+
+#include <set>
 
 namespace {
 
@@ -215,5 +218,29 @@ TEST_F(DrawingTest, IconLooksAsScaledByCairoAlsoWhenDrawnAgain) {
             EXPECT_LE(LargestDifference(picture(drawn), wanted), kRounding)
                 << name << " again, place " << i;
         }
+    }
+}
+
+TEST_F(DrawingTest, EachKindOfItemHasAPictureOfItsOwnInItsSquare) {
+    for (const double scale : {1.0, 2.0}) {
+        std::set<std::string> pictures{PixelsOf([](cairo_t*) {}, scale)};
+        const size_t last = size_t(ItemKind::kFault);
+        for (size_t kind = 0; kind <= last; ++kind) {
+            const auto draw = [&](UbuntuCanvas* canvas) {
+                const CANVASRect rect{10, 10, 24, 18};
+                DrawItemPicture(canvas, &rect, {ItemKind(kind)});
+            };
+            const Extent ink = InkOf(draw);
+            EXPECT_TRUE(ink.m_Left >= 13 && ink.Right() <= 31 && ink.m_Top >= 10 &&
+                        ink.m_Top + ink.m_Height <= 28)
+                << kind;
+            pictures.insert(PixelsOf(
+                [&](cairo_t* context) {
+                    UbuntuCanvas canvas{context};
+                    draw(&canvas);
+                },
+                scale));
+        }
+        EXPECT_EQ(pictures.size(), 1 + last + 1);
     }
 }
