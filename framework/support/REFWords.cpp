@@ -149,17 +149,13 @@ int32_t CREFString::Contains(tagREFString text) {
         return E_FAIL;
     }
     int32_t matched = 0;
-    int32_t start = 0;
     for (int32_t i = 0; i < m_Length; ++i) {
         if (m_String[i] != text.m_String[matched]) {
             matched = 0;
             continue;
         }
-        if (matched == 0) {
-            start = i;
-        }
         if (++matched == text.m_Length) {
-            return start;
+            return i - matched + 1;
         }
     }
     return E_FAIL;

@@ -14,27 +14,28 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
 
     explicit AnyStream(std::wstring text = {}) : m_Text(std::move(text)) {}
 
-    int32_t CreateFolder(IString*, int32_t, IFolderStream** folder) override {
-        return OpenFolder(nullptr, 0, folder);
+    int32_t CreateFolder(IString*, int32_t mode, IFolderStream** folder) override {
+        return OpenFolder(nullptr, mode, folder);
     }
-    int32_t WriteData(IString* entry, const void*, int32_t, int32_t) override {
-        return Note(entry);
+    int32_t WriteData(IString* entry, const void*, int32_t, int32_t mode) override {
+        return Note(entry, mode);
     }
     int32_t WriteString(IString* entry, IString*) override { return Note(entry); }
-    int32_t WriteObject(IString* entry, IUnknown*, int32_t) override { return Note(entry); }
-    int32_t ReadData(IString*, void*, int32_t, int32_t) override { return Use(); }
+    int32_t WriteObject(IString* entry, IUnknown*, int32_t mode) override {
+        return Note(entry, mode);
+    }
+    int32_t ReadData(IString*, void*, int32_t, int32_t mode) override { return Use(mode); }
     int32_t ReadString(IString*, IString*) override { return Use(); }
-    int32_t ReadObject(IString*, IUnknown**, int32_t) override { return Use(); }
-    int32_t OpenFolder(IVariant* key, int32_t, IFolderStream** folder) override {
+    int32_t ReadObject(IString*, IUnknown**, int32_t mode) override { return Use(mode); }
+    int32_t OpenFolder(IVariant* key, int32_t mode, IFolderStream** folder) override {
         const bool exists = !key || key->GetDouble() == 0;
         *folder = SmartPtr<IFolderStream>(this).Detach(); // a failure leaves something, too
-        return exists ? Use() : E_FAIL;
+        return exists ? Use(mode) : E_FAIL;
     }
     int32_t WriteElement(IString* name, int32_t first, IString* value, int32_t last) override {
-        EXPECT_EQ(first | last, 0);
         const std::wstring tag = name ? Text(name) : L"(none)";
         m_Text += L"<" + tag + L">" + Text(value) + L"</" + tag + L">";
-        return Use();
+        return Use(first | last);
     }
     int32_t GetString(wchar_t** text, int32_t* length) override {
         m_Read.emplace(m_Text);
@@ -42,11 +43,15 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
         *length = static_cast<int32_t>(m_Read->size());
         return Use();
     }
-    int32_t Use() {
+    int32_t Use(int32_t mode = 0) {
+        EXPECT_EQ(mode, 0);
         m_OnUse();
         return S_OK;
     }
-    int32_t Note(IString* entry) { return m_Written += Text(entry) + L" ", Use(); }
+    int32_t Note(IString* entry, int32_t mode = 0) {
+        m_Written += Text(entry) + L" ";
+        return Use(mode);
+    }
 
     std::wstring m_Text;
     std::optional<HeapText> m_Read;

@@ -381,6 +381,29 @@ TEST_F(RenderingTest, CollectionInsideItselfIsNotEnteredAgain) {
     outer->RemoveAll();
 }
 
+TEST_F(RenderingTest, CollectionInsideItselfFarDownIsNotEnteredAgainThere) {
+    constexpr size_t kDepth = 40; // more levels than lie within a walk
+    constexpr size_t kRing = kDepth - 2;
+    std::vector<SmartPtr<SuperCollection>> chain;
+    for (size_t level = 0; level < kDepth; ++level) {
+        chain.push_back(SuperCollection::Make());
+    }
+    for (size_t level = 0; level < kDepth; ++level) {
+        const auto& below = chain[level + 1 < kDepth ? level + 1 : kRing];
+        chain[level]->Append("down", below->Identity());
+    }
+    chain[kRing]->Append("and again", chain[kRing + 1]->Identity());
+    BindCollection(SmartPtr<ISuperCollection>(chain[0].Get()));
+    for (const auto& each : chain) {
+        each->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+    }
+    chain[kRing]->SetItemFlags(1, NODE_VISIBLE | NODE_EXPANDED | 1);
+    EXPECT_EQ(RowCount(), int32_t(kDepth) + 2) << "what is last is shown twice";
+    for (const auto& each : chain) {
+        each->RemoveAll();
+    }
+}
+
 TEST_F(RenderingTest, ScrollBarIsOfferedTheRawEventInItsContextBeforeTheRows) {
     Bind("A");
     Listen();
