@@ -90,7 +90,7 @@ void XMLIndex::Build(CREFString text) {
 
 void XMLIndex::AddName(std::wstring_view name, bool hasBlank) {
     m_Closings.try_emplace(HashOf(name.rbegin(), name.rend()));
-    if (name.empty() || !hasBlank || HasManyAngles(name)) {
+    if (!hasBlank || HasManyAngles(name)) {
         return;
     }
     uint64_t hash = kSeed;

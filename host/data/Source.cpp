@@ -43,7 +43,7 @@ SourceKind KindByContent(std::string_view text) {
 SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgress* progress) {
     const size_t size = text.size();
     std::istringstream lines(std::move(text));
-    const auto tree = ReadOutline(lines, progress, size);
+    auto tree = ReadOutline(lines, progress, size);
     return [tree, name, isAll = !lines.bad()](const FolderHelpers& helpers) {
         if (!isAll) {
             helpers.m_Failures->Add(name, ENOMEM);

@@ -65,7 +65,9 @@ TEST_F(EventSourceTest, GrowingAndShrinkingListHasEachSinkOnceInOrder) {
     EXPECT_EQ(Fire(true), "bcdefghijlmnopqrs");
     int32_t flags = 0;
     EXPECT_TRUE(m_Source->GetAdviseItem(16, nullptr, &flags) == S_OK && flags == 's');
-    SmartPtr<IUnknown> sink(m_Sinks['b']->Identity());
+    SmartPtr<IUnknown> sink;
+    EXPECT_EQ(m_Source->GetAdviseItem(0, sink.Receive(), nullptr), S_OK);
+    EXPECT_EQ(sink.Get(), m_Sinks['b']->Identity());
     EXPECT_EQ(m_Source->GetAdviseItem(17, sink.Receive(), &flags), E_FAIL);
     EXPECT_TRUE(!sink && flags == 0);
 }

@@ -63,6 +63,21 @@ TEST_F(NodesTest, OwnDefaultCollectionIsEmptiedAndForeignOnesAreNot) {
     EXPECT_EQ(RowCount(), 1);
 }
 
+TEST_F(NodesTest, NodesAreAskedForByTheirRow) {
+    Bind("A\n a1\nB");
+    Open("A");
+    for (const auto& [row, label] : {std::pair(0, "A"), {1, "a1"}, {2, "B"}}) {
+        SmartPtr<IUnknown> node;
+        EXPECT_EQ(m_Tree->get_Node(7, row, 7, node.Receive()), S_OK);
+        EXPECT_EQ(node.Get(), Item(label).Get());
+    }
+    for (const int row : {-1, 3, INT32_MAX}) {
+        SmartPtr<IUnknown> node = Item("A");
+        EXPECT_EQ(m_Tree->get_Node(0, row, 0, node.Receive()), E_INVALIDARG) << row;
+        EXPECT_FALSE(node);
+    }
+}
+
 TEST_F(NodesTest, NodesAreInsertedAtARowOrAppendedToTheRootItems) {
     Bind("A\n a1\n a2\nB");
     const auto item = SuperCollection::Make();
