@@ -46,7 +46,8 @@ enum class Key : int32_t {
     kPlus,
     kMinus,
     kAsterisk,
-    kF5
+    kF5,
+    kCopy
 };
 
 struct KeyInput {
@@ -69,7 +70,8 @@ constexpr Word kKeyWords[] = {{"up", int32_t(Key::kUp)}, {"down", int32_t(Key::k
     {"left", int32_t(Key::kLeft)}, {"enter", int32_t(Key::kEnter)},
     {"backspace", int32_t(Key::kBackspace)}, {"escape", int32_t(Key::kEscape)},
     {"plus", int32_t(Key::kPlus)}, {"minus", int32_t(Key::kMinus)},
-    {"asterisk", int32_t(Key::kAsterisk)}, {"f5", int32_t(Key::kF5)}};
+    {"asterisk", int32_t(Key::kAsterisk)}, {"f5", int32_t(Key::kF5)},
+    {"copy", int32_t(Key::kCopy)}};
 
 /// The input as a line of a script.
 std::string ToText(const Input& input);

@@ -1,29 +1,10 @@
 #include "app/input/Search.h"
 
-#include "framework/support/REFString.h"
 #include "host/text/Text.h"
 
 namespace {
 
 using Path = std::vector<Place>;
-
-std::wstring LabelOf(const Place& place) {
-    SmartPtr<IString> name;
-    place.m_Collection->GetItemName(place.m_Index, name.Receive());
-    return Lowered(ViewOf(CREFString(name.Get())));
-}
-
-/// The item that the control has as selected.
-Place SelectedPlace(IUITree* tree) {
-    SmartPtr<IUnknown> collection;
-    const int32_t index = tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
-    return {Query<ISuperCollection>(collection.Get()), index};
-}
-
-bool IsSame(const Place& first, const Place& second) {
-    return first.m_Index == second.m_Index &&
-           IsSameObject(first.m_Collection.Get(), second.m_Collection.Get());
-}
 
 /// Without the item itself.
 void OpenFoldersOn(const Path& path) {
@@ -70,7 +51,7 @@ std::vector<Place> Search::PathTo(Direction direction) const {
     VisitItems(root.Get(), [&](const Path& path) {
         const bool isSelected = !isBehind && IsSame(path.back(), selected);
         isBehind |= isSelected;
-        if (LabelOf(path.back()).find(wanted) == std::wstring::npos) {
+        if (Lowered(LabelOf(path.back())).find(wanted) == std::wstring::npos) {
             return true;
         }
         if (direction == Direction::kBackwards) {

@@ -131,7 +131,7 @@ constexpr ScriptForm kForms[] = {
     {"wheel", "X Y DISTANCE [fast]", "100 is one step; positive goes to later rows", &ReadWheel},
     {"touch", "PHASE DISTANCE", "start, then update; pixels since the start, down is positive",
         &ReadTouch},
-    {"key", "NAME", "A key of the host: up, down, page-up, page-down, home, end, f5, ...",
+    {"key", "NAME", "A key of the host: up, down, page-up, page-down, home, end, f5, copy, ...",
         &ReadKey},
     {"type", "TEXT", "Goes to the next row whose label begins so; + - and * are keys, / searches",
         &ReadType},

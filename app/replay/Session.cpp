@@ -1,5 +1,6 @@
 #include "app/replay/Session.h"
 
+#include "app/view/CopiedText.h"
 #include "app/view/KeptPlace.h"
 #include "host/text/Text.h"
 
@@ -71,6 +72,9 @@ int32_t Session::Perform(const TouchInput& input) {
 }
 
 int32_t Session::Perform(const KeyInput& input) {
+    if (input.m_Key == Key::kCopy) {
+        return Copy();
+    }
     if (input.m_Key == Key::kF5) {
         return ReadAgain(FoldersRead::kAll);
     }
@@ -131,6 +135,16 @@ int32_t Session::ReadAgain(FoldersRead which) {
     TellScrollBar();
     m_Keyboard.NoteRow(place.Restore());
     return Announce(m_Tree);
+}
+
+int32_t Session::Copy() {
+    const std::string text = CopiedText(m_Tree);
+    if (text.empty()) {
+        return S_FALSE;
+    }
+    m_Copied = text;
+    Note("copy " + ToPrintable(Refer(ToWide(text))), "");
+    return S_OK;
 }
 
 /// Rows may have come since the last drawing.

@@ -51,6 +51,9 @@ public:
     /// Records something that was done to the control, with its result, and what was heard of it.
     EventLog::Heard Note(const std::string& text, const std::string& result);
 
+    /// What was copied since the last time it was asked for, UTF-8.
+    std::optional<std::string> TakeCopied() { return std::exchange(m_Copied, std::nullopt); }
+
     /// Whether the control changed since the last time it was asked for.
     bool TakeChanged() { return std::exchange(m_IsChanged, false); }
 
@@ -60,6 +63,7 @@ private:
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
     int32_t ReadAgain(FoldersRead which);
+    int32_t Copy();
     void PrepareForKeys();
     int32_t PressInSearch(Key key);
     int32_t SearchIn(Search::Direction direction);
@@ -76,6 +80,7 @@ private:
     std::optional<Search> m_Search;
     std::optional<double> m_PointerY; ///< where the pointer is, while it is on the control
     bool m_IsKeyUsed = false;         ///< and not the pointer
+    std::optional<std::string> m_Copied;
     SmartPtr<EventLog> m_Log;
     bool m_IsChanged = true;     ///< a new control was never drawn
     bool m_ClickToggled = false; ///< the last click opened or closed its row

@@ -111,19 +111,27 @@ Row RowOfItem(IUITree* tree, ISuperCollection* collection, int32_t index) {
 }
 
 Row SelectedRow(IUITree* tree) {
-    SmartPtr<IUnknown> collection;
-    const int32_t index = tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
-    return RowOfItem(tree, Query<ISuperCollection>(collection.Get()).Get(), index);
+    const Place selected = SelectedPlace(tree);
+    return RowOfItem(tree, selected.m_Collection.Get(), selected.m_Index);
 }
 
-std::wstring SelectedLabel(IUITree* tree) {
+Place SelectedPlace(IUITree* tree) {
     SmartPtr<IUnknown> collection;
-    SmartPtr<IString> name;
     const int32_t index = tree->GetSelected(-1, SELECTED_COLLECTION, collection.Receive());
-    if (const auto holder = Query<ISuperCollection>(collection.Get())) {
-        holder->GetItemName(index, name.Receive());
+    return {Query<ISuperCollection>(collection.Get()), index};
+}
+
+std::wstring LabelOf(const Place& place) {
+    SmartPtr<IString> name;
+    if (place.m_Collection) {
+        place.m_Collection->GetItemName(place.m_Index, name.Receive());
     }
     return std::wstring(ViewOf(CREFString(name.Get())));
+}
+
+bool IsSame(const Place& first, const Place& second) {
+    return first.m_Index == second.m_Index &&
+           IsSameObject(first.m_Collection.Get(), second.m_Collection.Get());
 }
 
 Row ParentRow(IUITree* tree, const Row& row) {

@@ -40,7 +40,10 @@ Row RowOfCollection(IUITree* tree, IUnknown* collection);
 Row RowOfItem(IUITree* tree, ISuperCollection* collection, int32_t index);
 /// The row of the selected node. None while that is hidden.
 Row SelectedRow(IUITree* tree);
-/// What the selected node is called; empty without one.
-std::wstring SelectedLabel(IUITree* tree);
+/// The item that the control has as selected, shown or not; no collection without one.
+Place SelectedPlace(IUITree* tree);
+/// What an item is called; empty for what has no name.
+std::wstring LabelOf(const Place& place);
+bool IsSame(const Place& first, const Place& second);
 /// The row above under which `row` is indented.
 Row ParentRow(IUITree* tree, const Row& row);

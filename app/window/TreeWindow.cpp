@@ -47,6 +47,9 @@ void TreeWindow::Handle(const SDL_Event& event) {
             m_Session.Feed(input);
         }
     }
+    if (const auto copied = m_Session.TakeCopied()) {
+        Window::Copy(*copied);
+    }
 }
 
 bool TreeWindow::HandleKey(const SDL_Event& event) {
@@ -146,7 +149,7 @@ std::string TreeWindow::Status() const {
         return "reading " + m_Path + ", " + m_HowFar + "  \u2014  escape stops it";
     }
     const int32_t rows = CountRows(m_Session.Tree());
-    const std::string selected = ToPrintable(Refer(SelectedLabel(m_Session.Tree())));
+    const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
     const size_t unread = m_View.Failures()->Lines().size();
     return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
            (unread > 0 ? ", not all could be read" : "") +

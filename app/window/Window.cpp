@@ -97,6 +97,10 @@ double Window::Density() const {
     return steps > 0 && pixels > 0 ? double(pixels) / steps : 1;
 }
 
+void Window::Copy(const std::string& text) {
+    SDL_SetClipboardText(text.c_str());
+}
+
 void Window::Show(cairo_surface_t* picture) {
     const SdlSurfacePtr source(
         SDL_CreateRGBSurfaceWithFormatFrom(cairo_image_surface_get_data(picture),

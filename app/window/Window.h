@@ -25,6 +25,8 @@ public:
     Size GetSize() const;
     /// How many of the control's pixels a step of the system's pointer is.
     double PerStep() const { return Density() / GetSize().m_Scale; }
+    /// Hands a text, UTF-8, to the system's clipboard; without one that is no fault.
+    static void Copy(const std::string& text);
     /// Copies a picture, made with DrawPicture, to the window.
     void Show(cairo_surface_t* picture);
 

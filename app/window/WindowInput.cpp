@@ -58,8 +58,9 @@ std::optional<Meaning> MeaningOf(SDL_Keycode code, const KeyMeaning<Meaning> (&k
     return {};
 }
 
-std::vector<Input> TranslateKey(SDL_Keycode code) {
-    const auto key = MeaningOf(code, kTreeKeys);
+std::vector<Input> TranslateKey(const SDL_Keysym& pressed) {
+    const bool isCopy = pressed.sym == SDLK_c && (pressed.mod & KMOD_CTRL) != 0;
+    const auto key = isCopy ? Key::kCopy : MeaningOf(pressed.sym, kTreeKeys);
     return key ? std::vector<Input>{KeyInput{*key}} : std::vector<Input>();
 }
 
@@ -83,7 +84,7 @@ std::vector<Input> WindowInput::Translate(const SDL_Event& event, Size size, dou
     case SDL_FINGERUP:
         return TranslateFinger(event, size);
     case SDL_KEYDOWN:
-        return TranslateKey(event.key.keysym.sym);
+        return TranslateKey(event.key.keysym);
     case SDL_TEXTINPUT:
         return {TypedInput{event.text.text}};
     default:

@@ -39,6 +39,8 @@ struct IHostFolder : IUnknown {
     virtual int32_t ReadAgain(int32_t newFlags) = 0;
     /// Whether its watch heard of a change: S_OK, or S_FALSE.
     virtual int32_t IsChanged() = 0;
+    /// Where it is, as it was opened.
+    virtual int32_t GetPath(IString** path) = 0;
 };
 
 /// What the text renderer reads from a text style.

@@ -2,6 +2,7 @@
 
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/interfaces/FileInterfaces.h"
+#include "host/components/CreatableString.h"
 #include "host/data/FolderScan.h"
 #include "host/data/FolderWatch.h"
 #include "host/data/ReadFailures.h"
@@ -42,6 +43,7 @@ public:
 
     int32_t ReadAgain(int32_t newFlags) override;
     int32_t IsChanged() override;
+    int32_t GetPath(IString** path) override { return HandOutString(m_Path, path); }
     int32_t GetLook(ItemLook* look) override;
     int32_t Render(
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;

@@ -1,5 +1,6 @@
 #include "app/replay/Session.h"
 #include "app/settings/Parameters.h"
+#include "host/data/Expansion.h"
 #include "host/data/Source.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
@@ -127,6 +128,35 @@ TEST_F(SessionTest, SearchGoesThroughAllThatIsReadAndOpensTheWayToIt) {
     EXPECT_EQ(Rows(), "Fruit apple pear Tools Drill bit saw April");
     EXPECT_EQ(press(Key::kLeft), "Drill") << "another key ends the search and does what it does";
     EXPECT_EQ(session.Searching(), nullptr);
+}
+
+TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "sub");
+    for (const char* name : {"sub/a: b", "sub/\xC3\xA9"}) {
+        std::ofstream(folder / name).flush();
+    }
+    std::ofstream(folder / "tree.json") << R"({"list": [{"x": "a: b"}, 7], "n": 1})";
+    std::ofstream(folder / "tree") << "Fruit\n  red apple\n";
+    const std::string sub = (folder / "sub").string();
+    const std::tuple<const char*, const char*, std::string> cases[] = {{".", "sub", sub},
+        {".", "a: b", sub + "/a: b"}, {".", "\xC3\xA9", sub + "/\xC3\xA9"},
+        {"tree.json", "list", "list"}, {"tree.json", "0", "list/0"},
+        {"tree.json", "x: \"a: b\"", "\"a: b\""}, {"tree.json", "1: 7", "7"},
+        {"tree", "Fruit", "Fruit"}, {"tree", "red apple", "red apple"}};
+    for (const auto& [shown, selected, copied] : cases) {
+        const auto failures = std::make_shared<ReadFailures>();
+        BindCollection(OpenSource((folder / shown).string(), failures));
+        OpenLevels(m_Root.Get(), 3);
+        std::ostringstream record;
+        Session session(m_Tree.Get(), kFourRows, record);
+        session.Feed(KeyInput{Key::kCopy});
+        EXPECT_EQ(session.TakeCopied(), std::nullopt) << "nothing is selected";
+        session.Feed(TypedInput{std::string("/") + selected});
+        session.Feed(KeyInput{Key::kCopy});
+        EXPECT_EQ(session.TakeCopied(), copied) << shown;
+        EXPECT_NE(session.Searching(), nullptr) << "goes on";
+    }
 }
 
 TEST_F(SessionTest, KeyAndPictureReadOnlyWhatIsOnTheScreen) {

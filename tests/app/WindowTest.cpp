@@ -116,6 +116,7 @@ TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
     Expect("key End", "index=5 action=none node=\"F\"");
     Expect("mousedown 1 mousemove_relative 29 39", "NodeDrag state=1 x=40 y=50");
     Expect("mouseup 1 type /c", "action=none node=\"C\"");
+    Expect("key ctrl+c", "copy C");
     Expect("key Escape", "key escape -> 0"); // ends the search, and not yet the window
     EXPECT_FALSE(std::filesystem::exists(m_Settings)) << "saved at the end";
     Do("key Escape");
