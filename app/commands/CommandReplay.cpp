@@ -42,8 +42,7 @@ public:
 
     void Play(const Step& step) {
         std::visit([&](const auto& command) { Play(command, step.m_Text); }, step.m_Command);
-        const bool isChanged = m_Session.TakeChanged();
-        m_Picture.Update(Tree(), isChanged, m_Session.GetSize(), nullptr, m_Session.Marked());
+        m_Session.Draw(m_Picture, m_Session.GetSize());
     }
 
 private:
@@ -103,9 +102,7 @@ private:
         Redraw();
     }
 
-    void Redraw() {
-        m_Picture.Update(Tree(), true, m_Session.GetSize(), nullptr, m_Session.Marked());
-    }
+    void Redraw() { m_Session.Draw(m_Picture, m_Session.GetSize(), true); }
 
     Session m_Session;
     ReadFailuresPtr m_Failures;

@@ -10,6 +10,13 @@ namespace {
 
 constexpr int32_t kConnect = 1; ///< any flag but those of Advise that mean something
 
+constexpr int32_t kNearBar = 20; ///< pixels left of it
+
+bool Holds(const CANVASRect& rect, double x, double y) {
+    return x >= rect.left && x < double(rect.left) + rect.width && y >= rect.top &&
+           y < double(rect.top) + rect.height;
+}
+
 /// A double click is reported like a secondary press; what it was is known by what was fed.
 bool IsPrimaryRelease(const Input& input) {
     const auto* pointer = std::get_if<PointerInput>(&input);
@@ -157,7 +164,7 @@ void Session::TellScrollBar() {
 void Session::PrepareForKeys() {
     TellScrollBar();
     m_IsKeyUsed = true;
-    m_PointerY.reset(); // it marks nothing until it moves again
+    m_Pointer.reset(); // it marks nothing until it moves again
 }
 
 void Session::Activate(IUnknown* node) {
@@ -169,16 +176,44 @@ void Session::Activate(IUnknown* node) {
     Note("activate " + std::to_string(row), StatusText(status));
 }
 
+bool Session::Draw(
+    KeptPicture& picture, Size size, bool isSet, Panel* panel, const std::string& status) {
+    const bool isChanged = TakeChanged() || isSet;
+    bool isDrawn = picture.Update(m_Tree, isChanged, size, panel, Marked(), status);
+    m_Shown = picture.Shown();
+    // Something else may be under the pointer now.
+    isDrawn |= picture.Update(m_Tree, false, size, panel, Marked(), status);
+    return isDrawn;
+}
+
 std::optional<int32_t> Session::PointedRow() const {
-    const auto row = m_PointerY ? RowUnder(m_Tree, *m_PointerY) : std::nullopt;
+    const bool isOnRow = m_Pointer && !Holds(m_Shown.m_Track, m_Pointer->m_X, m_Pointer->m_Y);
+    const auto row = isOnRow ? RowUnder(m_Tree, m_Pointer->m_Y) : std::nullopt;
     return row && *row < CountRows(m_Tree) ? row : std::nullopt;
+}
+
+BarLook Session::LookOfBar() const {
+    if (m_IsThumbHeld || !m_Pointer) {
+        return m_IsThumbHeld ? BarLook::kHeld : BarLook::kSlim;
+    }
+    if (Holds(m_Shown.m_Thumb, m_Pointer->m_X, m_Pointer->m_Y)) {
+        return BarLook::kPointed;
+    }
+    CANVASRect near = m_Shown.m_Track;
+    near.left -= kNearBar;
+    near.width += near.width > 0 ? kNearBar : 0;
+    return Holds(near, m_Pointer->m_X, m_Pointer->m_Y) ? BarLook::kNear : BarLook::kSlim;
 }
 
 void Session::NotePointer(const PointerInput& input) {
     const bool isInside =
         input.m_X >= 0 && input.m_X < m_Size.m_Width && input.m_Y < m_Size.m_Height;
-    m_PointerY = isInside ? std::optional(input.m_Y) : std::nullopt;
-    const bool isButton = (input.m_State & (POINTERSTATE_PRIMARY | POINTERSTATE_SECONDARY)) != 0;
+    m_Pointer = isInside ? std::optional(Point{input.m_X, input.m_Y}) : std::nullopt;
+    const bool isPrimary = (input.m_State & POINTERSTATE_PRIMARY) != 0;
+    const bool isPress = input.m_Action == POINTERACTION_PRESS;
+    m_IsThumbHeld = isPrimary && input.m_Action != POINTERACTION_RELEASE &&
+                    (isPress ? Holds(m_Shown.m_Thumb, input.m_X, input.m_Y) : m_IsThumbHeld);
+    const bool isButton = isPrimary || (input.m_State & POINTERSTATE_SECONDARY) != 0;
     const auto row = isButton ? PointedRow() : std::nullopt;
     if (row) {
         m_Keyboard.NoteRow(*row);
@@ -190,8 +225,9 @@ void Session::NotePointer(const PointerInput& input) {
 }
 
 Highlights Session::Marked() const {
-    return {
-        .m_Pointed = PointedRow(), .m_Focused = m_IsKeyUsed ? m_Keyboard.LastRow() : std::nullopt};
+    return {.m_Pointed = PointedRow(),
+        .m_Focused = m_IsKeyUsed ? m_Keyboard.LastRow() : std::nullopt,
+        .m_Bar = LookOfBar()};
 }
 
 int32_t Session::RowsShown() const {

@@ -40,10 +40,15 @@ public:
     /// and what is selected stay so, by name.
     void ReadChangedFolders();
 
-    /// The rows to mark beside the selected ones.
+    /// Brings a picture of the control up to date, with a panel and a status line when there are
+    /// any; true when it had to be drawn. `isSet` says that something was set of which the control
+    /// does not tell.
+    bool Draw(KeptPicture& picture, Size size, bool isSet = false, Panel* panel = nullptr,
+        const std::string& status = "");
+    /// What to mark beside the selected rows, by what was drawn last.
     Highlights Marked() const;
     /// The pointer is elsewhere now.
-    void NoteLeft() { m_PointerY.reset(); }
+    void NoteLeft() { m_Pointer.reset(); }
 
     /// Something else than input may leave several rows marked.
     void NoteMarks() { m_Keyboard.NoteMarks(); }
@@ -58,6 +63,11 @@ public:
     bool TakeChanged() { return std::exchange(m_IsChanged, false); }
 
 private:
+    struct Point {
+        double m_X;
+        double m_Y;
+    };
+
     int32_t Perform(const PointerInput& input);
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
@@ -71,6 +81,7 @@ private:
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
     std::optional<int32_t> PointedRow() const;
+    BarLook LookOfBar() const;
     int32_t RowsShown() const;
 
     IUITree* m_Tree;
@@ -78,8 +89,10 @@ private:
     std::ostream& m_Record;
     Keyboard m_Keyboard;
     std::optional<Search> m_Search;
-    std::optional<double> m_PointerY; ///< where the pointer is, while it is on the control
-    bool m_IsKeyUsed = false;         ///< and not the pointer
+    std::optional<Point> m_Pointer; ///< where it is, while it is on the control
+    bool m_IsKeyUsed = false;       ///< and not the pointer
+    bool m_IsThumbHeld = false;
+    Noted m_Shown; ///< what was drawn last
     std::optional<std::string> m_Copied;
     SmartPtr<EventLog> m_Log;
     bool m_IsChanged = true;     ///< a new control was never drawn

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/interfaces/TreeInterfaces.h"
+#include "host/drawing/CanvasNotes.h"
 
 #include <cairo/cairo.h>
 #include <optional>
@@ -8,10 +9,11 @@
 
 // What the host draws beneath the rows of a control, before the control draws them.
 
-/// Rows that the host marks by itself, counted from 0 over the visible ones.
+/// What the host marks by itself; rows are counted from 0 over the visible ones.
 struct Highlights {
-    std::optional<int32_t> m_Pointed; ///< the row under the pointer
-    std::optional<int32_t> m_Focused; ///< the row where the keyboard is
+    std::optional<int32_t> m_Pointed = {}; ///< the row under the pointer
+    std::optional<int32_t> m_Focused = {}; ///< the row where the keyboard is
+    BarLook m_Bar = BarLook::kSlim;        ///< of the control's scroll bar
 
     bool operator==(const Highlights&) const = default;
 };

@@ -6,7 +6,6 @@
 #include "app/view/StatusLine.h"
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
-#include "host/drawing/NotedTexts.h"
 
 #include <cerrno>
 #include <charconv>
@@ -30,17 +29,22 @@ void Check(cairo_status_t status, const std::string& what) {
     }
 }
 
-/// What the control draws on a backdrop; the rows that turn out to be selected.
-std::vector<Band> DrawOn(UbuntuCanvas& canvas, IUITree* tree, CANVASRect rect) {
-    constexpr int32_t kSelectedColor = 0xFF0000; // of the labels that the control hands over
-    std::vector<Band> selected;
-    const NotedTexts notes(canvas.m_Context, kSelectedColor);
+/// What the control draws on a backdrop.
+Noted DrawOn(UbuntuCanvas& canvas, IUITree* tree, CANVASRect rect, BarLook bar) {
+    Noted noted;
+    const CanvasNotes notes(canvas.m_Context, noted, bar);
     if (const auto renderable = Query<IRenderableObject>(tree)) {
         renderable->Render(&canvas, &rect, nullptr, 0); // fails for a tree without rows only
     }
-    if (PaletteOf(tree).m_Text != kSelectedColor) {
-        for (const CANVASRect& label : notes.Rects()) {
-            selected.push_back({label.top, label.height});
+    return noted;
+}
+
+std::vector<Band> SelectedIn(const Noted& noted, const Palette& palette) {
+    constexpr int32_t kSelectedColor = 0xFF0000; // of the labels that the control hands over
+    std::vector<Band> selected;
+    for (const NotedText& label : noted.m_Texts) {
+        if (label.m_Color == kSelectedColor && palette.m_Text != kSelectedColor) {
+            selected.push_back({label.m_Rect.top, label.m_Rect.height});
         }
     }
     return selected;
@@ -48,14 +52,16 @@ std::vector<Band> DrawOn(UbuntuCanvas& canvas, IUITree* tree, CANVASRect rect) {
 
 /// Only the control knows which rows in view are selected, and tells while it draws them: where
 /// there are any, it draws once more, on their bands.
-void DrawTree(
+Noted DrawTree(
     UbuntuCanvas& canvas, IUITree* tree, const CANVASRect& rect, const Highlights& highlights) {
     DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, {}, highlights);
-    const std::vector<Band> selected = DrawOn(canvas, tree, rect);
+    Noted noted = DrawOn(canvas, tree, rect, highlights.m_Bar);
+    const std::vector<Band> selected = SelectedIn(noted, PaletteOf(tree));
     if (!selected.empty()) {
         DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, selected, highlights);
-        DrawOn(canvas, tree, rect);
+        noted = DrawOn(canvas, tree, rect, highlights.m_Bar);
     }
+    return noted;
 }
 
 } // namespace
@@ -74,7 +80,7 @@ Size ParseSize(const std::string& text, double scale) {
 }
 
 SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights& highlights,
-    const std::string& status) {
+    const std::string& status, Noted* noted) {
     const auto toDisplay = [&size](int32_t side) {
         return static_cast<int32_t>(std::ceil(side * size.m_Scale));
     };
@@ -86,7 +92,7 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights&
     const int32_t panelWidth = panel ? Panel::WidthIn(size.m_Width) : 0;
     const int32_t height = size.m_Height - (status.empty() ? 0 : StatusHeightIn(size.m_Height));
     const CANVASRect rect{0, 0, size.m_Width - panelWidth, height};
-    DrawTree(canvas, tree, rect, highlights);
+    Noted drawn = DrawTree(canvas, tree, rect, highlights);
     if (panel) {
         panel->Resize(height);
         DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, height}, PaletteOf(tree));
@@ -97,6 +103,9 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights&
     }
     Check(cairo_status(context.get()), "cannot draw");
     cairo_surface_flush(surface.get());
+    if (noted) {
+        *noted = std::move(drawn);
+    }
     return surface;
 }
 
@@ -111,7 +120,7 @@ bool KeptPicture::Update(IUITree* tree, bool isTreeChanged, Size size, Panel* pa
         highlights == m_Highlights && status == m_Status) {
         return false;
     }
-    m_Surface = DrawPicture(tree, size, panel, highlights, status);
+    m_Surface = DrawPicture(tree, size, panel, highlights, status, &m_Noted);
     m_Size = size;
     m_Highlights = highlights;
     m_Status = status;

@@ -22,9 +22,10 @@ struct Size {
 Size ParseSize(const std::string& text, double scale = 1);
 
 /// The control drawn on its paper, with a panel at its right when there is one and a status line
-/// below both when it has a text, in the display's pixels.
+/// below both when it has a text, in the display's pixels. `noted` receives what the control drew
+/// where, unless it is null.
 SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel = nullptr,
-    const Highlights& highlights = {}, const std::string& status = "");
+    const Highlights& highlights = {}, const std::string& status = "", Noted* noted = nullptr);
 
 /// The picture of a window, which is drawn again only when something in it changed.
 class KeptPicture {
@@ -34,9 +35,12 @@ public:
         const Highlights& highlights = {}, const std::string& status = "");
     /// Null before the first update.
     cairo_surface_t* Surface() const { return m_Surface.get(); }
+    /// What the control drew in it.
+    const Noted& Shown() const { return m_Noted; }
 
 private:
     SurfacePtr m_Surface;
+    Noted m_Noted;
     Size m_Size;
     Highlights m_Highlights;
     std::string m_Status;

@@ -43,7 +43,9 @@ void TreeWindow::Handle(const SDL_Event& event) {
         return;
     }
     for (const Input& input : m_Input.Translate(event, m_Window.GetSize(), m_Window.PerStep())) {
-        if (!HandlePanelPointer(input)) {
+        if (HandlePanelPointer(input)) {
+            m_Session.NoteLeft();
+        } else {
             m_Session.Feed(input);
         }
     }
@@ -186,10 +188,8 @@ void TreeWindow::TakeNews() {
 void TreeWindow::Update() {
     const Size size = m_Window.GetSize();
     m_Session.Resize(TreeSize());
-    const bool isTold = m_Session.TakeChanged();
-    const bool isTreeChanged = std::exchange(m_IsSet, false) || isTold;
-    const bool isDrawn = m_Picture.Update(m_Session.Tree(), isTreeChanged, size,
-        m_Panel ? &*m_Panel : nullptr, m_Session.Marked(), Status());
+    const bool isDrawn = m_Session.Draw(m_Picture, size, std::exchange(m_IsSet, false),
+        m_Panel ? &*m_Panel : nullptr, Status());
     if (isDrawn || m_IsExposed) {
         m_Window.Show(m_Picture.Surface());
     }

@@ -1,18 +1,45 @@
 #include "host/drawing/ScrollBar.h"
 
 #include "host/drawing/Cairo.h"
+#include "host/drawing/CanvasNotes.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr int64_t kMinThumbHeight = 32; // pixels, for a finger
-constexpr int32_t kThumbMargin = 4;     // pixels left and right of the thumb
-constexpr double kThumbCorner = 4;      // the largest radius, pixels
 // One gray over paper of any colour.
 constexpr int32_t kColor = 0x808080;
 constexpr double kTrackOpacity = 0.10;
-constexpr double kThumbOpacity = 0.46;
+
+/// What is drawn of the bar, in pixels. The strip and what is hit of it stay the same.
+struct Shape {
+    int32_t m_Width;  ///< of the thumb
+    int32_t m_Margin; ///< at its right
+    double m_Opacity;
+    bool m_HasTrack;
+};
+
+Shape ShapeOf(BarLook look) {
+    switch (look) {
+    case BarLook::kNear:
+        return {8, 4, 0.46, true};
+    case BarLook::kPointed:
+        return {8, 4, 0.70, true};
+    case BarLook::kHeld:
+        return {8, 4, 0.95, true};
+    default:
+        return {4, 4, 0.46, false};
+    }
+}
+
+/// The part of a thumb as wide as the strip that is drawn; all of it in a strip that is too narrow.
+CANVASRect Slimmed(const CANVASRect& thumb, const Shape& shape) {
+    const int32_t left = thumb.width - shape.m_Margin - shape.m_Width;
+    return left < shape.m_Margin
+               ? thumb
+               : CANVASRect{thumb.left + left, thumb.top, shape.m_Width, thumb.height};
+}
 
 /// An edge that would lie beyond all coordinates lies at the last one.
 int32_t Moved(int32_t edge, int64_t distance) {
@@ -71,15 +98,19 @@ int32_t ScrollBar::Render(
     if (!CanDraw(canvas, rect)) {
         return S_OK;
     }
-    const CairoState state(canvas->m_Context);
-    cairo_new_path(canvas->m_Context);
-    FillRect(canvas->m_Context, *rect, kColor, kTrackOpacity);
-    const CANVASRect thumb = ThumbRect(*rect);
-    TraceRounded(canvas->m_Context, thumb.left, thumb.top, 1.0 * thumb.left + thumb.width,
-        1.0 * thumb.top + thumb.height,
-        std::min(kThumbCorner, std::min(thumb.width, thumb.height) / 2.0));
-    SetSourceColor(canvas->m_Context, kColor, kThumbOpacity);
-    cairo_fill(canvas->m_Context);
+    cairo_t* context = canvas->m_Context;
+    const CANVASRect whole = ThumbRect(*rect);
+    const Shape shape = ShapeOf(CanvasNotes::NoteBar(context, *rect, whole));
+    const CANVASRect thumb = Slimmed(whole, shape);
+    const CairoState state(context);
+    cairo_new_path(context);
+    if (shape.m_HasTrack) {
+        FillRect(context, *rect, kColor, kTrackOpacity);
+    }
+    TraceRounded(context, thumb.left, thumb.top, 1.0 * thumb.left + thumb.width,
+        1.0 * thumb.top + thumb.height, std::min(thumb.width, thumb.height) / 2.0);
+    SetSourceColor(context, kColor, shape.m_Opacity);
+    cairo_fill(context);
     return S_OK;
 }
 
@@ -89,7 +120,5 @@ CANVASRect ScrollBar::ThumbRect(const CANVASRect& track) const {
     const int64_t height = std::clamp<int64_t>(proportional, smallest, track.height);
     const int64_t steps = std::max<int64_t>(RowCount() - 1, 1);
     const int64_t offset = (track.height - height) * (int64_t{m_Pos} - m_Min) / steps;
-    const int32_t margin = track.width > 3 * kThumbMargin ? kThumbMargin : 0;
-    return {Moved(track.left, margin), Moved(track.top, offset), track.width - 2 * margin,
-        static_cast<int32_t>(height)};
+    return {track.left, Moved(track.top, offset), track.width, static_cast<int32_t>(height)};
 }

@@ -7,6 +7,9 @@
 
 /// The component "UIScrollBar": a vertical bar whose positions are row numbers. Until a range is
 /// set, every position from 0 on is allowed.
+///
+/// It draws itself slim until the pointer is near; its strip is as wide as ever. The canvas says
+/// where the pointer is (CanvasNotes), since that may have left without a word to the bar.
 class ScrollBar final
     : public HostObject<ScrollBar, IUIScrollBar, IRenderableObject, IUIMouseInput> {
 public:
@@ -42,8 +45,8 @@ private:
     int64_t RowCount() const { return int64_t{m_Max} - m_Min + 1; }
     /// The rows that a height shows at the default row height.
     static int64_t RowsIn(int32_t height) { return height / kDefaultRowHeight; }
-    /// The thumb shows which part of the rows is in view: its height is their share of the track,
-    /// and it reaches the track's end at the last position.
+    /// As wide as the track. The thumb shows which part of the rows is in view: its height is their
+    /// share of the track, and it reaches the track's end at the last position.
     CANVASRect ThumbRect(const CANVASRect& track) const;
 
     int32_t m_Min = 0;

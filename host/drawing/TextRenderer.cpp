@@ -3,8 +3,8 @@
 #include "framework/support/REFString.h"
 #include "host/components/HostInterfaces.h"
 #include "host/drawing/Cairo.h"
+#include "host/drawing/CanvasNotes.h"
 #include "host/drawing/Defaults.h"
-#include "host/drawing/NotedTexts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -64,7 +64,7 @@ int32_t TextRenderer::DrawText(IPMRenderStyle* style, tagREFString text, UbuntuC
     }
     return Guarded([&] {
         if (canvas->m_Context) {
-            NotedTexts::Note(canvas->m_Context, *rect, settings->GetColor());
+            CanvasNotes::NoteText(canvas->m_Context, {*rect, settings->GetColor()});
         }
         CANVASRect line = *rect;
         line.width = std::min(line.width, kWidestLine);

@@ -5,6 +5,7 @@
 #include "host/data/Expansion.h"
 
 #include <cstdlib>
+#include <set>
 
 // What the host draws: beneath the rows, and beside their texts.
 
@@ -77,6 +78,36 @@ TEST_F(PictureTest, SelectedAndPointedRowsHaveBandsInEveryTheme) {
         Point(80, POINTERACTION_MOVE, 0);
         EXPECT_EQ(RowColors(), selected) << "below the last row";
     }
+}
+
+TEST_F(PictureTest, BarIsSlimUntilThePointerIsNearAndTellsThatItIsHeld) {
+    Bind("A\nB\nC\nD\nE\nF\nG\nH");
+    KeptPicture picture;
+    m_Session->Draw(picture, kFourRows);
+    const struct {
+        double m_X, m_Y;
+        int32_t m_State, m_Action;
+        BarLook m_Look;
+    } steps[] = {{100, 50, 0, POINTERACTION_MOVE, BarLook::kSlim},
+        {170, 80, 0, POINTERACTION_MOVE, BarLook::kNear},
+        {190, 10, 0, POINTERACTION_MOVE, BarLook::kPointed},
+        {190, 10, POINTERSTATE_PRIMARY, POINTERACTION_PRESS, BarLook::kHeld},
+        {20, 10, POINTERSTATE_PRIMARY, POINTERACTION_MOVE, BarLook::kHeld},
+        {20, 10, POINTERSTATE_PRIMARY, POINTERACTION_RELEASE, BarLook::kSlim},
+        {190, 80, 0, POINTERACTION_MOVE, BarLook::kNear}, // on the strip, and on no row
+        {20, 80, POINTERSTATE_PRIMARY, POINTERACTION_PRESS, BarLook::kSlim},
+        {190, 10, POINTERSTATE_PRIMARY, POINTERACTION_MOVE, BarLook::kPointed}};
+    std::set<std::string> looks;
+    for (const auto& [x, y, state, action, look] : steps) {
+        m_Session->Feed(PointerInput{state, action, 0, x, y});
+        m_Session->Draw(picture, kFourRows);
+        EXPECT_EQ(m_Session->Marked().m_Bar, look) << x << ", " << y;
+        EXPECT_EQ(m_Session->Marked().m_Pointed.has_value(), x < 178) << x << ", " << y;
+        looks.insert(std::to_string(int(look)) + ' ' + PixelsOf(picture.Surface()));
+    }
+    EXPECT_GE(looks.size(), 7U) << "each look and place has a picture of its own";
+    m_Session->NoteLeft();
+    EXPECT_EQ(m_Session->Marked().m_Bar, BarLook::kSlim);
 }
 
 /// Without texts, which each machine's fonts draw in their own way. UPDATE_PICTURES=1 in the

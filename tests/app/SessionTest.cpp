@@ -146,6 +146,7 @@ TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {
         {"tree", "Fruit", "Fruit"}, {"tree", "red apple", "red apple"}};
     for (const auto& [shown, selected, copied] : cases) {
         const auto failures = std::make_shared<ReadFailures>();
+        m_Tree->Clear(); // binding keeps what is selected
         BindCollection(OpenSource((folder / shown).string(), failures));
         OpenLevels(m_Root.Get(), 3);
         std::ostringstream record;

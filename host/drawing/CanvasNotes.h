@@ -1,0 +1,53 @@
+#pragma once
+
+#include "framework/interfaces/Types.h"
+
+#include <cairo/cairo.h>
+#include <vector>
+
+/// What a text renderer was asked to draw.
+struct NotedText {
+    CANVASRect m_Rect;
+    int32_t m_Color; ///< 0xRRGGBB
+};
+
+/// How a scroll bar looks, by where the pointer is.
+enum class BarLook {
+    kSlim,    ///< somewhere else
+    kNear,    ///< on the bar, or a little beside it
+    kPointed, ///< on the thumb
+    kHeld     ///< pressed on the thumb, wherever it is now
+};
+
+/// What was drawn on a canvas by the host's components, and where.
+struct Noted {
+    std::vector<NotedText> m_Texts = {};
+    CANVASRect m_Track{}; ///< of the scroll bar; empty without one
+    CANVASRect m_Thumb{};
+};
+
+/// Has the host's components note what they draw on a canvas, and tells them how they look there. A
+/// control that draws with them tells its host in no other way which rows are in view, which of
+/// them are selected (it hands their labels over in a colour of their own), and where its scroll
+/// bar is.
+class CanvasNotes {
+public:
+    /// From now on until it goes; one on a context at a time. Both outlive it. Throws
+    /// std::bad_alloc.
+    CanvasNotes(cairo_t* context, Noted& noted, BarLook look);
+    ~CanvasNotes();
+    CanvasNotes(const CanvasNotes&) = delete;
+    CanvasNotes& operator=(const CanvasNotes&) = delete;
+
+    /// For the text renderer.
+    static void NoteText(cairo_t* context, const NotedText& text);
+    /// For the scroll bar: how it is to look. Slim on a canvas without notes.
+    static BarLook NoteBar(cairo_t* context, const CANVASRect& track, const CANVASRect& thumb);
+
+private:
+    static CanvasNotes* On(cairo_t* context);
+
+    cairo_t* m_Context;
+    Noted& m_Noted;
+    BarLook m_Look;
+};
