@@ -95,6 +95,10 @@ TEST(REFString, SearchesAndComparisonsStayInsideTheText) {
         EXPECT_EQ(heap.Ref().Contains(other.Ref()), asText) << testing::PrintToString(text);
         EXPECT_EQ(heap.Ref().ContainsChar(other.Ref()), asSet) << testing::PrintToString(text);
     }
+    CREFString negative(L"ab");
+    negative.m_Length = -1;
+    EXPECT_EQ(negative.ContainsChar(CREFString(L"\x10FFFE")), kFail)
+        << "which is nowhere behind it";
     EXPECT_FALSE(IsEqual(CREFString(L"Tree"), CREFString(L"tree")));
     EXPECT_TRUE(IsEqualIgnoringCase(HeapText(L"Tree").Ref(), HeapText(L"tree").Ref()));
 }
