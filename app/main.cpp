@@ -63,6 +63,10 @@ void AddTheme(CLI::App* command, std::string& theme) {
     command->add_option("--theme", theme, "The colours")->check(CLI::IsMember(ThemeNames()));
 }
 
+void AddGuides(CLI::App* command, bool& hasGuides) {
+    command->add_flag("--guides", hasGuides, "Draw lines from open rows along what is below them");
+}
+
 void AddScale(CLI::App* command, double& scale, const std::string& help) {
     command->add_option("--scale", scale, help)->check(CLI::Range(1.0, 4.0));
 }
@@ -86,6 +90,7 @@ void AddShot(CLI::App& app, ShotOptions& options) {
     AddFile(command, "--document", options.m_Document,
         "The document with the settings to draw it with");
     AddTheme(command, options.m_Theme);
+    AddGuides(command, options.m_HasGuides);
     AddKind(command, options.m_Kind);
     command->callback([&options] { RunShot(options); });
 }
@@ -100,6 +105,7 @@ void AddRun(CLI::App& app, WindowOptions& options) {
     AddFile(command, "--document", options.m_Document,
         "The document that keeps the settings; saved when the window closes");
     AddTheme(command, options.m_Theme);
+    AddGuides(command, options.m_HasGuides);
     AddKind(command, options.m_Kind);
     command->callback([&options] { RunWindow(options); });
 }

@@ -73,6 +73,9 @@ void RunWindow(const WindowOptions& options) {
     try {
         TreeWindow window(view, options.m_Path, size, *watch,
             options.m_Record ? std::cout : silence, isRead ? nullptr : &reading);
+        if (options.m_HasGuides) {
+            window.ShowGuides();
+        }
         window.Run();
     } catch (const NoDisplay& error) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +

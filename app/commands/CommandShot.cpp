@@ -47,7 +47,8 @@ void RunShot(const ShotOptions& options) {
     if (options.m_Page) {
         panel.emplace(view.Control());
     }
-    const auto picture = DrawPicture(view.Control(), size, panel ? &*panel : nullptr);
+    const auto picture = DrawPicture(
+        view.Control(), size, panel ? &*panel : nullptr, {.m_HasGuides = options.m_HasGuides});
     WritePicture(picture.get(), file, isFile ? options.m_Out : "standard output");
     std::cout << (isFile ? options.m_Out + '\n' : "");
     view.CheckAllRead();

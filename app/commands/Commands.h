@@ -20,6 +20,7 @@ struct ShotOptions {
     bool m_Page = false;            ///< with the settings page beside the tree
     std::string m_Document;         ///< the settings to show it with, absolute; "" for none
     std::string m_Theme;            ///< a theme's name; "" for the colours of the settings
+    bool m_HasGuides = false;       ///< with lines from open rows along what is below them
     SourceKind m_Kind = SourceKind::kByContent;
 };
 
@@ -43,6 +44,7 @@ struct WindowOptions {
     bool m_Record = false;  ///< print what replay prints
     std::string m_Document; ///< the settings, loaded if there are any, and saved; as for a shot
     std::string m_Theme;    ///< as for a shot
+    bool m_HasGuides = false;
     SourceKind m_Kind = SourceKind::kByContent;
 };
 

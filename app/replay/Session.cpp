@@ -225,7 +225,8 @@ void Session::NotePointer(const PointerInput& input) {
 }
 
 Highlights Session::Marked() const {
-    return {.m_Pointed = PointedRow(),
+    return {.m_HasGuides = m_HasGuides,
+        .m_Pointed = PointedRow(),
         .m_Focused = m_IsKeyUsed ? m_Keyboard.LastRow() : std::nullopt,
         .m_Bar = LookOfBar()};
 }

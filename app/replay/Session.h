@@ -40,6 +40,8 @@ public:
     /// and what is selected stay so, by name.
     void ReadChangedFolders();
 
+    /// Guide lines are drawn from now on.
+    void ShowGuides() { m_HasGuides = true; }
     /// Brings a picture of the control up to date, with a panel and a status line when there are
     /// any; true when it had to be drawn. `isSet` says that something was set of which the control
     /// does not tell.
@@ -90,7 +92,8 @@ private:
     Keyboard m_Keyboard;
     std::optional<Search> m_Search;
     std::optional<Point> m_Pointer; ///< where it is, while it is on the control
-    bool m_IsKeyUsed = false;       ///< and not the pointer
+    bool m_HasGuides = false;
+    bool m_IsKeyUsed = false; ///< and not the pointer
     bool m_IsThumbHeld = false;
     Noted m_Shown; ///< what was drawn last
     std::optional<std::string> m_Copied;

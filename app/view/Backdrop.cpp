@@ -11,6 +11,7 @@ namespace {
 constexpr double kSelectedShare = 0.12; // of the band's colour
 constexpr double kPointedShare = 0.05;
 constexpr double kRingShare = 0.45;
+constexpr double kGuideShare = 0.16;
 
 class Painter {
 public:
@@ -21,6 +22,11 @@ public:
         Trace(band, 0);
         SetSourceColor(m_Context, m_Color, share);
         cairo_fill(m_Context);
+    }
+    /// One pixel wide.
+    void Draw(const Guide& guide) const {
+        FillRect(m_Context, {guide.m_X, guide.m_Row.m_Top, 1, guide.m_Row.m_Height}, m_Color,
+            kGuideShare);
     }
     void Outline(const Band& band) const {
         constexpr double kHalfLine = 0.5;
@@ -56,18 +62,45 @@ std::optional<Band> BandOf(IUITree* tree, std::optional<int32_t> row, int32_t he
                     : std::nullopt;
 }
 
+/// Openers of a level stand in the middle of its indent, and a label two indents right of where its
+/// level begins; an indent is as wide as a row is high.
+void AppendGuides(const CANVASRect& label, std::vector<Guide>& guides) {
+    for (int64_t x = label.height / 2; x + 2 * int64_t{label.height} < label.left;
+         x += label.height) {
+        guides.push_back({static_cast<int32_t>(x), {label.top, label.height}});
+    }
+}
+
 } // namespace
 
+Underlay UnderlayOf(IUITree* tree, const Noted& noted, bool hasGuides) {
+    constexpr int32_t kSelectedColor = 0xFF0000; // of the labels that the control hands over
+    const bool canTell = PaletteOf(tree).m_Text != kSelectedColor;
+    Underlay underlay;
+    for (const NotedText& label : noted.m_Texts) {
+        if (canTell && label.m_Color == kSelectedColor) {
+            underlay.m_Selected.push_back({label.m_Rect.top, label.m_Rect.height});
+        }
+        if (hasGuides && label.m_Rect.height > 0) {
+            AppendGuides(label.m_Rect, underlay.m_Guides);
+        }
+    }
+    return underlay;
+}
+
 void DrawBackdrop(cairo_t* context, IUITree* tree, int32_t width, int32_t height,
-    const std::vector<Band>& selected, const Highlights& highlights) {
+    const Underlay& underlay, const Highlights& highlights) {
     const Palette palette = PaletteOf(tree);
     const CairoState state(context);
     FillRect(context, {0, 0, width, height}, palette.m_Paper);
     const Painter painter(context, width, palette.m_Band);
+    for (const Guide& guide : underlay.m_Guides) {
+        painter.Draw(guide);
+    }
     if (const auto band = BandOf(tree, highlights.m_Pointed, height)) {
         painter.Fill(*band, kPointedShare);
     }
-    for (const Band& band : selected) {
+    for (const Band& band : underlay.m_Selected) {
         painter.Fill(band, kSelectedShare);
     }
     if (const auto band = BandOf(tree, highlights.m_Focused, height)) {

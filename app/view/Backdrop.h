@@ -11,6 +11,7 @@
 
 /// What the host marks by itself; rows are counted from 0 over the visible ones.
 struct Highlights {
+    bool m_HasGuides = false;              ///< lines from open nodes down along what is below them
     std::optional<int32_t> m_Pointed = {}; ///< the row under the pointer
     std::optional<int32_t> m_Focused = {}; ///< the row where the keyboard is
     BarLook m_Bar = BarLook::kSlim;        ///< of the control's scroll bar
@@ -26,7 +27,22 @@ struct Band {
     bool operator==(const Band&) const = default;
 };
 
-/// Draws the paper, the band of each selected row, a lighter one under the pointer, and a ring
-/// where the keyboard is. `width` and `height` are the control's, in pixels.
+/// One row's part of a guide line.
+struct Guide {
+    int32_t m_X;
+    Band m_Row;
+};
+
+/// What lies beneath rows by what the control tells while it draws them.
+struct Underlay {
+    std::vector<Band> m_Selected = {};
+    std::vector<Guide> m_Guides = {};
+
+    bool IsEmpty() const { return m_Selected.empty() && m_Guides.empty(); }
+};
+Underlay UnderlayOf(IUITree* tree, const Noted& noted, bool hasGuides);
+
+/// Draws the paper, guide lines, the band of each selected row, a lighter one under the pointer,
+/// and a ring where the keyboard is. `width` and `height` are the control's, in pixels.
 void DrawBackdrop(cairo_t* context, IUITree* tree, int32_t width, int32_t height,
-    const std::vector<Band>& selected, const Highlights& highlights);
+    const Underlay& underlay, const Highlights& highlights);

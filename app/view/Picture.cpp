@@ -39,26 +39,15 @@ Noted DrawOn(UbuntuCanvas& canvas, IUITree* tree, CANVASRect rect, BarLook bar) 
     return noted;
 }
 
-std::vector<Band> SelectedIn(const Noted& noted, const Palette& palette) {
-    constexpr int32_t kSelectedColor = 0xFF0000; // of the labels that the control hands over
-    std::vector<Band> selected;
-    for (const NotedText& label : noted.m_Texts) {
-        if (label.m_Color == kSelectedColor && palette.m_Text != kSelectedColor) {
-            selected.push_back({label.m_Rect.top, label.m_Rect.height});
-        }
-    }
-    return selected;
-}
-
-/// Only the control knows which rows in view are selected, and tells while it draws them: where
-/// there are any, it draws once more, on their bands.
+/// Only the control knows which rows in view are selected and how deep they lie, and tells while it
+/// draws them: where something is to lie beneath them, it draws once more, on that.
 Noted DrawTree(
     UbuntuCanvas& canvas, IUITree* tree, const CANVASRect& rect, const Highlights& highlights) {
     DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, {}, highlights);
     Noted noted = DrawOn(canvas, tree, rect, highlights.m_Bar);
-    const std::vector<Band> selected = SelectedIn(noted, PaletteOf(tree));
-    if (!selected.empty()) {
-        DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, selected, highlights);
+    const Underlay underlay = UnderlayOf(tree, noted, highlights.m_HasGuides);
+    if (!underlay.IsEmpty()) {
+        DrawBackdrop(canvas.m_Context, tree, rect.width, rect.height, underlay, highlights);
         noted = DrawOn(canvas, tree, rect, highlights.m_Bar);
     }
     return noted;

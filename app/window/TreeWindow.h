@@ -18,6 +18,8 @@ public:
     TreeWindow(TreeView& view, const std::string& path, Size size, FolderWatch& watch,
         std::ostream& record, BackgroundReading* reading);
 
+    /// Guide lines are drawn from now on.
+    void ShowGuides() { m_Session.ShowGuides(); }
     /// Returns when the user ends it.
     void Run();
 

@@ -112,10 +112,11 @@ TEST_F(PictureTest, BarIsSlimUntilThePointerIsNearAndTellsThatItIsHeld) {
 
 /// Without texts, which each machine's fonts draw in their own way. UPDATE_PICTURES=1 in the
 /// environment draws the references anew, to be looked at.
-TEST_F(PictureTest, OpenersPicturesBandsAndBarAreDrawnAsTheyWereLookedAt) {
+TEST_F(PictureTest, OpenersPicturesGuidesBandsAndBarAreDrawnAsTheyWereLookedAt) {
     Bind("\u00a0\n \u00a0\n  \u00a0\n\u00a0\n \u00a0\n\u00a0\n\u00a0");
-    OpenLevels(m_Root.Get(), 1);
+    OpenLevels(m_Root.Get(), 2);
     m_Tree->SelectNode(3, SELECT_ABSOLUTE | SELECT_CURRENT);
+    m_Session->ShowGuides();
     Point(30, POINTERACTION_MOVE, 0);
     for (const std::string theme : {"light", "dark"}) {
         ApplyTheme(m_Tree.Get(), theme);
