@@ -1,23 +1,17 @@
 #include "app/input/Keyboard.h"
 
 #include "app/settings/Parameters.h"
+#include "app/view/Milliseconds.h"
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
 #include <algorithm>
-#include <sys/time.h>
 #include <utility>
 
 namespace {
 
 constexpr std::pair<std::wstring_view, Key> kCommands[] = {
     {L"+", Key::kPlus}, {L"-", Key::kMinus}, {L"*", Key::kAsterisk}};
-
-int64_t Milliseconds() {
-    timeval now{};
-    gettimeofday(&now, nullptr);
-    return int64_t{now.tv_sec} * 1000 + now.tv_usec / 1000;
-}
 
 int32_t FirstRowShown(IUITree* tree) {
     int32_t position = 0;

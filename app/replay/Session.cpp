@@ -1,6 +1,7 @@
 #include "app/replay/Session.h"
 
 #include "app/view/CopiedText.h"
+#include "app/view/Hint.h"
 #include "app/view/KeptPlace.h"
 #include "host/text/Text.h"
 
@@ -164,7 +165,7 @@ void Session::TellScrollBar() {
 void Session::PrepareForKeys() {
     TellScrollBar();
     m_IsKeyUsed = true;
-    m_Pointer.reset(); // it marks nothing until it moves again
+    NoteLeft(); // the pointer marks nothing until it moves again
 }
 
 void Session::Activate(IUnknown* node) {
@@ -187,9 +188,23 @@ bool Session::Draw(
 }
 
 std::optional<int32_t> Session::PointedRow() const {
-    const bool isOnRow = m_Pointer && !Holds(m_Shown.m_Track, m_Pointer->m_X, m_Pointer->m_Y);
-    const auto row = isOnRow ? RowUnder(m_Tree, m_Pointer->m_Y) : std::nullopt;
+    const auto row = m_Pointer && !IsOnBar() ? RowUnder(m_Tree, m_Pointer->m_Y) : std::nullopt;
     return row && *row < CountRows(m_Tree) ? row : std::nullopt;
+}
+
+bool Session::IsOnBar() const {
+    return m_Pointer && Holds(m_Shown.m_Track, m_Pointer->m_X, m_Pointer->m_Y);
+}
+
+/// Whatever is done but moving over rows ends it, and it begins again with a move.
+void Session::NoteDwell(const PointerInput& input) {
+    const bool isMoved = m_Pointer && input.m_State == 0 && input.m_Action == POINTERACTION_MOVE;
+    const NotedText* label = isMoved && !IsOnBar() ? CutLabelAt(m_Shown, m_Pointer->m_Y) : nullptr;
+    if (label) {
+        m_Dwell.Stay(label->m_Rect.top, Milliseconds());
+    } else {
+        m_Dwell.End();
+    }
 }
 
 BarLook Session::LookOfBar() const {
@@ -209,6 +224,7 @@ void Session::NotePointer(const PointerInput& input) {
     const bool isInside =
         input.m_X >= 0 && input.m_X < m_Size.m_Width && input.m_Y < m_Size.m_Height;
     m_Pointer = isInside ? std::optional(Point{input.m_X, input.m_Y}) : std::nullopt;
+    NoteDwell(input);
     const bool isPrimary = (input.m_State & POINTERSTATE_PRIMARY) != 0;
     const bool isPress = input.m_Action == POINTERACTION_PRESS;
     m_IsThumbHeld = isPrimary && input.m_Action != POINTERACTION_RELEASE &&
@@ -228,6 +244,7 @@ Highlights Session::Marked() const {
     return {.m_HasGuides = m_HasGuides,
         .m_Pointed = PointedRow(),
         .m_Focused = m_IsKeyUsed ? m_Keyboard.LastRow() : std::nullopt,
+        .m_Hint = m_Dwell.Place(Milliseconds()),
         .m_Bar = LookOfBar()};
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/input/Dwell.h"
 #include "app/input/Keyboard.h"
 #include "app/input/Search.h"
 #include "app/replay/EventLog.h"
 #include "app/view/Backdrop.h"
+#include "app/view/Milliseconds.h"
 #include "app/view/Picture.h"
 #include "host/data/Rereading.h"
 
@@ -50,7 +52,12 @@ public:
     /// What to mark beside the selected rows, by what was drawn last.
     Highlights Marked() const;
     /// The pointer is elsewhere now.
-    void NoteLeft() { m_Pointer.reset(); }
+    void NoteLeft() {
+        m_Pointer.reset();
+        m_Dwell.End();
+    }
+    /// Until when, in milliseconds, nothing that is drawn changes by itself; none for ever.
+    std::optional<int64_t> UntilNextPicture() const { return m_Dwell.Left(Milliseconds()); }
 
     /// Something else than input may leave several rows marked.
     void NoteMarks() { m_Keyboard.NoteMarks(); }
@@ -82,6 +89,8 @@ private:
     void TellScrollBar();
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
+    void NoteDwell(const PointerInput& input);
+    bool IsOnBar() const;
     std::optional<int32_t> PointedRow() const;
     BarLook LookOfBar() const;
     int32_t RowsShown() const;
@@ -92,6 +101,7 @@ private:
     Keyboard m_Keyboard;
     std::optional<Search> m_Search;
     std::optional<Point> m_Pointer; ///< where it is, while it is on the control
+    Dwell m_Dwell;                  ///< of the pointer, at the tops of labels that are cut short
     bool m_HasGuides = false;
     bool m_IsKeyUsed = false; ///< and not the pointer
     bool m_IsThumbHeld = false;

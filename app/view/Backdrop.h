@@ -14,6 +14,7 @@ struct Highlights {
     bool m_HasGuides = false;              ///< lines from open nodes down along what is below them
     std::optional<int32_t> m_Pointed = {}; ///< the row under the pointer
     std::optional<int32_t> m_Focused = {}; ///< the row where the keyboard is
+    std::optional<int32_t> m_Hint = {};    ///< the top of a cut label that is shown whole, pixels
     BarLook m_Bar = BarLook::kSlim;        ///< of the control's scroll bar
 
     bool operator==(const Highlights&) const = default;

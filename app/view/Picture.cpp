@@ -3,6 +3,7 @@
 #include "app/UsageError.h"
 #include "app/settings/Palette.h"
 #include "app/settings/PanelPicture.h"
+#include "app/view/Hint.h"
 #include "app/view/StatusLine.h"
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/runtime/SmartPtr.h"
@@ -82,6 +83,10 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights&
     const int32_t height = size.m_Height - (status.empty() ? 0 : StatusHeightIn(size.m_Height));
     const CANVASRect rect{0, 0, size.m_Width - panelWidth, height};
     Noted drawn = DrawTree(canvas, tree, rect, highlights);
+    const NotedText* hint = highlights.m_Hint ? CutLabelAt(drawn, *highlights.m_Hint) : nullptr;
+    if (hint) {
+        DrawHint(context.get(), *hint, rect, PaletteOf(tree));
+    }
     if (panel) {
         panel->Resize(height);
         DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, height}, PaletteOf(tree));

@@ -1,22 +1,16 @@
 #include "app/view/TerminalBar.h"
 
+#include "app/view/Milliseconds.h"
 #include "host/text/Text.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <sys/time.h>
 
 namespace {
 
 constexpr int64_t kPatience = 1000; // milliseconds
 constexpr size_t kBarLength = 20;   // characters
 constexpr size_t kNameLength = 40;
-
-int64_t Milliseconds() {
-    timeval now{};
-    gettimeofday(&now, nullptr);
-    return int64_t{now.tv_sec} * 1000 + now.tv_usec / 1000;
-}
 
 /// Short enough for the line to be one on any terminal.
 std::string NameOf(const std::string& path) {

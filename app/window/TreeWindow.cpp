@@ -22,13 +22,21 @@ void TreeWindow::Run() {
         ReadChangedFolders();
         Update();
         SDL_Event event;
-        if (SDL_WaitEvent(&event) == 0) {
-            throw std::runtime_error(std::string("no more events: ") + SDL_GetError());
-        }
-        do {
+        for (bool hasEvent = WaitForEvent(event); hasEvent; hasEvent = SDL_PollEvent(&event) != 0) {
             Handle(event);
-        } while (SDL_PollEvent(&event) != 0);
+        }
     }
+}
+
+/// False when there is something to draw without one.
+bool TreeWindow::WaitForEvent(SDL_Event& event) {
+    if (const auto patience = m_Session.UntilNextPicture()) {
+        return SDL_WaitEventTimeout(&event, static_cast<int>(*patience)) != 0;
+    }
+    if (SDL_WaitEvent(&event) == 0) {
+        throw std::runtime_error(std::string("no more events: ") + SDL_GetError());
+    }
+    return true;
 }
 
 void TreeWindow::Handle(const SDL_Event& event) {
@@ -188,8 +196,8 @@ void TreeWindow::TakeNews() {
 void TreeWindow::Update() {
     const Size size = m_Window.GetSize();
     m_Session.Resize(TreeSize());
-    const bool isDrawn = m_Session.Draw(m_Picture, size, std::exchange(m_IsSet, false),
-        m_Panel ? &*m_Panel : nullptr, Status());
+    const bool isDrawn = m_Session.Draw(
+        m_Picture, size, std::exchange(m_IsSet, false), m_Panel ? &*m_Panel : nullptr, Status());
     if (isDrawn || m_IsExposed) {
         m_Window.Show(m_Picture.Surface());
     }

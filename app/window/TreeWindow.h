@@ -36,6 +36,7 @@ private:
     Size TreeSize() const;
     /// What is searched for, or else what is shown, how many rows, and what is selected.
     std::string Status() const;
+    bool WaitForEvent(SDL_Event& event);
     void ReadChangedFolders();
     void TakeNews();
     void Update();

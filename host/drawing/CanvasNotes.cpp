@@ -23,9 +23,10 @@ CanvasNotes* CanvasNotes::On(cairo_t* context) {
     return static_cast<CanvasNotes*>(cairo_get_user_data(context, &kKey));
 }
 
-void CanvasNotes::NoteText(cairo_t* context, const NotedText& text) {
+void CanvasNotes::NoteText(cairo_t* context, const CANVASRect& rect, int32_t color,
+    int32_t textSize, std::wstring_view cut) {
     if (CanvasNotes* notes = On(context)) {
-        notes->m_Noted.m_Texts.push_back(text);
+        notes->m_Noted.m_Texts.push_back({rect, color, textSize, std::wstring(cut)});
     }
 }
 

@@ -3,12 +3,16 @@
 #include "framework/interfaces/Types.h"
 
 #include <cairo/cairo.h>
+#include <string>
+#include <string_view>
 #include <vector>
 
 /// What a text renderer was asked to draw.
 struct NotedText {
     CANVASRect m_Rect;
-    int32_t m_Color; ///< 0xRRGGBB
+    int32_t m_Color;    ///< 0xRRGGBB
+    int32_t m_TextSize; ///< of the letters, in pixels
+    std::wstring m_Cut; ///< the whole text where not all of it is shown; else ""
 };
 
 /// How a scroll bar looks, by where the pointer is.
@@ -39,8 +43,9 @@ public:
     CanvasNotes(const CanvasNotes&) = delete;
     CanvasNotes& operator=(const CanvasNotes&) = delete;
 
-    /// For the text renderer.
-    static void NoteText(cairo_t* context, const NotedText& text);
+    /// For the text renderer; a canvas without notes forgets it. Throws std::bad_alloc.
+    static void NoteText(cairo_t* context, const CANVASRect& rect, int32_t color, int32_t textSize,
+        std::wstring_view cut);
     /// For the scroll bar: how it is to look. Slim on a canvas without notes.
     static BarLook NoteBar(cairo_t* context, const CANVASRect& track, const CANVASRect& thumb);
 

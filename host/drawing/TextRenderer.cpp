@@ -63,18 +63,22 @@ int32_t TextRenderer::DrawText(IPMRenderStyle* style, tagREFString text, UbuntuC
         return E_INVALIDARG;
     }
     return Guarded([&] {
-        if (canvas->m_Context) {
-            CanvasNotes::NoteText(canvas->m_Context, {*rect, settings->GetColor()});
-        }
         CANVASRect line = *rect;
         line.width = std::min(line.width, kWidestLine);
-        const int32_t width = CanDraw(canvas, &line) ? VisibleWidth(canvas->m_Context, line) : 0;
+        cairo_t* context = canvas->m_Context;
+        const int32_t width = CanDraw(canvas, &line) ? VisibleWidth(context, line) : 0;
+        const int32_t size = TextSizeIn(line, settings->GetSize());
+        bool isCut = text.m_Length > 0;
         if (width > 0) {
-            const int32_t size = TextSizeIn(line, settings->GetSize());
-            cairo_t* context = canvas->m_Context;
             const CairoState state(context);
             SetSourceColor(context, settings->GetColor());
-            DrawLine(context, line, m_Layouts.Get(context, Shortened(text), size, width));
+            PangoLayout* layout = m_Layouts.Get(context, Shortened(text), size, width);
+            DrawLine(context, line, layout);
+            isCut = pango_layout_is_ellipsized(layout) != FALSE;
+        }
+        if (context) {
+            CanvasNotes::NoteText(context, *rect, settings->GetColor(), size,
+                isCut ? Shortened(text) : std::wstring_view());
         }
         return S_OK;
     });

@@ -110,6 +110,34 @@ TEST_F(PictureTest, BarIsSlimUntilThePointerIsNearAndTellsThatItIsHeld) {
     EXPECT_EQ(m_Session->Marked().m_Bar, BarLook::kSlim);
 }
 
+TEST_F(PictureTest, LabelThatIsCutIsShownWholeAfterAMomentUntilSomethingIsDone) {
+    Bind("A label that is too long for four rows and a picture of them\nB\nC\nD\nE");
+    KeptPicture picture;
+    m_Session->Draw(picture, kFourRows);
+    const Input ends[] = {KeyInput{Key::kDown}, TypedInput{"x"},
+        PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_PRESS, 0, 60, 11},
+        PointerInput{POINTERSTATE_WHEEL, POINTERACTION_MOVE, 0, 60, 11},
+        PointerInput{0, POINTERACTION_MOVE, 0, 60, 33},   // a label that fits
+        PointerInput{0, POINTERACTION_MOVE, 0, 190, 11}}; // the scroll bar
+    for (const Input& end : ends) {
+        Point(11, POINTERACTION_MOVE, 0);
+        m_Session->Draw(picture, kFourRows);
+        const std::string before = PixelsOf(picture.Surface());
+        m_Clock.Advance(Dwell::kPatience * 500);
+        Point(12, POINTERACTION_MOVE, 0); // stays on it
+        EXPECT_EQ(m_Session->UntilNextPicture(), Dwell::kPatience / 2);
+        EXPECT_FALSE(m_Session->Draw(picture, kFourRows));
+        m_Clock.Advance(Dwell::kPatience * 500);
+        EXPECT_EQ(m_Session->UntilNextPicture(), std::nullopt);
+        EXPECT_TRUE(m_Session->Draw(picture, kFourRows));
+        EXPECT_NE(PixelsOf(picture.Surface()), before);
+        m_Session->Feed(end);
+        EXPECT_EQ(m_Session->Marked().m_Hint, std::nullopt) << ToText(end);
+    }
+    Point(33, POINTERACTION_MOVE, 0);
+    EXPECT_EQ(m_Session->UntilNextPicture(), std::nullopt) << "nothing would come";
+}
+
 /// Without texts, which each machine's fonts draw in their own way. UPDATE_PICTURES=1 in the
 /// environment draws the references anew, to be looked at.
 TEST_F(PictureTest, OpenersPicturesGuidesBandsAndBarAreDrawnAsTheyWereLookedAt) {

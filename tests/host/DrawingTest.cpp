@@ -2,6 +2,7 @@
 #include "host/drawing/IconFile.h"
 #include "host/drawing/ItemPicture.h"
 #include "host/drawing/RenderStyle.h"
+#include "host/drawing/TextBox.h"
 #include "host/drawing/TextLayouts.h"
 #include "host/drawing/TextRenderer.h"
 #include "tests/support/HostTest.h"
@@ -218,6 +219,20 @@ TEST_F(DrawingTest, IconLooksAsScaledByCairoAlsoWhenDrawnAgain) {
             EXPECT_LE(LargestDifference(picture(drawn), wanted), kRounding)
                 << name << " again, place " << i;
         }
+    }
+}
+
+TEST_F(DrawingTest, TextBoxTakesAsManyLinesAsItNeedsWithinItsLimits) {
+    const SurfacePtr surface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const ContextPtr context(cairo_create(surface.get()));
+    const TextBox line(context.get(), "short", 12, {200, 200});
+    for (const std::string& text : {Repeated("two words ", 9), Repeated("oneword", 9)}) {
+        const TextBox box(context.get(), text, 12, {200, 200});
+        EXPECT_TRUE(box.Width() <= 200 && box.Width() > line.Width()) << text;
+        EXPECT_GE(box.Height(), 2 * line.Height()) << text;
+        EXPECT_EQ(TextBox(context.get(), text + '\n' + text, 12, {200, line.Height()}).Height(),
+            line.Height())
+            << text;
     }
 }
 
