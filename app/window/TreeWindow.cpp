@@ -4,6 +4,8 @@
 #include "host/text/Text.h"
 
 #include <SDL.h>
+#include <algorithm>
+#include <climits>
 
 TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size, FolderWatch& watch,
     std::ostream& record, BackgroundReading* reading)
@@ -20,6 +22,9 @@ void TreeWindow::Run() {
     while (!m_IsClosed) {
         TakeNews();
         ReadChangedFolders();
+        for (const Input& input : m_Input.Wait()) {
+            m_Session.Feed(input);
+        }
         Update();
         SDL_Event event;
         for (bool hasEvent = WaitForEvent(event); hasEvent; hasEvent = SDL_PollEvent(&event) != 0) {
@@ -28,10 +33,13 @@ void TreeWindow::Run() {
     }
 }
 
-/// False when there is something to draw without one.
+/// False when there is something to do without one.
 bool TreeWindow::WaitForEvent(SDL_Event& event) {
-    if (const auto patience = m_Session.UntilNextPicture()) {
-        return SDL_WaitEventTimeout(&event, static_cast<int>(*patience)) != 0;
+    const auto picture = m_Session.UntilNextPicture();
+    const auto input = m_Input.UntilNext();
+    if (picture || input) {
+        const int64_t patience = std::min(picture.value_or(INT_MAX), input.value_or(INT_MAX));
+        return SDL_WaitEventTimeout(&event, static_cast<int>(patience)) != 0;
     }
     if (SDL_WaitEvent(&event) == 0) {
         throw std::runtime_error(std::string("no more events: ") + SDL_GetError());

@@ -70,7 +70,19 @@ std::optional<PanelKey> PanelKeyOf(int32_t code) {
     return MeaningOf(code, kPanelKeys);
 }
 
+std::vector<Input> WindowInput::Wait() {
+    return m_Finger.Wait(SDL_GetTicks());
+}
+
+std::optional<int64_t> WindowInput::UntilNext() const {
+    return m_Finger.UntilNext(SDL_GetTicks());
+}
+
 std::vector<Input> WindowInput::Translate(const SDL_Event& event, Size size, double perStep) {
+    if (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEWHEEL ||
+        event.type == SDL_KEYDOWN) {
+        m_Finger.StopFling();
+    }
     switch (event.type) {
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP:
@@ -109,11 +121,11 @@ std::vector<Input> WindowInput::TranslateFinger(const SDL_Event& event, Size siz
     const double y = double(finger.y) * size.m_Height;
     switch (event.type) {
     case SDL_FINGERDOWN:
-        m_Finger.GoDown(finger.fingerId, x, y);
+        m_Finger.GoDown(finger.fingerId, x, y, finger.timestamp);
         return {};
     case SDL_FINGERMOTION:
-        return m_Finger.Move(finger.fingerId, x, y);
+        return m_Finger.Move(finger.fingerId, x, y, finger.timestamp);
     default:
-        return m_Finger.GoUp(finger.fingerId);
+        return m_Finger.GoUp(finger.fingerId, finger.timestamp);
     }
 }

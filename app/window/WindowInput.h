@@ -16,6 +16,10 @@ public:
     /// `size` is the window's, `perStep` how many of the control's pixels a step of the pointer is.
     /// Empty for events that are no input.
     std::vector<Input> Translate(const SDL_Event& event, Size size, double perStep);
+    /// What comes of time alone, where a finger is or was on the screen.
+    std::vector<Input> Wait();
+    /// In how many milliseconds that is wanted; none while it is not.
+    std::optional<int64_t> UntilNext() const;
 
 private:
     std::vector<Input> TranslateWheel(const SDL_Event& event, double perStep);
