@@ -5,7 +5,7 @@
 #include "app/settings/SettingsPage.h"
 #include "app/view/TreeView.h"
 #include "app/window/TreeWindow.h"
-#include "host/data/BackgroundReading.h"
+#include "host/data/Source.h"
 
 #include <iostream>
 
@@ -57,13 +57,14 @@ private:
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size, options.m_Scale);
     const auto watch = std::make_shared<FolderWatch>();
+    const auto scans = std::make_shared<FolderScans>(kPatience);
     const std::string path = AbsolutePath(options.m_Path);
     const int number = watch->Add(path); // nothing of a folder is missed while it is read
     BackgroundReading reading(
         [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress); });
     const bool isRead = reading.WaitFor(kPatience);
     const SourceMaker make = isRead ? reading.Take() : nullptr;
-    TreeView view(watch);
+    TreeView view(watch, scans);
     if (isRead) {
         view.Show(make);
     }
@@ -71,7 +72,7 @@ void RunWindow(const WindowOptions& options) {
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window(view, options.m_Path, size, *watch,
+        TreeWindow window(view, options.m_Path, size, {*watch, *scans},
             options.m_Record ? std::cout : silence, isRead ? nullptr : &reading);
         if (options.m_HasGuides) {
             window.ShowGuides();

@@ -63,11 +63,12 @@ TreeView::TreeView(const std::string& path, int32_t depth, SourceKind kind)
     OpenLevels(m_Source.Get(), depth);
 }
 
-TreeView::TreeView(FolderWatchPtr watch) : m_Watch(std::move(watch)), m_Tree(m_Host.CreateTree()) {}
+TreeView::TreeView(FolderWatchPtr watch, FolderScansPtr scans)
+    : m_Watch(std::move(watch)), m_Scans(std::move(scans)), m_Tree(m_Host.CreateTree()) {}
 
 /// The default sizes came with the empty tree, and may have been changed since.
 void TreeView::Show(const SourceMaker& make) {
-    m_Source = make({m_Failures, m_Watch});
+    m_Source = make({m_Failures, m_Watch, m_Scans});
     int32_t usesDefaults = 0;
     m_Tree->Inquire(PARAMETER_USEDEFAULTSTYLE, &usesDefaults);
     m_Tree->Control(PARAMETER_USEDEFAULTSTYLE, 0);

@@ -41,8 +41,9 @@ public:
     /// Opens `depth` levels of the tree. With a bar on standard error while it is read, where that
     /// is a terminal.
     TreeView(const std::string& path, int32_t depth, SourceKind kind = SourceKind::kByContent);
-    /// Shows nothing yet. Folders will be watched by `watch`.
-    explicit TreeView(FolderWatchPtr watch);
+    /// Shows nothing yet. Folders will be watched by `watch`, and those that are opened looked into
+    /// by `scans`.
+    TreeView(FolderWatchPtr watch, FolderScansPtr scans);
 
     /// Shows what was read, with the settings as they are.
     void Show(const SourceMaker& make);
@@ -58,6 +59,7 @@ private:
 
     ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
     FolderWatchPtr m_Watch;
+    FolderScansPtr m_Scans;
     SmartPtr<ISuperCollection> m_Source;
     ControlHost m_Host;
     SmartPtr<IUITree> m_Tree;

@@ -7,11 +7,12 @@
 #include <algorithm>
 #include <climits>
 
-TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size, FolderWatch& watch,
-    std::ostream& record, BackgroundReading* reading)
+TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size,
+    const FolderNews& folders, std::ostream& record, BackgroundReading* reading)
     : m_View(view), m_Path(path), m_Window("treehost " + path, size),
-      m_Session(view.Control(), m_Window.GetSize(), record), m_Watch(watch),
-      m_Waker(watch.Descriptor()), m_Reading(reading) {
+      m_Session(view.Control(), m_Window.GetSize(), record), m_Folders(folders),
+      m_WatchWaker(folders.m_Watch.Descriptor()), m_ScansWaker(folders.m_Scans.Descriptor()),
+      m_Reading(reading) {
     if (m_Reading) {
         m_ReadingWaker.emplace(m_Reading->News());
         m_HasNews = true;
@@ -21,7 +22,7 @@ TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size, Folde
 void TreeWindow::Run() {
     while (!m_IsClosed) {
         TakeNews();
-        ReadChangedFolders();
+        TakeFolderNews();
         for (const Input& input : m_Input.Wait()) {
             m_Session.Feed(input);
         }
@@ -50,7 +51,8 @@ bool TreeWindow::WaitForEvent(SDL_Event& event) {
 void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
-    m_AreFoldersChanged |= m_Waker.IsFrom(event);
+    m_AreFoldersChanged |= m_WatchWaker.IsFrom(event);
+    m_HasScanNews |= m_ScansWaker.IsFrom(event);
     m_HasNews |= m_ReadingWaker && m_ReadingWaker->IsFrom(event);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
         m_Session.NoteLeft();
@@ -89,6 +91,11 @@ bool TreeWindow::HandleKey(const SDL_Event& event) {
     }
     if (code == SDLK_ESCAPE && m_Reading) {
         m_Reading->Stop();
+        return true;
+    }
+    if (code == SDLK_ESCAPE && !m_Scanned.empty()) {
+        m_Folders.m_Scans.Stop();
+        m_WasStopped = true;
         return true;
     }
     m_IsClosed |= code == SDLK_ESCAPE;
@@ -166,6 +173,9 @@ std::string TreeWindow::Status() const {
     if (m_Reading) {
         return "reading " + m_Path + ", " + m_HowFar + "  \u2014  escape stops it";
     }
+    if (!m_Scanned.empty()) {
+        return "reading " + m_Scanned + "  \u2014  escape stops it";
+    }
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
     const size_t unread = m_View.Failures()->Lines().size();
@@ -176,11 +186,16 @@ std::string TreeWindow::Status() const {
 }
 
 /// Once for each picture, however many changes there were.
-void TreeWindow::ReadChangedFolders() {
-    if (!m_Reading && std::exchange(m_AreFoldersChanged, false)) {
-        m_Watch.Take();
+void TreeWindow::TakeFolderNews() {
+    if (std::exchange(m_HasScanNews, false)) {
+        m_Scanned = m_Folders.m_Scans.TakeNews();
+        m_ScansWaker.Arm();
+    }
+    const bool isWatchHeard = !m_Reading && std::exchange(m_AreFoldersChanged, false);
+    if (isWatchHeard || m_Folders.m_Scans.HasAnswers()) {
+        m_Folders.m_Watch.Take();
         m_Session.ReadChangedFolders();
-        m_Waker.Arm();
+        m_WatchWaker.Arm();
     }
 }
 

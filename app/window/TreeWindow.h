@@ -6,16 +6,22 @@
 #include "app/window/Waker.h"
 #include "app/window/Window.h"
 #include "app/window/WindowInput.h"
-#include "host/data/BackgroundReading.h"
 #include "host/data/FolderWatch.h"
+#include "host/data/Source.h"
+
+/// What tells the window of folders.
+struct FolderNews {
+    FolderWatch& m_Watch;
+    FolderScans& m_Scans;
+};
 
 /// A window with a control in it, and with the control's settings beside it when they are wanted.
 class TreeWindow {
 public:
-    /// `view`, `watch` (of its folders) and `record` outlive the window; `path` is what the view
+    /// `view`, `folders` (the view's) and `record` outlive the window; `path` is what the view
     /// shows, as the user said it. `reading` is what it will show, or null where it does already.
     /// Throws NoDisplay.
-    TreeWindow(TreeView& view, const std::string& path, Size size, FolderWatch& watch,
+    TreeWindow(TreeView& view, const std::string& path, Size size, const FolderNews& folders,
         std::ostream& record, BackgroundReading* reading);
 
     /// Guide lines are drawn from now on.
@@ -37,7 +43,7 @@ private:
     /// What is searched for, or else what is shown, how many rows, and what is selected.
     std::string Status() const;
     bool WaitForEvent(SDL_Event& event);
-    void ReadChangedFolders();
+    void TakeFolderNews();
     void TakeNews();
     void Update();
 
@@ -45,8 +51,9 @@ private:
     std::string m_Path;
     Window m_Window;
     Session m_Session;
-    FolderWatch& m_Watch;
-    Waker m_Waker;
+    FolderNews m_Folders;
+    Waker m_WatchWaker;
+    Waker m_ScansWaker;
     BackgroundReading* m_Reading; ///< null once it is over
     std::optional<Waker> m_ReadingWaker;
     std::string m_HowFar; ///< while it is not
@@ -56,6 +63,8 @@ private:
     bool m_IsPanelPressed = false; ///< the button that is held went down on the panel
     bool m_IsSet = false;          ///< something was set of which the control need not tell
     bool m_AreFoldersChanged = false;
+    bool m_HasScanNews = false;
+    std::string m_Scanned;     ///< what is looked into and how far that is, while it is
     bool m_HasNews = false;    ///< of the reading
     bool m_WasStopped = false; ///< by the user
     bool m_IsExposed = false;

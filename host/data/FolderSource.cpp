@@ -2,6 +2,7 @@
 
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/data/FileItem.h"
+#include "host/data/TextItems.h"
 #include "host/text/Text.h"
 
 #include <unordered_map>
@@ -21,6 +22,7 @@ int32_t FolderSource::SetFileName(IString* fileName) {
         m_Path = ToUtf8(CREFString(fileName));
         RemoveAll();
         Unwatch();
+        Forget();
         m_Filled = false;
         return S_OK;
     });
@@ -38,7 +40,8 @@ int32_t FolderSource::ReadAgain(int32_t newFlags) {
 }
 
 int32_t FolderSource::IsChanged() {
-    return m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber) ? S_OK : S_FALSE;
+    const bool isChanged = m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
+    return isChanged || (m_Helpers.m_Scans && m_Helpers.m_Scans->IsOver(this)) ? S_OK : S_FALSE;
 }
 
 /// Before each reading: another folder may have come in the place of the one that was watched.
@@ -46,6 +49,19 @@ void FolderSource::WatchAnew() {
     const int number = m_Helpers.m_Watch ? m_Helpers.m_Watch->Add(m_Path) : -1;
     Unwatch();
     m_WatchNumber = number;
+}
+
+FolderSource::~FolderSource() {
+    Unwatch();
+    Forget();
+}
+
+/// What is being looked for is of no use any more.
+void FolderSource::Forget() {
+    if (m_Helpers.m_Scans) {
+        m_Helpers.m_Scans->Forget(this);
+    }
+    m_IsAwaited = false;
 }
 
 void FolderSource::Unwatch() {
@@ -56,8 +72,41 @@ void FolderSource::Unwatch() {
 
 /// Whether the entries are others now. Until they are all there, nothing is changed.
 bool FolderSource::Read(int32_t newFlags) {
-    Prepare();
-    return Take(ScanFolder(m_Path, m_Step.get()), newFlags);
+    if (!m_Helpers.m_Scans) {
+        Prepare();
+        return Take(ScanFolder(m_Path, m_Step.get()), newFlags);
+    }
+    if (auto scan = LookBeside()) {
+        return Take(std::move(*scan), newFlags);
+    }
+    ShowThatItIsRead();
+    return false;
+}
+
+/// What was found, when that is all. What was looked into before a change is looked into again.
+std::optional<FolderScan> FolderSource::LookBeside() {
+    FolderScans& scans = *m_Helpers.m_Scans;
+    const bool isAsked = scans.IsAsked(this);
+    m_IsOutdated |= isAsked && m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
+    if (!isAsked) {
+        Prepare();
+    }
+    auto scan = scans.Ask(this, m_Path, *m_Step);
+    if (scan && std::exchange(m_IsOutdated, false)) {
+        Prepare();
+        scan = scans.Ask(this, m_Path, *m_Step);
+    }
+    return scan;
+}
+
+/// An empty folder would not stay open.
+void FolderSource::ShowThatItIsRead() {
+    if (!m_Filled) {
+        const SmartPtr<IUnknown> leaf(TextLeaf::Make().Get());
+        Replace({{.m_Name = "reading\u2026", .m_Item = leaf, .m_Data = {}}});
+        m_Filled = true;
+        m_IsAwaited = true;
+    }
 }
 
 void FolderSource::Fill(FolderScan scan) {
@@ -82,7 +131,8 @@ bool FolderSource::Take(FolderScan scan, int32_t newFlags) {
     if (isChanged) {
         Replace(std::move(entries));
     }
-    m_Filled |= !scan.m_Error || !IsEmpty();
+    m_Filled = (m_Filled && !m_IsAwaited) || !scan.m_Error || !IsEmpty();
+    m_IsAwaited = false;
     return isChanged;
 }
 

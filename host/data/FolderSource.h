@@ -3,23 +3,26 @@
 #include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/interfaces/FileInterfaces.h"
 #include "host/components/CreatableString.h"
-#include "host/data/FolderScan.h"
+#include "host/data/FolderScans.h"
 #include "host/data/FolderWatch.h"
 #include "host/data/ReadFailures.h"
 #include "host/data/SuperCollection.h"
 
 #include <string>
 
-/// What the folders of one tree share; either may be null.
+/// What the folders of one tree share; each may be null.
 struct FolderHelpers {
     ReadFailuresPtr m_Failures = {}; ///< hears of what cannot be read
     FolderWatchPtr m_Watch = {};     ///< watches what was read
+    FolderScansPtr m_Scans = {};     ///< looks into what takes long, meanwhile
 };
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
 /// by name in the order of the program's locale. A linked folder is one too, unless it leads back
 /// to a folder on its own path: that one is shown as a file. A folder that cannot be read stays
-/// empty, and one that is gone when it is read again becomes so.
+/// empty, and one that is gone when it is read again becomes so. Where looking into it takes long
+/// it goes on beside: one that was never read has a single row meanwhile that says so, and another
+/// one stays as it was. It counts as changed when that is over.
 class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion,
                                IFileArchive, IRenderableObject, IHostFileItem, IHostFolder> {
 public:
@@ -31,7 +34,7 @@ public:
         FolderPathPtr above = nullptr, bool isLink = false)
         : m_Path(std::move(path)), m_Helpers(std::move(helpers)), m_Above(std::move(above)),
           m_IsLink(isLink) {}
-    ~FolderSource() { Unwatch(); }
+    ~FolderSource();
 
     /// Takes what was found in the folder instead of looking into it. Throws when memory runs out.
     void Fill(FolderScan scan);
@@ -50,12 +53,15 @@ public:
 
 private:
     bool Read(int32_t newFlags);
+    std::optional<FolderScan> LookBeside();
+    void ShowThatItIsRead();
     void Prepare();
     bool Take(FolderScan scan, int32_t newFlags);
     std::vector<Entry> Merge(std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged);
     SmartPtr<IUnknown> MakeItem(const FolderEntry& found) const;
     void WatchAnew();
     void Unwatch();
+    void Forget();
     void NoteFailure(const std::error_code& error) const;
 
     std::string m_Path;
@@ -65,4 +71,6 @@ private:
     int m_WatchNumber = -1;
     bool m_IsLink = false; ///< reached by a link, and drawn as one
     bool m_Filled = false;
+    bool m_IsAwaited = false;  ///< by nothing but the row that says so
+    bool m_IsOutdated = false; ///< it changed while it was looked into
 };

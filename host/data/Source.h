@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/data/Background.h"
 #include "host/data/FolderSource.h"
 #include "host/data/ReadProgress.h"
 
@@ -25,6 +26,9 @@ enum class SourceKind {
 /// read, now or when a folder is opened, is missing from the tree and named in the failures.
 /// Folders that are read are watched. Throws when memory runs out.
 using SourceMaker = std::function<SmartPtr<ISuperCollection>(const FolderHelpers& helpers)>;
+
+/// Reads a source on a thread of its own.
+using BackgroundReading = Background<SourceMaker>;
 
 /// Reads what is behind a path: the first level of a folder; a file; or standard input for "-". Any
 /// thread may do so. `progress` may be null. Throws SourceMissing for what does not exist, and

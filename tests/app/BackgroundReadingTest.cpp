@@ -1,5 +1,5 @@
-#include "host/data/BackgroundReading.h"
 #include "host/data/Expansion.h"
+#include "host/data/Source.h"
 #include "tests/support/HostTest.h"
 
 #include <fcntl.h>
@@ -26,7 +26,7 @@ protected:
     static SourceMaker Nothing() {
         return [](const FolderHelpers&) { return SmartPtr<ISuperCollection>(); };
     }
-    BackgroundReading::Work ReadPipe() const {
+    std::function<SourceMaker(ReadProgress&)> ReadPipe() const {
         return [path = m_Pipe](ReadProgress& progress) {
             return ReadSource(path, SourceKind::kByContent, &progress);
         };

@@ -1,4 +1,4 @@
-#include "host/data/BackgroundReading.h"
+#include "host/data/Background.h"
 
 #include "host/data/QuietThread.h"
 
@@ -20,12 +20,12 @@ void Drain(int signal) {
 
 } // namespace
 
-BackgroundReading::BackgroundReading(Work work)
+BackgroundWork::BackgroundWork(Work work)
     : m_News(MakeSignal()), m_Call(MakeSignal()), m_Text(ToText({})) {
     m_Thread = StartQuietThread([this, work = std::move(work)] { Run(work); });
 }
 
-BackgroundReading::~BackgroundReading() {
+BackgroundWork::~BackgroundWork() {
     {
         const std::lock_guard lock(m_Mutex);
         m_IsLeft = true;
@@ -36,54 +36,51 @@ BackgroundReading::~BackgroundReading() {
     close(m_Call);
 }
 
-std::string BackgroundReading::TakeNews() {
+std::string BackgroundWork::TakeNews() {
     const std::lock_guard lock(m_Mutex);
     Drain(m_News);
     return m_IsOver ? "" : m_Text;
 }
 
-bool BackgroundReading::WaitFor(std::chrono::milliseconds patience) {
+bool BackgroundWork::WaitFor(std::chrono::milliseconds patience) {
     std::unique_lock lock(m_Mutex);
     return m_Ended.wait_for(lock, patience, [this] { return m_IsOver; });
 }
 
-void BackgroundReading::Stop() {
+void BackgroundWork::Stop() {
     const std::lock_guard lock(m_Mutex);
     m_IsStopWanted = true;
     eventfd_write(m_Call, 1);
 }
 
-bool BackgroundReading::WasStopped() const {
+bool BackgroundWork::WasStopped() const {
     const std::lock_guard lock(m_Mutex);
     return m_IsStopped;
 }
 
-SourceMaker BackgroundReading::Take() {
+void BackgroundWork::Check() {
     const std::lock_guard lock(m_Mutex);
     if (m_Failure) {
         std::rethrow_exception(std::exchange(m_Failure, nullptr));
     }
-    return std::exchange(m_Result, nullptr);
 }
 
 /// On the thread, as what follows.
-void BackgroundReading::Run(const Work& work) {
-    SourceMaker result;
+void BackgroundWork::Run(const Work& work) {
     std::exception_ptr failure;
     try {
-        result = work(*this);
+        work(*this);
     } catch (...) {
         failure = std::current_exception();
     }
     const std::lock_guard lock(m_Mutex);
-    m_Result = std::move(result);
     m_Failure = std::move(failure);
     m_IsOver = true;
     m_Ended.notify_all();
     eventfd_write(m_News, 1);
 }
 
-bool BackgroundReading::Advance(const ReadState& state) {
+bool BackgroundWork::Advance(const ReadState& state) {
     std::string text = ToText(state);
     const std::lock_guard lock(m_Mutex);
     if (m_Text != text) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/data/ReadProgress.h"
-#include "host/data/Source.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -10,19 +9,15 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
-/// Reads a source on a thread of its own, which uses no object that others know; the tree of it is
-/// made by whoever started it. Its end, the destructor, does not wait for more than the next step
-/// of the reading.
-class BackgroundReading final : private ReadProgress {
+/// Reads on a thread of its own, which uses no object that others know. Its end, the destructor,
+/// does not wait for more than the next step of the reading.
+class BackgroundWork : private ReadProgress {
 public:
-    using Work = std::function<SourceMaker(ReadProgress& progress)>;
-
-    /// Starts. Throws std::system_error.
-    explicit BackgroundReading(Work work);
-    ~BackgroundReading() override;
-    BackgroundReading(const BackgroundReading&) = delete;
-    BackgroundReading& operator=(const BackgroundReading&) = delete;
+    ~BackgroundWork() override;
+    BackgroundWork(const BackgroundWork&) = delete;
+    BackgroundWork& operator=(const BackgroundWork&) = delete;
 
     // For the thread that started it.
 
@@ -36,8 +31,15 @@ public:
     /// by then, of that. What was read until then is the result.
     void Stop();
     bool WasStopped() const;
-    /// What was read, once, after the end. Throws what the work has thrown.
-    SourceMaker Take();
+
+protected:
+    using Work = std::function<void(ReadProgress& progress)>;
+
+    /// Starts. Throws std::system_error.
+    explicit BackgroundWork(Work work);
+
+    /// After the end: throws what the work has thrown, once.
+    void Check();
 
 private:
     void Run(const Work& work);
@@ -53,7 +55,27 @@ private:
     bool m_IsStopped = false;
     bool m_IsLeft = false; ///< nobody wants the result any more
     bool m_IsOver = false;
-    SourceMaker m_Result;
     std::exception_ptr m_Failure;
     std::thread m_Thread;
+};
+
+/// Where the thread puts its result: it is there before the thread is, and after it.
+template <class Result>
+struct BackgroundResult {
+    Result m_Result{};
+};
+
+template <class Result>
+class Background final : private BackgroundResult<Result>, public BackgroundWork {
+public:
+    /// Starts. Throws std::system_error.
+    explicit Background(std::function<Result(::ReadProgress& progress)> work)
+        : BackgroundWork([this, work = std::move(work)](
+                             ::ReadProgress& progress) { this->m_Result = work(progress); }) {}
+
+    /// What was read, once, after the end. Throws what the work has thrown.
+    Result Take() {
+        Check();
+        return std::exchange(this->m_Result, Result());
+    }
 };

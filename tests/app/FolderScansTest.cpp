@@ -1,0 +1,107 @@
+#include "host/data/FolderScans.h"
+#include "host/data/Rereading.h"
+#include "host/data/Source.h"
+#include "tests/support/HostTest.h"
+
+#include <poll.h>
+
+// Folders that are looked into beside the window's thread.
+
+namespace {
+
+constexpr size_t kFiles = 100;
+
+class FolderScansThreadsTest : public HostTest {
+protected:
+    FolderScansThreadsTest() {
+        std::filesystem::create_directory(m_Path);
+        for (size_t i = 0; i < kFiles; ++i) {
+            std::ofstream(m_Path / std::to_string(i)).flush();
+        }
+    }
+
+    SmartPtr<FolderSource> Open(bool isBeside) {
+        const auto folder = FolderSource::Make(
+            m_Path.string(), FolderHelpers{m_Failures, m_Watch, isBeside ? m_Scans : nullptr});
+        EXPECT_EQ(folder->Populate(), S_OK);
+        return folder;
+    }
+    /// Does what a window does until nothing is looked into any more.
+    void ReadOn(FolderSource& folder) {
+        while (m_Scans->IsAsked(&folder)) {
+            pollfd waiting{m_Scans->Descriptor(), POLLIN, 0};
+            ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
+            m_Scans->TakeNews();
+            m_Watch->Take();
+            ReadFoldersAgain(&folder, FoldersRead::kChanged);
+        }
+    }
+    static std::vector<std::string> Names(const SmartPtr<FolderSource>& folder) {
+        std::vector<std::string> names;
+        SmartPtr<IString> name;
+        for (int32_t i = 0; folder->GetItemName(i, name.Receive()) == S_OK; ++i) {
+            names.push_back(ToUtf8(CREFString(name.Get())));
+        }
+        return names;
+    }
+
+    TemporaryFolder m_Folder;
+    std::filesystem::path m_Path = m_Folder / "many";
+    ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
+    FolderWatchPtr m_Watch = std::make_shared<FolderWatch>();
+    FolderScansPtr m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0));
+};
+
+} // namespace
+
+TEST_F(FolderScansThreadsTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce) {
+    const auto folder = Open(true);
+    EXPECT_EQ(Names(folder), std::vector<std::string>{"reading\u2026"});
+    ReadOn(*folder.Get());
+    EXPECT_EQ(Names(folder), Names(Open(false)));
+    EXPECT_EQ(m_Scans->TakeNews(), "");
+    const auto again = Names(folder);
+    std::ofstream(m_Path / "new").flush();
+    folder->ReadAgain(0);
+    EXPECT_EQ(Names(folder), again) << "what is known stays meanwhile";
+    ReadOn(*folder.Get());
+    EXPECT_EQ(Names(folder).size(), again.size() + 1);
+}
+
+TEST_F(FolderScansThreadsTest, ChangeMeanwhileIsNotLost) {
+    const auto folder = Open(true);
+    std::ofstream(m_Path / "new").flush();
+    m_Watch->Take();
+    ReadFoldersAgain(folder.Get(), FoldersRead::kChanged);
+    ReadOn(*folder.Get());
+    EXPECT_EQ(Names(folder).size(), kFiles + 1);
+}
+
+TEST_F(FolderScansThreadsTest, StoppedItIsShownUpToThere) {
+    struct Stopper final : ReadProgress {
+        bool Advance(const ReadState& state) override { return state.m_Done < 10; }
+    } stopper;
+    const FolderScan scan = ScanFolder(m_Path.string(), nullptr, &stopper);
+    EXPECT_EQ(scan.m_Entries.size(), 10U);
+    EXPECT_FALSE(scan.m_Error);
+    const auto folder = Open(true);
+    m_Scans->Stop();
+    ReadOn(*folder.Get());
+    EXPECT_FALSE(Names(folder) == std::vector<std::string>{"reading\u2026"});
+    EXPECT_TRUE(m_Failures->Lines().empty());
+}
+
+TEST_F(FolderScansThreadsTest, FolderThatIsDroppedIsForgotten) {
+    const void* dropped = Open(true).Get();
+    EXPECT_FALSE(m_Scans->IsAsked(dropped));
+    const auto left = Open(true); // and the rest ends without it
+}
+
+TEST_F(FolderScansThreadsTest, QuickFolderIsThereAtOnceAndOneThatIsGoneSaysSo) {
+    m_Scans = std::make_shared<FolderScans>(std::chrono::minutes(1));
+    EXPECT_EQ(Names(Open(true)).size(), kFiles);
+    const auto gone = FolderSource::Make(
+        (m_Folder / "gone").string(), FolderHelpers{m_Failures, nullptr, m_Scans});
+    EXPECT_EQ(gone->Populate(), E_FAIL);
+    EXPECT_EQ(m_Failures->Lines().size(), 1U);
+}
