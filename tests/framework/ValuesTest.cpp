@@ -33,9 +33,10 @@ TEST(Values, IntegersEndAtTheFirstCharacterThatDoesNotFit) {
 }
 
 TEST(Values, DoublesHaveAPointAndNoExponent) {
-    const std::pair<const wchar_t*, double> cases[] = {{L"9.95", 9.95}, {L"5", 5}, {L"-0.5", -0.5}, {L"7.", 7},
-        {L".5", 0.5}, {L"1.2.3", 1.2}, {L"2a5", 2.5}, {L"1.5e3", 1.5}, {L"1e3", 1.3}, {L"1,5", 1},
-        {L"1-5", 1}, {L" 5", 0}, {L"", 0}, {L"--5", 0}, {L"#10", 16}, {L"#FFFFFFFF", -1}, {L"#", 0},
+    const std::pair<const wchar_t*, double> cases[] = {{L"9.95", 9.95}, {L"5", 5}, {L"-0.5", -0.5},
+        {L"7.", 7}, {L".5", 0.5}, {L"1.2.3", 1.2}, {L"2a5", 2.5}, {L"1.5e3", 1.5}, {L"1e3", 1.3},
+        {L"1,5", 1}, {L"1-5", 1}, {L" 5", 0}, {L"", 0}, {L"--5", 0}, {L"#10", 16},
+        {L"#FFFFFFFF", -1}, {L"#", 0},
         {L"0.00000000000000000199", 0.000000000000000001}, // 18 digits of the fraction count
         {L"9223372036854775808", -9223372036854775808.0}}; // wraps at 64 bits
     for (const auto& [text, value] : cases) {
