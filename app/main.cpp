@@ -5,8 +5,8 @@
 #include "app/settings/Palette.h"
 #include "app/view/TreeView.h"
 #include "host/components/Module.h"
-#include "host/data/Source.h"
 #include "host/settings/DocumentError.h"
+#include "host/sources/Source.h"
 #include "host/text/Text.h"
 
 #include <CLI/CLI.hpp>

@@ -12,11 +12,11 @@
 #include "host/components/LiveObjects.h"
 #include "host/components/Module.h"
 #include "host/data/Expansion.h"
-#include "host/data/OutlineSource.h"
 #include "host/data/SuperCollection.h"
 #include "host/drawing/Cairo.h"
 #include "host/settings/Document.h"
 #include "host/settings/XmlFile.h"
+#include "host/sources/OutlineSource.h"
 
 #include <array>
 #include <limits>

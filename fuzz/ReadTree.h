@@ -5,8 +5,8 @@
 #include "framework/support/HostStrings.h"
 #include "fuzz/Input.h"
 #include "host/components/LiveObjects.h"
-#include "host/data/DocumentBranch.h"
 #include "host/data/Expansion.h"
+#include "host/documents/DocumentBranch.h"
 #include "host/text/Text.h"
 
 #include <string>

@@ -4,7 +4,7 @@
 #include "app/replay/Session.h"
 #include "app/view/Rows.h"
 #include "app/view/TreeView.h"
-#include "host/data/Source.h"
+#include "host/sources/Source.h"
 
 #include <cerrno>
 #include <cstring>

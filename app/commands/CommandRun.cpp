@@ -5,7 +5,7 @@
 #include "app/settings/SettingsPage.h"
 #include "app/view/TreeView.h"
 #include "app/window/TreeWindow.h"
-#include "host/data/Source.h"
+#include "host/sources/Source.h"
 
 #include <iostream>
 

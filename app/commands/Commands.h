@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/UsageError.h"
-#include "host/data/Source.h"
+#include "host/sources/Source.h"
 
 #include <cstdint>
 #include <string>

@@ -7,7 +7,7 @@
 #include "app/view/Backdrop.h"
 #include "app/view/Milliseconds.h"
 #include "app/view/Picture.h"
-#include "host/data/Rereading.h"
+#include "host/folders/Rereading.h"
 
 #include <ostream>
 

@@ -1,9 +1,9 @@
 #include "app/validate/Scenario.h"
 
 #include "host/components/HostObject.h"
-#include "host/data/OutlineSource.h"
 #include "host/settings/Document.h"
 #include "host/settings/XmlFile.h"
+#include "host/sources/OutlineSource.h"
 
 #include <sstream>
 

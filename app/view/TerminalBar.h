@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/data/ReadProgress.h"
+#include "host/reading/ReadProgress.h"
 
 #include <cstdint>
 #include <ostream>

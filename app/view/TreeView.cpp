@@ -5,8 +5,8 @@
 #include "framework/support/FileNames.h"
 #include "framework/support/REFString.h"
 #include "host/data/Expansion.h"
-#include "host/data/Source.h"
 #include "host/data/SuperCollection.h"
+#include "host/sources/Source.h"
 #include "host/text/Text.h"
 
 #include <filesystem>

@@ -5,7 +5,7 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "host/Host.h"
 #include "host/components/Module.h"
-#include "host/data/Source.h"
+#include "host/sources/Source.h"
 
 #include <stdexcept>
 #include <string>

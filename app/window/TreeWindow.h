@@ -6,8 +6,8 @@
 #include "app/window/Waker.h"
 #include "app/window/Window.h"
 #include "app/window/WindowInput.h"
-#include "host/data/FolderWatch.h"
-#include "host/data/Source.h"
+#include "host/folders/FolderWatch.h"
+#include "host/sources/Source.h"
 
 /// What tells the window of folders.
 struct FolderNews {

@@ -1,6 +1,6 @@
 #include "app/window/Waker.h"
 
-#include "host/data/QuietThread.h"
+#include "host/reading/QuietThread.h"
 
 #include <SDL.h>
 #include <cerrno>

@@ -3,7 +3,7 @@
 #include "framework/Interfaces.h"
 #include "host/Host.h"
 #include "host/components/Module.h"
-#include "host/data/OutlineSource.h"
+#include "host/sources/OutlineSource.h"
 
 #include <cairo.h>
 #include <exception>

@@ -1,5 +1,5 @@
 #include "host/data/Expansion.h"
-#include "host/data/Source.h"
+#include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
 
 #include <fcntl.h>

@@ -1,6 +1,6 @@
-#include "host/data/FolderScans.h"
-#include "host/data/Rereading.h"
-#include "host/data/Source.h"
+#include "host/folders/FolderScans.h"
+#include "host/folders/Rereading.h"
+#include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
 
 #include <poll.h>

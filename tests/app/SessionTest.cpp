@@ -1,7 +1,7 @@
 #include "app/replay/Session.h"
 #include "app/settings/Parameters.h"
 #include "host/data/Expansion.h"
-#include "host/data/Source.h"
+#include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
 

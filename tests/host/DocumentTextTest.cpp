@@ -1,6 +1,6 @@
-#include "host/data/DocumentText.h"
-#include "host/data/JsonSource.h"
-#include "host/data/XmlSource.h"
+#include "host/documents/DocumentText.h"
+#include "host/documents/JsonSource.h"
+#include "host/documents/XmlSource.h"
 #include "tests/support/HostTest.h"
 
 #include <climits>

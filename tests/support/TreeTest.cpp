@@ -2,7 +2,7 @@
 
 #include "framework/Support.h"
 #include "host/data/Expansion.h"
-#include "host/data/OutlineSource.h"
+#include "host/sources/OutlineSource.h"
 #include "host/text/Text.h"
 
 #include <dlfcn.h>

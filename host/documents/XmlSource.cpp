@@ -1,0 +1,285 @@
+#include "host/documents/XmlSource.h"
+
+#include "host/documents/XmlParser.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// Appends to a text in which any blanks and breaks are one blank, and none is in front.
+void AppendWords(std::string& text, std::string_view more) {
+    for (const char character : more) {
+        if (std::string_view(" \t\r\n").find(character) == std::string_view::npos) {
+            text += character;
+        } else if (!text.empty() && text.back() != ' ') {
+            text += ' ';
+        }
+    }
+}
+
+std::string TakeWords(std::string& text) {
+    if (!text.empty() && text.back() == ' ') {
+        text.pop_back();
+    }
+    return std::exchange(text, {});
+}
+
+/// Whether a tag stands at a place, in whatever encoding: what comes from an entity is placed where
+/// that is referred to.
+bool IsTag(std::string_view text, size_t place) {
+    text = text.substr(place, 2);
+    return text.starts_with('<') || text == std::string_view("\0<", 2);
+}
+
+/// Hears where elements begin and end that other rows belong to.
+class Indexer final : public XmlEvents {
+public:
+    Indexer(std::string_view text, Extents& extents) : m_Text(text), m_Extents(extents) {
+        if (text.starts_with("\xEF\xBB\xBF")) {
+            m_Prologue = 3;
+        } else if (text.starts_with("\xFE\xFF") || text.starts_with("\xFF\xFE")) {
+            m_Prologue = 2;
+        }
+    }
+
+    void Start(const char*, const char* const* attributes) override {
+        m_Extents.Note();
+        const size_t place = m_Parser.Place();
+        if (m_Borrowed > 0 || !IsTag(m_Text, place)) {
+            ++m_Borrowed;
+            return;
+        }
+        m_Extents.Open(place, m_Parser.PlaceBehind());
+        if (*attributes) {
+            m_Extents.Note();
+        }
+    }
+    void End() override {
+        if (m_Borrowed > 0) {
+            --m_Borrowed;
+        } else {
+            m_Extents.Close(m_Parser.Place());
+        }
+    }
+    void AddText(std::string_view) override {}
+    /// Small containers are read with the one around them where this is long, so that it is not
+    /// read again for each of them.
+    void EndPrologue() override {
+        m_Prologue = m_Parser.PlaceBehind();
+        m_Extents.SetLeast(std::max(m_Prologue, m_Extents.Least()));
+    }
+
+    XmlParser& Parser() { return m_Parser; }
+    size_t Prologue() const { return m_Prologue; }
+
+private:
+    std::string_view m_Text;
+    Extents& m_Extents;
+    XmlParser m_Parser{*this, false};
+    size_t m_Borrowed = 0; ///< open elements that come from an entity
+    size_t m_Prologue = 0; ///< bytes
+};
+
+/// What the rows of a part are made of.
+struct XmlPlaces {
+    std::string_view m_Text;
+    const Extents& m_Extents;
+    bool m_IsPrologueLong;
+    bool m_IsTrusted;
+};
+
+/// Makes rows of what stands in an element or, when it is not `isInElement`, at the text's top.
+class RowMaker final : public XmlEvents {
+public:
+    /// `next` is the first extent that is jumped over.
+    RowMaker(const XmlPlaces& places, bool isInElement, const Extent* next,
+        std::deque<DocumentRow>& rows)
+        : m_Places(places), m_Rows(rows), m_Next(next) {
+        if (!isInElement) {
+            m_Levels.push_back({.m_IsBranch = true});
+        }
+    }
+
+    void Start(const char* name, const char* const* attributes) override {
+        const bool isJumped = TakeNext();
+        if (m_Skipped > 0) {
+            ++m_Skipped;
+            return;
+        }
+        if (!m_Levels.empty()) {
+            MakeBranch(); // of the element that this one is in
+        }
+        if (!m_Levels.empty() && m_Levels.back().m_Part.IsSomewhere()) {
+            m_Skipped = 1;
+            return;
+        }
+        m_Levels.push_back(m_Levels.empty() ? Level{.m_IsBranch = true}
+                                            : Level{.m_Name = name, .m_Part = PartHere(isJumped)});
+        for (; *attributes; attributes += 2) {
+            MakeBranch();
+            if (!m_Levels.back().m_Part.IsSomewhere()) {
+                std::string value;
+                AppendWords(value, attributes[1]);
+                Add(ItemKind::kAttribute,
+                    std::string("@") + attributes[0] + ": " + TakeWords(value));
+            }
+        }
+        if (isJumped) {
+            MakeBranch(); // it is one by what is not seen here
+        }
+    }
+    void AddText(std::string_view text) override {
+        if (m_Skipped == 0) {
+            AppendWords(m_Levels.back().m_Text, text);
+        }
+    }
+    void End() override {
+        if (m_Skipped > 0) {
+            --m_Skipped;
+        } else {
+            EndLevel(m_Parser.PlaceBehind());
+        }
+    }
+
+    XmlParser& Parser() { return m_Parser; }
+    /// What is still open where the text breaks off stays as it is.
+    void EndAll() {
+        while (!m_Levels.empty()) {
+            EndLevel(SIZE_MAX);
+        }
+    }
+
+private:
+    struct Level {
+        std::string m_Name = {};
+        std::string m_Text = {};  ///< since the last element in it
+        bool m_IsBranch = false;  ///< and not one label
+        DocumentPart m_Part = {}; ///< which is left for later
+        size_t m_Row = 0;         ///< the branch's
+    };
+
+    /// Whether what is in the element that begins here is jumped over.
+    bool TakeNext() {
+        const bool isNext = m_Next && m_Next->m_Begin == m_Parser.Place();
+        m_Next = isNext ? m_Places.m_Extents.From(m_Next->m_End) : m_Next;
+        return isNext;
+    }
+    /// What is not in the text is made now, and so is what is little beside the prologue.
+    DocumentPart PartHere(bool isJumped) const {
+        const size_t begin = m_Parser.Place();
+        const bool isLeft =
+            IsTag(m_Places.m_Text, begin) && (isJumped || !m_Places.m_IsPrologueLong);
+        return isLeft ? DocumentPart{begin, SIZE_MAX} : DocumentPart{};
+    }
+    void Add(ItemKind kind, std::string label) {
+        m_Rows.push_back({.m_Label = std::move(label),
+            .m_Kind = kind,
+            .m_Level = uint32_t(m_Levels.size() - 1)});
+    }
+    /// Makes a branch of the last open element, with its text so far as a row; those that it is in
+    /// have become branches before.
+    void MakeBranch() {
+        Level& level = m_Levels.back();
+        if (!level.m_IsBranch) {
+            level.m_IsBranch = true;
+            level.m_Row = m_Rows.size();
+            m_Rows.push_back({.m_Label = level.m_Name,
+                .m_Kind = ItemKind::kElement,
+                .m_Level = uint32_t(m_Levels.size() - 2),
+                .m_IsBranch = true,
+                .m_Part = level.m_Part});
+        }
+        std::string text = TakeWords(level.m_Text);
+        if (!text.empty() && !level.m_Part.IsSomewhere()) {
+            Add(ItemKind::kString, std::move(text));
+        }
+    }
+    void EndLevel(size_t end) {
+        if (m_Levels.back().m_IsBranch) {
+            MakeBranch();
+            Level& level = m_Levels.back();
+            if (level.m_Part.IsSomewhere()) {
+                m_Rows[level.m_Row].m_Part.m_End = end;
+            }
+            m_Levels.pop_back();
+            return;
+        }
+        Level level = std::move(m_Levels.back());
+        m_Levels.pop_back();
+        const std::string text = TakeWords(level.m_Text);
+        Add(ItemKind::kElement,
+            text.empty() ? std::move(level.m_Name) : level.m_Name + ": " + text);
+    }
+
+    const XmlPlaces& m_Places;
+    std::deque<DocumentRow>& m_Rows;
+    XmlParser m_Parser{*this, m_Places.m_IsTrusted};
+    const Extent* m_Next;
+    std::vector<Level> m_Levels;
+    size_t m_Skipped = 0; ///< open elements in one that is left for later
+};
+
+class XmlText final : public DocumentText {
+public:
+    XmlText(std::string text, const IndexOptions& options)
+        : DocumentText(std::move(text)), m_Extents(options.m_Least) {
+        Indexer indexer(m_Text, m_Extents);
+        XmlParser& parser = indexer.Parser();
+        const bool isRead = parser.Read(m_Text, 0, m_Text.size(), options.m_Progress);
+        const bool isOver = isRead && !options.m_IsCut;
+        if (isOver ? !parser.Finish() : parser.HasFault()) {
+            m_Fault = parser.Fault();
+        } else if (!isRead) {
+            m_End = parser.Reached();
+        }
+        m_Prologue = indexer.Prologue();
+        m_IsPrologueLong = m_Prologue > options.m_Least;
+        m_Extents.Finish(m_End);
+    }
+
+    DocumentRows ReadRoot(ReadProgress* progress) const override {
+        DocumentRows rows = Read({0, m_End}, false, progress);
+        if (!m_Fault.empty()) {
+            rows.m_Rows.push_back({.m_Label = m_Fault, .m_Kind = ItemKind::kFault});
+        }
+        return rows;
+    }
+
+    DocumentRows ReadPart(const DocumentPart& part) const override {
+        return Read(part, true, nullptr);
+    }
+
+private:
+    DocumentRows Read(const DocumentPart& part, bool isInElement, ReadProgress* progress) const {
+        DocumentRows rows;
+        const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_Fault.empty()};
+        size_t begin = part.m_Begin;
+        const size_t end = std::min(part.m_End, m_End);
+        const Extent* next = m_Extents.From(isInElement ? begin + 1 : 0);
+        RowMaker maker(places, isInElement, next, rows.m_Rows);
+        XmlParser& parser = maker.Parser();
+        bool isRight = !isInElement || parser.Read(m_Text, 0, m_Prologue);
+        for (; isRight && next && next->m_Begin < end; next = m_Extents.From(begin)) {
+            isRight = parser.Read(m_Text, begin, next->m_Inside, progress);
+            begin = next->m_End;
+        }
+        if (isRight && parser.Read(m_Text, begin, end, progress)) {
+            parser.Finish(); // what is wrong is known, and what is open here reaches to it
+        }
+        maker.EndAll();
+        rows.m_BytesRead = parser.Fed();
+        return rows;
+    }
+
+    Extents m_Extents;
+    size_t m_Prologue = 0;
+    bool m_IsPrologueLong = false;
+};
+
+} // namespace
+
+DocumentTextPtr IndexXml(std::string text, const IndexOptions& options) {
+    return std::make_shared<XmlText>(std::move(text), options);
+}

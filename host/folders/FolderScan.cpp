@@ -1,0 +1,60 @@
+#include "host/folders/FolderScan.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace {
+
+bool LeadsBack(const std::string& path, const FolderPath* step) {
+    struct stat found {};
+    const bool isThere = stat(path.c_str(), &found) == 0;
+    while (isThere && step && !(found.st_dev == step->m_Device && found.st_ino == step->m_Inode)) {
+        step = step->m_Above.get();
+    }
+    return isThere && step;
+}
+
+/// Whether an entry is shown as a folder; what cannot be looked at is shown as a file.
+bool IsFolder(const std::filesystem::directory_entry& entry, const FolderPath* step) {
+    std::error_code unknown;
+    if (!entry.is_directory(unknown)) {
+        return false;
+    }
+    return !entry.is_symlink(unknown) || !LeadsBack(entry.path().string(), step);
+}
+
+bool IsProgram(const std::filesystem::directory_entry& entry) {
+    using std::filesystem::perms;
+    std::error_code unknown;
+    return entry.is_regular_file(unknown) &&
+           (entry.status(unknown).permissions() & perms::owner_exec) != perms::none;
+}
+
+ItemLook LookOf(const std::filesystem::directory_entry& entry, const FolderPath* step) {
+    std::error_code unknown;
+    return {IsFolder(entry, step) ? ItemKind::kFolder
+                                  : KindOfFile(entry.path().filename().string(), IsProgram(entry)),
+        entry.is_symlink(unknown)};
+}
+
+} // namespace
+
+void Identify(const std::string& path, FolderPath& step) {
+    struct stat found {};
+    const bool isThere = stat(path.c_str(), &found) == 0;
+    step.m_Device = isThere ? found.st_dev : 0;
+    step.m_Inode = isThere ? found.st_ino : 0;
+}
+
+FolderScan ScanFolder(const std::string& path, const FolderPath* step, ReadProgress* progress) {
+    FolderScan scan;
+    std::filesystem::directory_iterator place(path, scan.m_Error);
+    while (!scan.m_Error && place != std::filesystem::directory_iterator() &&
+           (!progress || progress->Advance({scan.m_Entries.size(), 0, true}))) {
+        scan.m_Entries.emplace_back(place->path().filename().string(), LookOf(*place, step));
+        place.increment(scan.m_Error);
+    }
+    std::sort(scan.m_Entries.begin(), scan.m_Entries.end());
+    return scan;
+}

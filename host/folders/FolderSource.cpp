@@ -1,0 +1,198 @@
+#include "host/folders/FolderSource.h"
+
+#include "framework/interfaces/TreeInterfaces.h"
+#include "host/data/TextItems.h"
+#include "host/folders/FileItem.h"
+#include "host/text/Text.h"
+
+#include <unordered_map>
+
+namespace {
+
+bool HasLook(IUnknown* item, ItemLook look) {
+    ItemLook found;
+    const auto file = Query<IHostFileItem>(item);
+    return file && file->GetLook(&found) >= 0 && found == look;
+}
+
+} // namespace
+
+int32_t FolderSource::SetFileName(IString* fileName) {
+    return Guarded([&] {
+        m_Path = ToUtf8(CREFString(fileName));
+        RemoveAll();
+        Unwatch();
+        Forget();
+        m_Filled = false;
+        return S_OK;
+    });
+}
+
+int32_t FolderSource::Populate() {
+    return m_Filled ? S_OK : Guarded([&] {
+        Read(0);
+        return m_Filled ? S_OK : E_FAIL;
+    });
+}
+
+int32_t FolderSource::ReadAgain(int32_t newFlags) {
+    return Guarded([&] { return Read(newFlags) ? S_OK : S_FALSE; });
+}
+
+int32_t FolderSource::IsChanged() {
+    const bool isChanged = m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
+    return isChanged || (m_Helpers.m_Scans && m_Helpers.m_Scans->IsOver(this)) ? S_OK : S_FALSE;
+}
+
+/// Before each reading: another folder may have come in the place of the one that was watched.
+void FolderSource::WatchAnew() {
+    const int number = m_Helpers.m_Watch ? m_Helpers.m_Watch->Add(m_Path) : -1;
+    Unwatch();
+    m_WatchNumber = number;
+}
+
+FolderSource::~FolderSource() {
+    Unwatch();
+    Forget();
+}
+
+/// What is being looked for is of no use any more.
+void FolderSource::Forget() {
+    if (m_Helpers.m_Scans) {
+        m_Helpers.m_Scans->Forget(this);
+    }
+    m_IsAwaited = false;
+}
+
+void FolderSource::Unwatch() {
+    if (m_Helpers.m_Watch) {
+        m_Helpers.m_Watch->Remove(std::exchange(m_WatchNumber, -1));
+    }
+}
+
+/// Whether the entries are others now. Until they are all there, nothing is changed.
+bool FolderSource::Read(int32_t newFlags) {
+    if (!m_Helpers.m_Scans) {
+        Prepare();
+        return Take(ScanFolder(m_Path, m_Step.get()), newFlags);
+    }
+    if (auto scan = LookBeside()) {
+        return Take(std::move(*scan), newFlags);
+    }
+    ShowThatItIsRead();
+    return false;
+}
+
+/// What was found, when that is all. What was looked into before a change is looked into again.
+std::optional<FolderScan> FolderSource::LookBeside() {
+    FolderScans& scans = *m_Helpers.m_Scans;
+    const bool isAsked = scans.IsAsked(this);
+    m_IsOutdated |= isAsked && m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
+    if (!isAsked) {
+        Prepare();
+    }
+    auto scan = scans.Ask(this, m_Path, *m_Step);
+    if (scan && std::exchange(m_IsOutdated, false)) {
+        Prepare();
+        scan = scans.Ask(this, m_Path, *m_Step);
+    }
+    return scan;
+}
+
+/// An empty folder would not stay open.
+void FolderSource::ShowThatItIsRead() {
+    if (!m_Filled) {
+        const SmartPtr<IUnknown> leaf(TextLeaf::Make().Get());
+        Replace({{.m_Name = "reading\u2026", .m_Item = leaf, .m_Data = {}}});
+        m_Filled = true;
+        m_IsAwaited = true;
+    }
+}
+
+void FolderSource::Fill(FolderScan scan) {
+    Prepare();
+    Take(std::move(scan), 0);
+}
+
+void FolderSource::Prepare() {
+    if (!m_Step) {
+        m_Step = std::make_shared<FolderPath>(FolderPath{.m_Above = m_Above});
+    }
+    Identify(m_Path, *m_Step);
+    WatchAnew();
+}
+
+bool FolderSource::Take(FolderScan scan, int32_t newFlags) {
+    bool isChanged = false;
+    auto entries = Merge(std::move(scan.m_Entries), newFlags, isChanged);
+    if (scan.m_Error) {
+        NoteFailure(scan.m_Error);
+    }
+    if (isChanged) {
+        Replace(std::move(entries));
+    }
+    m_Filled = (m_Filled && !m_IsAwaited) || !scan.m_Error || !IsEmpty();
+    m_IsAwaited = false;
+    return isChanged;
+}
+
+/// What was found, with the items that there are already. Flag words stay with the names; what has
+/// become a folder, or another one, is closed.
+std::vector<FolderSource::Entry> FolderSource::Merge(
+    std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged) {
+    std::unordered_map<std::string_view, const Entry*> known;
+    for (const Entry& entry : Entries()) {
+        known.emplace(entry.m_Name ? std::string_view(*entry.m_Name) : "", &entry);
+    }
+    std::vector<Entry> merged;
+    merged.reserve(found.size());
+    isChanged = found.size() != Entries().size();
+    for (FolderEntry& each : found) {
+        const auto place = known.find(each.m_Name);
+        const Entry* old = place != known.end() ? place->second : nullptr;
+        const bool isKept = old && HasLook(old->m_Item.Get(), each.m_Look);
+        isChanged = isChanged || !isKept || old != &Entries()[merged.size()];
+        const int32_t flags = old ? old->m_Flags & ~NODE_EXPANDED : newFlags;
+        merged.push_back(
+            isKept ? *old
+                   : Entry{.m_Name = {}, .m_Item = MakeItem(each), .m_Data = {}, .m_Flags = flags});
+        merged.back().m_Name = std::move(each.m_Name);
+    }
+    return merged;
+}
+
+SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
+    if (!found.IsFolder()) {
+        return SmartPtr(FileItem::Make(found.m_Look)->Identity());
+    }
+    const auto folder = Make(m_Path + '/' + found.m_Name, m_Helpers, m_Step, found.m_Look.m_IsLink);
+    return SmartPtr(folder->Identity());
+}
+
+/// A folder that goes while its rows are shown is no failure: it goes from the one above it too,
+/// where there is one.
+void FolderSource::NoteFailure(const std::error_code& error) const {
+    const bool isGone = m_Filled && m_Above && error == std::errc::no_such_file_or_directory;
+    if (m_Helpers.m_Failures && !isGone) {
+        m_Helpers.m_Failures->Add(m_Path, error.value());
+    }
+}
+
+int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {
+    if (!value) {
+        return E_POINTER;
+    }
+    *value = selector == CONTENTSTATE_ARCHIVE && m_Filled ? 1 : 0;
+    return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+}
+
+int32_t FolderSource::GetLook(ItemLook* look) {
+    *look = {ItemKind::kFolder, m_IsLink};
+    return S_OK;
+}
+
+int32_t FolderSource::Render(
+    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
+    DrawItemPicture(canvas, rect, {ItemKind::kFolder, m_IsLink});
+    return S_OK;
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "framework/interfaces/DrawingInterfaces.h"
+#include "framework/interfaces/FileInterfaces.h"
+#include "host/components/CreatableString.h"
+#include "host/data/SuperCollection.h"
+#include "host/folders/FolderScans.h"
+#include "host/folders/FolderWatch.h"
+#include "host/reading/ReadFailures.h"
+
+#include <string>
+
+/// What the folders of one tree share; each may be null.
+struct FolderHelpers {
+    ReadFailuresPtr m_Failures = {}; ///< hears of what cannot be read
+    FolderWatchPtr m_Watch = {};     ///< watches what was read
+    FolderScansPtr m_Scans = {};     ///< looks into what takes long, meanwhile
+};
+
+/// A folder of the file system as a collection, read when it is asked to: folders first, each kind
+/// by name in the order of the program's locale. A linked folder is one too, unless it leads back
+/// to a folder on its own path: that one is shown as a file. A folder that cannot be read stays
+/// empty, and one that is gone when it is read again becomes so. Where looking into it takes long
+/// it goes on beside: one that was never read has a single row meanwhile that says so, and another
+/// one stays as it was. It counts as changed when that is over.
+class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion,
+                               IFileArchive, IRenderableObject, IHostFileItem, IHostFolder> {
+public:
+    static constexpr const char* kKind = "FolderSource";
+
+    FolderSource() = default;
+    /// `path` as the system has it, which need not be UTF-8.
+    explicit FolderSource(std::string path, FolderHelpers helpers = {},
+        FolderPathPtr above = nullptr, bool isLink = false)
+        : m_Path(std::move(path)), m_Helpers(std::move(helpers)), m_Above(std::move(above)),
+          m_IsLink(isLink) {}
+    ~FolderSource();
+
+    /// Takes what was found in the folder instead of looking into it. Throws when memory runs out.
+    void Fill(FolderScan scan);
+
+    int32_t SetFileName(IString* fileName) override;
+    /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again.
+    int32_t Populate() override;
+    int32_t GetContentState(int32_t selector, int32_t* value) override;
+
+    int32_t ReadAgain(int32_t newFlags) override;
+    int32_t IsChanged() override;
+    int32_t GetPath(IString** path) override { return HandOutString(m_Path, path); }
+    int32_t GetLook(ItemLook* look) override;
+    int32_t Render(
+        UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;
+
+private:
+    bool Read(int32_t newFlags);
+    std::optional<FolderScan> LookBeside();
+    void ShowThatItIsRead();
+    void Prepare();
+    bool Take(FolderScan scan, int32_t newFlags);
+    std::vector<Entry> Merge(std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged);
+    SmartPtr<IUnknown> MakeItem(const FolderEntry& found) const;
+    void WatchAnew();
+    void Unwatch();
+    void Forget();
+    void NoteFailure(const std::error_code& error) const;
+
+    std::string m_Path;
+    FolderHelpers m_Helpers;
+    FolderPathPtr m_Above;
+    std::shared_ptr<FolderPath> m_Step; ///< this folder, for those below; from the first reading on
+    int m_WatchNumber = -1;
+    bool m_IsLink = false; ///< reached by a link, and drawn as one
+    bool m_Filled = false;
+    bool m_IsAwaited = false;  ///< by nothing but the row that says so
+    bool m_IsOutdated = false; ///< it changed while it was looked into
+};

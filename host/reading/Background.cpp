@@ -1,0 +1,99 @@
+#include "host/reading/Background.h"
+
+#include "host/reading/QuietThread.h"
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+int MakeSignal() {
+    return eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+}
+
+/// Makes it unreadable until it is written to again.
+void Drain(int signal) {
+    eventfd_t unused = 0;
+    eventfd_read(signal, &unused);
+}
+
+} // namespace
+
+BackgroundWork::BackgroundWork(Work work)
+    : m_News(MakeSignal()), m_Call(MakeSignal()), m_Text(ToText({})) {
+    m_Thread = StartQuietThread([this, work = std::move(work)] { Run(work); });
+}
+
+BackgroundWork::~BackgroundWork() {
+    {
+        const std::lock_guard lock(m_Mutex);
+        m_IsLeft = true;
+        eventfd_write(m_Call, 1);
+    }
+    m_Thread.join();
+    close(m_News);
+    close(m_Call);
+}
+
+std::string BackgroundWork::TakeNews() {
+    const std::lock_guard lock(m_Mutex);
+    Drain(m_News);
+    return m_IsOver ? "" : m_Text;
+}
+
+bool BackgroundWork::WaitFor(std::chrono::milliseconds patience) {
+    std::unique_lock lock(m_Mutex);
+    return m_Ended.wait_for(lock, patience, [this] { return m_IsOver; });
+}
+
+void BackgroundWork::Stop() {
+    const std::lock_guard lock(m_Mutex);
+    m_IsStopWanted = true;
+    eventfd_write(m_Call, 1);
+}
+
+bool BackgroundWork::WasStopped() const {
+    const std::lock_guard lock(m_Mutex);
+    return m_IsStopped;
+}
+
+void BackgroundWork::Check() {
+    const std::lock_guard lock(m_Mutex);
+    if (m_Failure) {
+        std::rethrow_exception(std::exchange(m_Failure, nullptr));
+    }
+}
+
+/// On the thread, as what follows.
+void BackgroundWork::Run(const Work& work) {
+    std::exception_ptr failure;
+    try {
+        work(*this);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    const std::lock_guard lock(m_Mutex);
+    m_Failure = std::move(failure);
+    m_IsOver = true;
+    m_Ended.notify_all();
+    eventfd_write(m_News, 1);
+}
+
+bool BackgroundWork::Advance(const ReadState& state) {
+    std::string text = ToText(state);
+    const std::lock_guard lock(m_Mutex);
+    if (m_Text != text) {
+        m_Text = std::move(text);
+        eventfd_write(m_News, 1);
+    }
+    if (m_IsLeft) {
+        return false;
+    }
+    if (std::exchange(m_IsStopWanted, false)) {
+        Drain(m_Call);
+        m_IsStopped = true;
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,137 @@
+#include "host/sources/Source.h"
+
+#include "host/documents/DocumentBranch.h"
+#include "host/documents/JsonSource.h"
+#include "host/documents/XmlSource.h"
+#include "host/reading/ReadBytes.h"
+#include "host/sources/ArchiveSource.h"
+#include "host/sources/OutlineSource.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <sstream>
+
+namespace {
+
+/// One that cannot be read is shown empty.
+SourceMaker ReadFolder(const std::string& path, ReadProgress* progress) {
+    FolderPath step;
+    Identify(path, step);
+    const auto scan = std::make_shared<FolderScan>(ScanFolder(path, &step, progress));
+    return [path, scan](const FolderHelpers& helpers) {
+        const auto folder = FolderSource::Make(path, helpers);
+        folder->Fill(std::move(*scan));
+        return SmartPtr<ISuperCollection>(folder.Get());
+    };
+}
+
+SourceKind KindByContent(std::string_view text) {
+    constexpr std::string_view kXml[] = {
+        "<", "\xEF\xBB\xBF<", {"\xFF\xFE<", 3}, {"\xFE\xFF\0<", 4}};
+    const auto begins = [&](std::string_view mark) { return text.starts_with(mark); };
+    if (IsArchive({"", text})) {
+        return SourceKind::kArchive;
+    }
+    if (std::any_of(std::begin(kXml), std::end(kXml), begins)) {
+        return SourceKind::kXml;
+    }
+    return begins("{") || begins("[") ? SourceKind::kJson : SourceKind::kOutline;
+}
+
+/// What is wrong with an outline is that memory does not hold it.
+SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgress* progress) {
+    const size_t size = text.size();
+    std::istringstream lines(std::move(text));
+    auto tree = ReadOutline(lines, progress, size);
+    return [tree, name, isAll = !lines.bad()](const FolderHelpers& helpers) {
+        if (!isAll) {
+            helpers.m_Failures->Add(name, ENOMEM);
+        }
+        return tree;
+    };
+}
+
+/// Names what is wrong with a tree.
+SourceMaker WithFault(TreeMaker make, const std::string& name, const std::string& fault) {
+    return [make = std::move(make), name, fault](const FolderHelpers& helpers) {
+        if (!fault.empty()) {
+            helpers.m_Failures->AddFault(name, fault);
+        }
+        return make();
+    };
+}
+
+SourceMaker ReadDocument(
+    const DocumentTextPtr& text, const std::string& name, ReadProgress* progress) {
+    LaterHalf over(progress, true);
+    const auto rows = std::make_shared<DocumentRows>(text->ReadRoot(&over));
+    const auto make = [text, rows] { return DocumentBranch::MakeRoot(text, std::move(*rows)); };
+    return WithFault(make, name, text->Fault());
+}
+
+/// Goes through what was in a file, which is named as `name`.
+SourceMaker ReadKind(
+    SourceKind kind, ReadBytes bytes, const std::string& name, ReadProgress* progress) {
+    LaterHalf half(progress);
+    const IndexOptions options{.m_Progress = &half, .m_IsCut = bytes.m_IsCut};
+    switch (kind == SourceKind::kByContent ? KindByContent(bytes.m_Text) : kind) {
+    case SourceKind::kArchive: {
+        std::string fault;
+        auto make = ReadArchive({"", bytes.m_Text}, fault, &half);
+        return WithFault(std::move(make), name, fault);
+    }
+    case SourceKind::kJson:
+        return ReadDocument(IndexJson(std::move(bytes.m_Text), options), name, progress);
+    case SourceKind::kXml:
+        return ReadDocument(IndexXml(std::move(bytes.m_Text), options), name, progress);
+    default:
+        return ReadOutlineText(std::move(bytes.m_Text), name, &half);
+    }
+}
+
+/// An archive's file is read only where its list is.
+SourceMaker ReadArchiveFile(const std::string& path, ReadProgress* progress) {
+    std::string fault;
+    auto make = ReadArchive({path}, fault, progress);
+    return WithFault(std::move(make), path, fault);
+}
+
+SourceMaker ReadFile(
+    const std::string& path, const std::string& name, SourceKind kind, ReadProgress* progress) {
+    ReadBytes bytes = ByteSource(path).Read(progress);
+    const int error = bytes.m_Error;
+    const SourceMaker make = ReadKind(kind, std::move(bytes), name, progress);
+    return [error, name, make](const FolderHelpers& helpers) {
+        if (error != 0) {
+            helpers.m_Failures->Add(name, error);
+        }
+        return make(helpers);
+    };
+}
+
+} // namespace
+
+SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* progress) {
+    if (path == "-") {
+        return ReadFile(path, "standard input", kind, progress);
+    }
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) {
+        throw SourceMissing("cannot open " + path + ": " + error.message());
+    }
+    if (std::filesystem::is_directory(status)) {
+        return ReadFolder(path, progress);
+    }
+    // What is no regular file, a pipe for one, can be read only once.
+    const bool isArchive =
+        std::filesystem::is_regular_file(status) &&
+        (kind == SourceKind::kArchive || (kind == SourceKind::kByContent && IsArchive({path})));
+    return isArchive ? ReadArchiveFile(path, progress) : ReadFile(path, path, kind, progress);
+}
+
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
+    SourceKind kind, const FolderWatchPtr& watch, ReadProgress* progress) {
+    return ReadSource(path, kind, progress)({failures, watch});
+}

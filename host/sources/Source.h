@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/folders/FolderSource.h"
+#include "host/reading/Background.h"
+#include "host/reading/ReadProgress.h"
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+/// There is no such input.
+struct SourceMissing : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// How a text is read.
+enum class SourceKind {
+    kByContent, ///< as what it is or begins as, or else as an outline
+    kOutline,
+    kJson, ///< or JSON Lines
+    kXml,
+    kArchive ///< tar, compressed or not, zip or 7z
+};
+
+/// Makes the tree of a source that was read, once, on the thread of host objects. What cannot be
+/// read, now or when a folder is opened, is missing from the tree and named in the failures.
+/// Folders that are read are watched. Throws when memory runs out.
+using SourceMaker = std::function<SmartPtr<ISuperCollection>(const FolderHelpers& helpers)>;
+
+/// Reads a source on a thread of its own.
+using BackgroundReading = Background<SourceMaker>;
+
+/// Reads what is behind a path: the first level of a folder; a file; or standard input for "-". Any
+/// thread may do so. `progress` may be null. Throws SourceMissing for what does not exist, and
+/// std::bad_alloc.
+SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* progress);
+
+/// The same at once.
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
+    SourceKind kind = SourceKind::kByContent, const FolderWatchPtr& watch = nullptr,
+    ReadProgress* progress = nullptr);
