@@ -128,7 +128,10 @@ SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* p
     const bool isArchive =
         std::filesystem::is_regular_file(status) &&
         (kind == SourceKind::kArchive || (kind == SourceKind::kByContent && IsArchive({path})));
-    return isArchive ? ReadArchiveFile(path, progress) : ReadFile(path, path, kind, progress);
+    if (isArchive) {
+        return ReadArchiveFile(path, progress);
+    }
+    return ReadFile(path, path, kind, progress);
 }
 
 SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
