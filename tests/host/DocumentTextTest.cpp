@@ -230,10 +230,10 @@ TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
         const auto stopped = index(text, {.m_Progress = &patience});
         const auto cut = index(text, {.m_IsCut = true});
         EXPECT_EQ(stopped->Fault() + cut->Fault(), "");
-        const auto count = [&](const DocumentText& each) {
+        const auto count = [prefix = row](const DocumentText& each) {
             const Rows rows = OpenAll(each);
             return size_t(std::count_if(rows.begin(), rows.end(),
-                [&](const std::string& shown) { return shown.starts_with(row); }));
+                [&](const std::string& shown) { return shown.starts_with(prefix); }));
         };
         EXPECT_GT(count(*stopped), 0U);
         EXPECT_LT(count(*stopped), kCount);
