@@ -20,6 +20,18 @@ void Drain(int signal) {
 
 } // namespace
 
+/// What the reading hears and is asked by.
+class BackgroundWork::Progress final : public ReadProgress {
+public:
+    explicit Progress(BackgroundWork& work) : m_Work(work) {}
+
+    bool Advance(const ReadState& state) override { return m_Work.Advance(state); }
+    int Descriptor() const override { return m_Work.m_Call; }
+
+private:
+    BackgroundWork& m_Work;
+};
+
 BackgroundWork::BackgroundWork(Work work)
     : m_News(MakeSignal()), m_Call(MakeSignal()), m_Text(ToText({})) {
     m_Thread = StartQuietThread([this, work = std::move(work)] { Run(work); });
@@ -68,8 +80,9 @@ void BackgroundWork::Check() {
 /// On the thread, as what follows.
 void BackgroundWork::Run(const Work& work) {
     std::exception_ptr failure;
+    Progress progress(*this);
     try {
-        work(*this);
+        work(progress);
     } catch (...) {
         failure = std::current_exception();
     }

@@ -12,10 +12,10 @@
 #include <utility>
 
 /// Reads on a thread of its own, which uses no object that others know. Its end, the destructor,
-/// does not wait for more than the next step of the reading.
-class BackgroundWork : private ReadProgress {
+/// does not wait for more than the next step of the reading. Nothing in it is virtual: the thread
+/// runs before all of the object is made.
+class BackgroundWork {
 public:
-    ~BackgroundWork() override;
     BackgroundWork(const BackgroundWork&) = delete;
     BackgroundWork& operator=(const BackgroundWork&) = delete;
 
@@ -37,14 +37,16 @@ protected:
 
     /// Starts. Throws std::system_error.
     explicit BackgroundWork(Work work);
+    ~BackgroundWork();
 
     /// After the end: throws what the work has thrown, once.
     void Check();
 
 private:
+    class Progress;
+
     void Run(const Work& work);
-    bool Advance(const ReadState& state) override;
-    int Descriptor() const override { return m_Call; }
+    bool Advance(const ReadState& state);
 
     int m_News;                 ///< readable for the one thread
     int m_Call;                 ///< and for the other, when it is to ask
@@ -69,9 +71,9 @@ template <class Result>
 class Background final : private BackgroundResult<Result>, public BackgroundWork {
 public:
     /// Starts. Throws std::system_error.
-    explicit Background(std::function<Result(::ReadProgress& progress)> work)
+    explicit Background(std::function<Result(ReadProgress& progress)> work)
         : BackgroundWork([this, work = std::move(work)](
-                             ::ReadProgress& progress) { this->m_Result = work(progress); }) {}
+                             ReadProgress& progress) { this->m_Result = work(progress); }) {}
 
     /// What was read, once, after the end. Throws what the work has thrown.
     Result Take() {
