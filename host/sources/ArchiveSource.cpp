@@ -206,8 +206,9 @@ bool IsArchive(const ArchivePlace& place) {
 
 TreeMaker ReadArchive(const ArchivePlace& place, std::string& fault, ReadProgress* progress) {
     std::error_code unknown;
-    const size_t size = place.m_Path.empty() ? place.m_Bytes.size()
-                                             : std::filesystem::file_size(place.m_Path, unknown);
+    const auto size = static_cast<size_t>(place.m_Path.empty()
+                                              ? place.m_Bytes.size()
+                                              : std::filesystem::file_size(place.m_Path, unknown));
     const auto members = std::make_shared<Members>();
     fault = Reader(place).Read(*members, progress, unknown ? 0 : size);
     return [members, fault] {
