@@ -6,10 +6,6 @@
 #include "host/text/Text.h"
 
 #include <dlfcn.h>
-#include <malloc.h>
-
-/// There in programs under AddressSanitizer and its like only, where mallinfo2 knows nothing.
-extern "C" __attribute__((weak)) size_t __sanitizer_get_current_allocated_bytes();
 
 Stage::Stage(const Subject& subject) : m_Subject(subject), m_Host(subject.m_Host) {
     // The descriptions behind the program's own strings and variants stay until it ends.
@@ -88,16 +84,4 @@ std::map<std::string, IID> InterfacesOf(IUnknown* object) {
 int32_t CountOf(IUnknown* object) {
     object->AddRef();
     return object->Release();
-}
-
-bool IsSanitized() {
-    return __sanitizer_get_current_allocated_bytes != nullptr;
-}
-
-size_t MemoryInUse() {
-    if (IsSanitized()) {
-        return __sanitizer_get_current_allocated_bytes();
-    }
-    const auto info = mallinfo2();
-    return info.uordblks + info.hblkhd;
 }

@@ -49,10 +49,3 @@ std::map<std::string, IID> InterfacesOf(IUnknown* object);
 
 /// The references to an object, as it counts them itself.
 int32_t CountOf(IUnknown* object);
-
-/// The bytes of memory in use by the whole process.
-size_t MemoryInUse();
-
-/// Whether the process runs under AddressSanitizer or its like, which keeps some memory of its own
-/// for each library that is loaded.
-bool IsSanitized();

@@ -1,4 +1,5 @@
 #include "app/validate/Exports.h"
+#include "app/validate/Growth.h"
 #include "app/validate/Stage.h"
 #include "framework/Interfaces.h"
 #include "host/text/Text.h"
@@ -12,8 +13,6 @@ namespace {
 
 constexpr const char* kInitialize = "_Z16InitializeModulePvP20IComponentCollection";
 constexpr int kLoads = 1000;
-/// What is kept from the first times on is not growth.
-constexpr int kWarmUp = 100;
 
 bool IsOfTheContract(const std::string& name) {
     return name == "CreateFunction" || name == kInitialize || name.starts_with("IID_") ||
@@ -113,19 +112,14 @@ void Unloads(Trial& trial) {
 
 void Loads(Trial& trial) {
     Stage stage(trial.TheSubject());
-    size_t before = 0;
-    for (int turn = 0; turn < kLoads; ++turn) {
-        if (turn == kWarmUp) {
-            before = MemoryInUse();
-        }
+    const int64_t growth = GrowthOfAHundred(kLoads, [&] {
         stage.Load();
         stage.CreateOrThrow().Reset();
         stage.Unload();
-    }
-    const size_t after = MemoryInUse();
-    const int64_t growth = static_cast<int64_t>(after) - static_cast<int64_t>(before);
-    trial.Measure(std::to_string(kLoads) + " loads, " + std::to_string(growth) + " bytes more");
-    trial.Expect(IsSanitized() || growth < kLoads - kWarmUp, "memory grows with every load");
+    });
+    trial.Measure(
+        std::to_string(kLoads) + " loads, " + std::to_string(growth) + " bytes more a hundred");
+    trial.Expect(IsSanitized() || !IsGrowth(growth), "memory grows with every load");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "app/faults/FailingNew.h"
 #include "app/validate/Candidate.h"
+#include "app/validate/Growth.h"
 #include "app/validate/Scenario.h"
 #include "framework/runtime/Components.h"
 #include "framework/support/REFString.h"
@@ -16,7 +17,6 @@
 namespace {
 
 constexpr int kCreations = 10'000;
-constexpr int kWarmUp = 100;
 
 std::string Sentence(const std::string& subject, const char* verb, const std::string& object) {
     std::string text = subject;
@@ -195,17 +195,10 @@ void HalfWay(Trial& trial) {
 void Creations(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    size_t before = 0;
-    for (int turn = 0; turn < kCreations; ++turn) {
-        if (turn == kWarmUp) {
-            before = MemoryInUse();
-        }
-        stage.CreateOrThrow().Reset();
-    }
-    const int64_t growth = static_cast<int64_t>(MemoryInUse()) - static_cast<int64_t>(before);
-    trial.Measure(
-        std::to_string(kCreations) + " creations, " + std::to_string(growth) + " bytes more");
-    trial.Expect(growth < kCreations - kWarmUp, "memory grows with every object");
+    const int64_t growth = GrowthOfAHundred(kCreations, [&] { stage.CreateOrThrow().Reset(); });
+    trial.Measure(std::to_string(kCreations) + " creations, " + std::to_string(growth) +
+                  " bytes more a hundred");
+    trial.Expect(!IsGrowth(growth), "memory grows with every object");
 }
 
 /// Uses a new object of a newly loaded module, if it can be made. Answers how many references to
