@@ -166,6 +166,30 @@ TEST_F(FolderWindowTest, FolderIsShownAsItIsNowWithoutAKeyAndWithF5) {
     EXPECT_EQ(m_Window->Wait(), 0);
 }
 
+TEST_F(FolderWindowTest, TenThousandFilesThatComeGoAndAreRenamedEndAsTheyAre) {
+    constexpr int kFiles = 10'000;
+    const auto file = [&](const char* kind, int number) {
+        return m_Folder / ("shown/" + (kind + std::to_string(100'000 + number)));
+    };
+    for (int number = 0; number < kFiles; ++number) {
+        std::ofstream(file("made", number)).close();
+        if (number % 3 == 0) {
+            std::filesystem::rename(file("made", number), file("renamed", number));
+        }
+    }
+    for (int number = 1; number < kFiles; number += 3) {
+        std::filesystem::remove(file("made", number));
+    }
+    const std::string isSeen = m_Folder / "seen";
+    Program hand("sh -c 'until [ -e " + isSeen + " ]; do xdotool key End key Home; done'");
+    EXPECT_TRUE(m_Window->WaitFor("index=6666 action=none node=\"renamed109999\""));
+    EXPECT_TRUE(m_Window->WaitFor("index=0 action=none node=\"made100002\""));
+    std::ofstream(isSeen).close();
+    hand.Wait();
+    Do("key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
 TEST_F(PipeWindowTest, EscapeShowsWhatWasReadUntilThen) {
     Do("key F2 type 44");
     Expect("key Return", "set 4 44 -> 0"); // there is a window that answers, meanwhile
