@@ -11,6 +11,8 @@ struct Probe final : Component<Probe> {
     void FinalRelease() override { gLog += "final "; }
 };
 
+struct Plain final : Component<Plain> {};
+
 } // namespace
 
 TEST(Creation, FailingStepDestroysTheObjectOnceAndIsReported) {
@@ -28,4 +30,11 @@ TEST(Creation, FailingStepDestroysTheObjectOnceAndIsReported) {
         object.Reset();
         EXPECT_EQ(gLog, "final destroyed ") << status;
     }
+}
+
+TEST(Creation, ClassThatAddsNothingOfItsOwnIsMade) {
+    SmartPtr<IUnknown> object;
+    IID wanted = IID_IUnknown;
+    EXPECT_EQ(Plain::_CreateInstance(nullptr, &wanted, object.ReceiveAny()), S_OK);
+    EXPECT_TRUE(object);
 }

@@ -38,6 +38,7 @@ TEST_F(EntryTest, ControlRunsWithoutAnyComponent) {
     TreeTest::SetUp();
     SmartPtr<IUnknown> node;
     EXPECT_EQ(m_Tree->get_Collection(node.Receive()), E_INVALIDARG);
+    EXPECT_EQ(m_Tree->put_Node(0, 0, 0, m_Blind->Identity()), E_INVALIDARG) << "nowhere to put it";
     Bind("A\n a\nB");
     EXPECT_EQ(m_Tree->Control(115, 1), E_FAIL);
     CANVASRect rect = {0, 0, 100, 100};

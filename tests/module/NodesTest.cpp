@@ -90,6 +90,8 @@ TEST_F(NodesTest, NodesAreInsertedAtARowOrAppendedToTheRootItems) {
     Place place = Find("a2");
     EXPECT_EQ(place.index--, 2) << "the new node took the place of a2";
     EXPECT_EQ(place.Flags(), 0x101);
+    EXPECT_EQ(m_Tree->put_Node(0, 0, 0, m_Blind->Identity()), S_OK);
+    EXPECT_TRUE((Place{m_Root, 0}.Item() == m_Blind->Identity())) << "row 0 is a row";
 
     Bind("A\n a1\n a2\nB\nC");
     const std::pair<SmartPtr<IUnknown>, int> references[] = {
