@@ -36,10 +36,11 @@ void TreeWindow::Run() {
 
 /// False when there is something to do without one.
 bool TreeWindow::WaitForEvent(SDL_Event& event) {
-    const auto picture = m_Session.UntilNextPicture();
-    const auto input = m_Input.UntilNext();
-    if (picture || input) {
-        const int64_t patience = std::min(picture.value_or(INT_MAX), input.value_or(INT_MAX));
+    int64_t patience = INT_MAX;
+    for (const auto until : {m_Session.UntilNextPicture(), m_Input.UntilNext(), UntilFolders()}) {
+        patience = std::min(patience, until.value_or(INT_MAX));
+    }
+    if (patience < INT_MAX) {
         return SDL_WaitEventTimeout(&event, static_cast<int>(patience)) != 0;
     }
     if (SDL_WaitEvent(&event) == 0) {
@@ -191,12 +192,29 @@ void TreeWindow::TakeFolderNews() {
         m_Scanned = m_Folders.m_Scans.TakeNews();
         m_ScansWaker.Arm();
     }
-    const bool isWatchHeard = !m_Reading && std::exchange(m_AreFoldersChanged, false);
-    if (isWatchHeard || m_Folders.m_Scans.HasAnswers()) {
-        m_Folders.m_Watch.Take();
-        m_Session.ReadChangedFolders();
-        m_WatchWaker.Arm();
+    if (UntilFolders() == 0 || m_Folders.m_Scans.HasAnswers()) {
+        ReadChangedFolders();
     }
+}
+
+/// However quickly they change, a fifth of the time goes into it at most.
+void TreeWindow::ReadChangedFolders() {
+    constexpr uint64_t kRest = 4;
+    const uint64_t begin = SDL_GetTicks64();
+    m_AreFoldersChanged = false;
+    m_Folders.m_Watch.Take();
+    m_Session.ReadChangedFolders();
+    m_WatchWaker.Arm();
+    const uint64_t end = SDL_GetTicks64();
+    m_FoldersRestUntil = end + kRest * (end - begin);
+}
+
+std::optional<int64_t> TreeWindow::UntilFolders() const {
+    if (m_Reading || !m_AreFoldersChanged) {
+        return {};
+    }
+    const uint64_t now = SDL_GetTicks64();
+    return static_cast<int64_t>(std::max(m_FoldersRestUntil, now) - now);
 }
 
 void TreeWindow::TakeNews() {

@@ -44,6 +44,9 @@ private:
     std::string Status() const;
     bool WaitForEvent(SDL_Event& event);
     void TakeFolderNews();
+    void ReadChangedFolders();
+    /// Milliseconds until changed folders may be read again; empty when none has changed.
+    std::optional<int64_t> UntilFolders() const;
     void TakeNews();
     void Update();
 
@@ -63,6 +66,7 @@ private:
     bool m_IsPanelPressed = false; ///< the button that is held went down on the panel
     bool m_IsSet = false;          ///< something was set of which the control need not tell
     bool m_AreFoldersChanged = false;
+    uint64_t m_FoldersRestUntil = 0; ///< milliseconds of SDL's clock
     bool m_HasScanNews = false;
     std::string m_Scanned;     ///< what is looked into and how far that is, while it is
     bool m_HasNews = false;    ///< of the reading
