@@ -97,7 +97,7 @@ int32_t TokenLength(tagREFString text) {
 /// The position of the first character of `text` that is in the set, or the length.
 int32_t FindAny(tagREFString text, tagREFString characters) {
     if (text.m_Length <= 0 || characters.m_Length <= 0) {
-        return std::max(text.m_Length, 0);
+        return text.m_Length;
     }
     const wchar_t* found = std::find_first_of(text.m_String, text.m_String + text.m_Length,
         characters.m_String, characters.m_String + characters.m_Length);

@@ -37,8 +37,9 @@ TEST_F(FileNamesTest, RelativeNamesStartFromTheLastSharedFolder) {
         {L"C:\\a\\b\\c/d", L"C:\\a\\f.txt", L"..\\..\\..\\f.txt"},
         {L"C:\\a", L"C:\\a\\f.txt", L"f.txt"}, {L"c:\\A\\B", L"C:\\a\\b\\x", L"x"},
         {L"/opt/app/bin", L"/opt/app/", L"..\\"}, {L"C:\\a\\b", L"C:\\a\\b", L"..\\b"},
-        {L"C:\\ab", L"C:\\a\\f.txt", nullptr}, {L"/opt/app/bin", L"/opt/apple/x", nullptr},
-        {L"", L"C:\\a\\b", nullptr}, {L"C:\\a\\b", L"", nullptr}, {nullptr, nullptr, nullptr}};
+        {L"C:\\ab", L"C:\\a\\f.txt", nullptr}, {L"D:\\a\\b", L"C:\\a\\b\\f.txt", nullptr},
+        {L"/opt/app/bin", L"/opt/apple/x", nullptr}, {L"", L"C:\\a\\b", nullptr},
+        {L"C:\\a\\b", L"", nullptr}, {nullptr, nullptr, nullptr}};
     for (const auto& [base, path, relative] : cases) {
         const auto from = Adopt(base ? ISCreate(base) : nullptr);
         const auto to = Adopt(path ? ISCreate(path) : nullptr);

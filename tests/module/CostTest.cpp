@@ -126,25 +126,29 @@ protected:
 TEST_F(CostTest, EveryOperationMakesSoManyCallsOfTheHostAndNoMore) {
     SmartPtr<IUnknown> node;
     CANVASRect rect = kRect;
-    constexpr size_t kOperations = 5;
+    constexpr size_t kOperations = 6;
     const std::function<void()> operations[kOperations] = {[&] { Draw(kRect); },
         [&] { m_Tree->HitTest(50, 15, &rect, node.Receive()); },
         [&] { m_Tree->HitTest(50, 35, &rect, node.Receive()); },
         [&] { (Pointer(1, 3, 0, 50, 5, kRect), Pointer(1, 2, 1, 50, 5, kRect)); },
-        [&] { m_Tree->MakeNodeVisible(m_Root.Get(), 0); }};
+        [&] { m_Tree->MakeNodeVisible(m_Root.Get(), 0); },
+        [&] { m_Tree->put_Collection(m_Root.Get()); }};
     const struct {
         const char* m_Tree;
         bool m_IsVouched;
-        Calls m_Calls[kOperations]; ///< picture, two hits, click, opening
+        Calls m_Calls[kOperations]; ///< picture, two hits, click, opening, binding
     } cases[] = {
-        {"small", false, {{20, 32, 0}, {19, 16, 0}, {12, 11, 0}, {33, 32, 4}, {9, 7, 6}}},
-        {"small", true, {{9, 21, 0}, {8, 5, 0}, {1, 0, 0}, {11, 10, 4}, {9, 7, 6}}},
-        {"deep", false, {{106, 160, 0}, {102, 133, 0}, {108, 141, 0}, {202, 266, 3}, {6, 7, 3}}},
-        {"deep", true, {{10, 32, 0}, {6, 5, 0}, {12, 13, 0}, {10, 10, 3}, {6, 7, 3}}},
+        {"small", false,
+            {{20, 32, 0}, {19, 16, 0}, {12, 11, 0}, {33, 32, 4}, {9, 7, 6}, {1, 2, 3}}},
+        {"small", true, {{9, 21, 0}, {8, 5, 0}, {1, 0, 0}, {11, 10, 4}, {9, 7, 6}, {1, 2, 3}}},
+        {"deep", false,
+            {{106, 160, 0}, {102, 133, 0}, {108, 141, 0}, {202, 266, 3}, {6, 7, 3}, {1, 2, 1}}},
+        {"deep", true, {{10, 32, 0}, {6, 5, 0}, {12, 13, 0}, {10, 10, 3}, {6, 7, 3}, {1, 2, 1}}},
         {"wide", false,
             {{20011, 30028, 0}, {20006, 30003, 0}, {20010, 30009, 0}, {40010, 60010, 2},
-                {10003, 7, 10001}}},
-        {"wide", true, {{10, 28, 0}, {5, 3, 0}, {9, 9, 0}, {8, 10, 2}, {10003, 7, 10001}}},
+                {10003, 7, 10001}, {1, 2, 10000}}},
+        {"wide", true,
+            {{10, 28, 0}, {5, 3, 0}, {9, 9, 0}, {8, 10, 2}, {10003, 7, 10001}, {1, 2, 10000}}},
     };
     for (const auto& [tree, isVouched, calls] : cases) {
         for (size_t i = 0; i < kOperations; ++i) {

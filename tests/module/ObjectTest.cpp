@@ -100,9 +100,17 @@ TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     As<IParent>()->put_Parent(makeMortal("parent")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal("open")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(171, makeMortal("closed")->Identity());
-    As<IEventSource>()->Advise(makeMortal("listener")->Identity(), 1);
+    const auto logHelpers = [&log](const char* name) {
+        return MakeMortal([&log, name] {
+            log += name;
+            for (const char* kind : {"TextRenderer", "RenderStyle", "ScrollBar"}) {
+                log += ' ' + std::to_string(LiveObjects()[kind]);
+            }
+        });
+    };
+    As<IEventSource>()->Advise(logHelpers("listener")->Identity(), 1);
     m_Tree.Reset();
-    EXPECT_EQ(log, "data pressed closed open parent listener ");
+    EXPECT_EQ(log, "data pressed closed open parent listener 0 0 0") << "its helpers are gone";
 }
 
 TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {

@@ -1,5 +1,7 @@
 #include "tests/support/TreeTest.h"
 
+#include <memory>
+
 // What a listener does while it is called must not harm the control: every event, times everything
 // that a listener may do.
 
@@ -95,4 +97,20 @@ TEST_F(ReentryTest, ListenerMayDoAnythingWhileItIsCalled) {
             }
         }
     }
+}
+
+TEST_F(ReentryTest, ListenerThatGoesWithTheControlMayStillAskIt) {
+    TreeTest::SetUp();
+    IUITree* control = m_Tree.Get();
+    int32_t status = E_FAIL;
+    auto asking = std::shared_ptr<void>(nullptr, [&](void*) {
+        int32_t useDefaults = 0;
+        status = control->Inquire(105, &useDefaults);
+    });
+    auto listener = Listener::Make();
+    listener->m_Reaction = [kept = std::move(asking)](const Listener::Event&) {};
+    Advise(listener->Identity(), 1);
+    listener.Reset();
+    m_Tree.Reset();
+    EXPECT_GE(status, S_OK) << "its parameters are still there";
 }
