@@ -57,9 +57,9 @@ size_t SharedLength(std::wstring_view base, std::wstring_view path) {
 std::wstring_view GoUp(std::wstring_view folder, size_t levels) {
     constexpr size_t kShortestPrefix = 3;
     size_t found = 0;
-    for (size_t i = folder.size(); levels > 0 && i-- > 1;) {
+    for (size_t i = folder.size(); levels > 0 && i-- > kShortestPrefix;) {
         if (folder[i] == L'/' && ++found == levels) {
-            return i >= kShortestPrefix ? folder.substr(0, i) : folder;
+            return folder.substr(0, i);
         }
     }
     return folder;
