@@ -1,3 +1,4 @@
+#include "app/faults/FailingNew.h"
 #include "tests/framework/SettingsTest.h"
 
 #include <bit>
@@ -63,6 +64,10 @@ TEST_F(ParameterTableTest, TextsObjectsDoublesAndEnumerationsAreExchanged) {
     EXPECT_EQ(m_Settings->ControlEx(kDouble, thing->Identity()), E_FAIL);
     EXPECT_EQ(m_Settings->InquireEx(kDouble, value.Receive()), 5);
     EXPECT_EQ(Query<IVariant>(value.Get())->GetDouble(), -0.1);
+    {
+        const FailingNew failing;
+        EXPECT_EQ(m_Settings->InquireEx(kDouble, value.Receive()), E_FAIL);
+    }
     // The table releases the enumeration.
     PROPParameter parameter = {9, PROPTYPE_LONG, &m_Long, 2, {}, 0};
     parameter.m_Enumeration = SmartPtr(thing->Identity()).Detach();

@@ -3,12 +3,13 @@
 #include "framework/support/XMLIndex.h"
 #include "tests/framework/SettingsTest.h"
 
+#include <cstring>
 #include <random>
 
 namespace {
 
-/// A stream of XML whose text is what was written, and of folders that hold nothing. It may do
-/// something whenever it is used.
+/// A stream of XML whose text is what was written, and of folders that hold nothing, or itself as
+/// the parameter and of the type of a number. It may do something whenever it is used.
 struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLStream, IString> {
     static constexpr const char* kKind = "AnyStream";
 
@@ -24,9 +25,17 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
     int32_t WriteObject(IString* entry, IUnknown*, int32_t mode) override {
         return Note(entry, mode);
     }
-    int32_t ReadData(IString*, void*, int32_t, int32_t mode) override { return Use(mode); }
+    int32_t ReadData(IString*, void* data, int32_t size, int32_t mode) override {
+        if (m_Number != 0 && size == sizeof(m_Number)) {
+            std::memcpy(data, &m_Number, sizeof(m_Number));
+        }
+        return Use(mode);
+    }
     int32_t ReadString(IString*, IString*) override { return Use(); }
-    int32_t ReadObject(IString*, IUnknown**, int32_t mode) override { return Use(mode); }
+    int32_t ReadObject(IString*, IUnknown** object, int32_t mode) override {
+        *object = SmartPtr(Identity()).Detach();
+        return Use(mode);
+    }
     int32_t OpenFolder(IVariant* key, int32_t mode, IFolderStream** folder) override {
         const bool exists = !key || key->GetDouble() == 0;
         *folder = SmartPtr<IFolderStream>(this).Detach(); // a failure leaves something, too
@@ -56,6 +65,7 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
     std::wstring m_Text;
     std::optional<HeapText> m_Read;
     std::function<void()> m_OnUse = [] {};
+    int32_t m_Number = 0;
     std::wstring m_Written; ///< the entries in the order of their writing
 };
 
@@ -134,6 +144,9 @@ TEST_F(PersistenceTest, FoldersHoldEveryParameterByteForByteInTheTablesOrder) {
     const auto stream = AnyStream::Make();
     SaveFolders(*m_Settings.Get(), stream.Get());
     EXPECT_TRUE(stream->m_Written.starts_with(L"ID Flags Value ID Flags Value ID Flags Value "));
+    stream->m_Number = 7;
+    LoadFolders(*m_Settings.Get(), stream.Get());
+    EXPECT_EQ(std::exchange(m_Object, {}).Get(), stream->Identity());
 }
 
 TEST_F(PersistenceTest, FoldersAreFoundByTheirNumberAndTypeAndSkippedWithoutThem) {
