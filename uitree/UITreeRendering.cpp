@@ -204,9 +204,7 @@ int32_t CUITree::RenderChildNodes(ISuperCollection* collection, int32_t start, i
     }
     return Perform([&] {
         TreePath path;
-        if (collection) {
-            path.Enter(collection);
-        }
+        path.Enter(collection);
         RowPainter painter(SettingsOf(canvas, client, maxRows));
         return painter.Paint(path, collection, start, rowCounter, &m_IndentWidth);
     });
