@@ -163,12 +163,26 @@ TEST_F(CostTest, EveryOperationMakesSoManyCallsOfTheHostAndNoMore) {
 }
 
 TEST_F(CostTest, RowsFarDownAreReachedFromTheNearestMark) {
-    Show(Branch(10'000, 1), false, true);
-    for (const auto& [position, calls] :
-        std::initializer_list<std::pair<int, Calls>>{{70, {150, 238, 0}}, {5'000, {249, 388, 0}},
-            {5'004, {17, 40, 0}}, {9'990, {533, 814, 0}}, {9'000, {441, 676, 0}}}) {
-        m_Tree->Control(115, position);
-        EXPECT_EQ(CallsOf([&] { Draw(kRect); }), calls) << position;
+    const auto nested = Branch(0, 1);
+    for (int i = 0; i < 100; ++i) {
+        nested->Append("branch", Branch(100, 2)->Identity());
+    }
+    using Pictures = std::vector<std::pair<int, Calls>>; ///< by the first row, in this order
+    const std::pair<SmartPtr<CountingBranch>, Pictures> cases[] = {
+        {Branch(10'000, 1), {{70, {150, 238, 0}}, {5'000, {249, 388, 0}}, {5'004, {17, 40, 0}},
+                                {9'990, {533, 814, 0}}, {9'000, {441, 676, 0}}}},
+        {nested, {{70, {151, 240, 0}}, {5'000, {252, 394, 0}}, {5'004, {19, 45, 0}},
+                     {9'990, {537, 821, 0}}, {9'000, {445, 683, 0}}}}};
+    for (const auto& [root, pictures] : cases) {
+        Show(root, false, true);
+        for (int i = 0; i < 100; ++i) {
+            root->SetItemFlags(i, NODE_VISIBLE | NODE_EXPANDED | 1);
+        }
+        Draw(kRect);
+        for (const auto& [position, calls] : pictures) {
+            m_Tree->Control(115, position);
+            EXPECT_EQ(CallsOf([&] { Draw(kRect); }), calls) << position;
+        }
     }
 }
 

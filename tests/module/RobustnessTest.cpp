@@ -48,6 +48,21 @@ TEST_F(RobustnessTest, RowsThatGoWhileOneIsMarkedAreNotRemembered) {
     EXPECT_EQ(RowCount(), 2);
 }
 
+TEST_F(RobustnessTest, CollectionOfTheVersionOfTheOneBeforeItIsCountedItself) {
+    m_Tree->Control(105, 0);
+    m_Tree->SetElementSize(0, 10);
+    for (const int rows : {1, 5}) {
+        const auto root = FalseWitness::Make();
+        for (int i = 0; i < rows; ++i) {
+            root->Append("leaf", Outline("x").Get());
+        }
+        BindCollection(SmartPtr<ISuperCollection>(root.Get()));
+        CANVASRect rect = {0, 0, 100, 100};
+        SmartPtr<IUnknown> node;
+        EXPECT_EQ(m_Tree->HitTest(5, rows * 10 - 5, &rect, node.Receive()), S_OK) << rows;
+    }
+}
+
 TEST_F(RobustnessTest, CollectionWhoseVersionLiesIsShownAsItWasAndHarmsNobody) {
     const auto root = FalseWitness::Make();
     for (int i = 0; i < 300; ++i) {
