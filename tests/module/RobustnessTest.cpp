@@ -63,6 +63,28 @@ TEST_F(RobustnessTest, CollectionOfTheVersionOfTheOneBeforeItIsCountedItself) {
     }
 }
 
+TEST_F(RobustnessTest, RowIsFoundFromTheRootWhenTheWayToItIsGone) {
+    const auto root = FalseWitness::Make();
+    const auto branch = FalseWitness::Make();
+    root->Append("branch", branch->Identity());
+    for (int i = 0; i < 200; ++i) {
+        branch->Append("leaf", Outline("x").Get());
+        branch->SetItemFlags(i, NODE_VISIBLE | 2);
+        root->Append("leaf", Outline("x").Get());
+    }
+    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
+    m_Tree->Control(105, 0);
+    m_Tree->SetElementSize(0, 10);
+    root->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+    m_Tree->Control(115, 150);
+    CANVASRect rect = {0, 0, 100, 100};
+    Draw(rect);
+    branch->RemoveAll();
+    SmartPtr<IUnknown> node;
+    EXPECT_EQ(m_Tree->HitTest(5, 5, &rect, node.Receive()), S_OK);
+    EXPECT_TRUE((Place{m_Root, 150}.Item() == node.Get()));
+}
+
 TEST_F(RobustnessTest, CollectionWhoseVersionLiesIsShownAsItWasAndHarmsNobody) {
     const auto root = FalseWitness::Make();
     for (int i = 0; i < 300; ++i) {
