@@ -3,7 +3,7 @@
 #include "app/commands/Commands.h"
 #include "app/replay/Script.h"
 #include "app/settings/Palette.h"
-#include "app/view/TreeView.h"
+#include "app/tree/TreeView.h"
 #include "host/components/Module.h"
 #include "host/settings/DocumentError.h"
 #include "host/sources/Source.h"

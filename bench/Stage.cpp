@@ -1,5 +1,6 @@
 #include "bench/Stage.h"
 
+#include "framework/interfaces/TreeProperties.h"
 #include "host/components/HostObject.h"
 
 #include <filesystem>
@@ -10,7 +11,6 @@ constexpr int32_t kWidth = 480;
 constexpr int32_t kHeight = 640;
 constexpr int32_t kRowHeight = 15;
 constexpr int32_t kTextSize = 11;
-constexpr int32_t kScrollPos = 115; // the parameter's number
 
 /// The sizes that all measurements are made with, for the host's own.
 class Sizes final : public HostObject<Sizes, IUIPropInterrogate> {
@@ -48,7 +48,7 @@ int32_t Stage::CountRows() const {
 }
 
 void Stage::ScrollTo(int32_t row) const {
-    m_Tree->Control(kScrollPos, row);
+    m_Tree->Control(PROP_SCROLLPOS, row);
 }
 
 void Stage::Repaint() {

@@ -14,3 +14,4 @@
 #include "framework/interfaces/StreamInterfaces.h"
 #include "framework/interfaces/TextInterfaces.h"
 #include "framework/interfaces/TreeInterfaces.h"
+#include "framework/interfaces/TreeProperties.h"

@@ -5,7 +5,7 @@
 
 #include "app/faults/Gate.h"
 #include "app/replay/Clock.h"
-#include "app/replay/EventLog.h"
+#include "app/session/EventLog.h"
 #include "framework/Interfaces.h"
 #include "fuzz/Input.h"
 #include "host/Host.h"

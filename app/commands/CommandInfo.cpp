@@ -1,7 +1,8 @@
 #include "app/commands/Commands.h"
+#include "app/installation/ControlHost.h"
 #include "app/settings/SettingsPage.h"
-#include "app/view/TreeView.h"
 #include "framework/settings/ParameterTable.h"
+#include "host/components/AnsweredInterfaces.h"
 #include "host/settings/ParameterText.h"
 #include "host/text/Text.h"
 
@@ -11,23 +12,11 @@
 
 namespace {
 
-/// The framework's interfaces that an object answers.
-std::vector<std::string> InterfacesOf(IUnknown* object) {
-    std::vector<std::string> names;
-    const auto test = [&](const char* name, const IID& iid) {
-        if (Adopt(static_cast<IUnknown*>(QueryObject(object, iid)))) {
-            names.emplace_back(name);
-        }
-    };
-#define TEST_INTERFACE(name) test(#name, IID_##name);
-    FRAMEWORK_INTERFACE_NAMES(TEST_INTERFACE)
-#undef TEST_INTERFACE
-    return names;
-}
+using Interfaces = std::map<std::string, IID>;
 
-void PrintText(const std::vector<std::string>& interfaces, const std::vector<Setting>& settings) {
+void PrintText(const Interfaces& interfaces, const std::vector<Setting>& settings) {
     std::cout << "Interfaces\n";
-    for (const std::string& name : interfaces) {
+    for (const auto& [name, iid] : interfaces) {
         std::cout << "  " << name << '\n';
     }
     std::cout
@@ -50,9 +39,12 @@ nlohmann::ordered_json JsonValue(const Setting& setting) {
     return isNumber ? number : nlohmann::ordered_json(setting.m_Value);
 }
 
-void PrintJson(const std::vector<std::string>& interfaces, const std::vector<Setting>& settings) {
+void PrintJson(const Interfaces& interfaces, const std::vector<Setting>& settings) {
     nlohmann::ordered_json info;
-    info["interfaces"] = interfaces;
+    info["interfaces"] = nlohmann::ordered_json::array();
+    for (const auto& [name, iid] : interfaces) {
+        info["interfaces"].push_back(name);
+    }
     info["parameters"] = nlohmann::ordered_json::array();
     for (const Setting& setting : settings) {
         const auto& [number, flags, min, max] = setting.m_Parameter;

@@ -1,9 +1,9 @@
 #include "app/commands/Commands.h"
+#include "app/commands/ReadWithBar.h"
 #include "app/replay/Clock.h"
 #include "app/replay/Script.h"
-#include "app/replay/Session.h"
-#include "app/view/Rows.h"
-#include "app/view/TreeView.h"
+#include "app/session/Session.h"
+#include "app/tree/Rows.h"
 #include "host/sources/Source.h"
 
 #include <cerrno>
@@ -124,7 +124,7 @@ void RunReplay(const ReplayOptions& options) {
     const auto steps = OpenScript(options.m_Script);
     const auto shots = std::filesystem::absolute(options.m_Shots);
 
-    const TreeView view(options.m_Path, 0);
+    const TreeView view = ReadWithBar(options.m_Path, 0);
     Player player(view, size, shots);
     for (const Step& step : steps) {
         player.Play(step);

@@ -1,5 +1,5 @@
 #include "app/commands/Commands.h"
-#include "app/view/TreeView.h"
+#include "app/commands/ReadWithBar.h"
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
@@ -44,7 +44,7 @@ std::string JsonOf(const ShownRow& row) {
 } // namespace
 
 void RunRows(const RowsOptions& options) {
-    const TreeView view(options.m_Path, options.m_Depth, options.m_Kind);
+    const TreeView view = ReadWithBar(options.m_Path, options.m_Depth, options.m_Kind);
     const std::wstring wanted = Lowered(ToWide(options.m_Find));
     bool isFirst = true;
     VisitRows(view.Source(), [&](ISuperCollection* collection, int32_t index, int32_t flags) {

@@ -1,10 +1,10 @@
 #include "app/commands/Commands.h"
 #include "app/settings/Palette.h"
-#include "app/settings/Parameters.h"
 #include "app/settings/SettingsFiles.h"
 #include "app/settings/SettingsPage.h"
-#include "app/view/TreeView.h"
+#include "app/tree/TreeView.h"
 #include "app/window/TreeWindow.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/sources/Source.h"
 
 #include <iostream>
@@ -39,7 +39,7 @@ private:
     std::vector<std::string> Values() const {
         std::vector<std::string> values;
         for (const Setting& setting : SettingsPage(m_Control).List()) {
-            if (setting.m_Parameter.m_Number != PARAMETER_SCROLLPOS) {
+            if (setting.m_Parameter.m_Number != PROP_SCROLLPOS) {
                 values.push_back(setting.m_Value);
             }
         }

@@ -1,7 +1,7 @@
 #include "app/commands/Commands.h"
+#include "app/installation/ControlHost.h"
 #include "app/settings/SettingsFiles.h"
 #include "app/settings/SettingsPage.h"
-#include "app/view/TreeView.h"
 
 #include <filesystem>
 #include <iomanip>

@@ -1,10 +1,10 @@
 #include "app/commands/Commands.h"
+#include "app/commands/ReadWithBar.h"
 #include "app/settings/Palette.h"
 #include "app/settings/Panel.h"
-#include "app/settings/Parameters.h"
 #include "app/settings/SettingsFiles.h"
 #include "app/view/Picture.h"
-#include "app/view/TreeView.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
 
 #include <filesystem>
@@ -35,13 +35,13 @@ void RunShot(const ShotOptions& options) {
     const bool isFile = options.m_Out != "-";
     const std::string file = isFile ? std::filesystem::absolute(options.m_Out).string() : "-";
 
-    const TreeView view(options.m_Path, options.m_Depth, options.m_Kind);
+    const TreeView view = ReadWithBar(options.m_Path, options.m_Depth, options.m_Kind);
     if (!options.m_Document.empty()) {
         LoadDocument(view.Control(), options.m_Document);
     }
     ApplyTheme(view.Control(), options.m_Theme);
     OpenRows(view, options.m_Open);
-    view.Control()->Control(PARAMETER_SCROLLPOS, options.m_Scroll);
+    view.Control()->Control(PROP_SCROLLPOS, options.m_Scroll);
 
     std::optional<Panel> panel;
     if (options.m_Page) {

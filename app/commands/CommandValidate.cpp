@@ -1,7 +1,7 @@
 #include "app/commands/Commands.h"
+#include "app/installation/Installation.h"
 #include "app/validate/Probe.h"
 #include "app/validate/Report.h"
-#include "app/view/Installation.h"
 
 #include <iomanip>
 #include <iostream>

@@ -1,7 +1,7 @@
 #include "app/input/Keyboard.h"
 
-#include "app/settings/Parameters.h"
-#include "app/view/Milliseconds.h"
+#include "app/input/Milliseconds.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
@@ -15,7 +15,7 @@ constexpr std::pair<std::wstring_view, Key> kCommands[] = {
 
 int32_t FirstRowShown(IUITree* tree) {
     int32_t position = 0;
-    tree->Inquire(PARAMETER_SCROLLPOS, &position);
+    tree->Inquire(PROP_SCROLLPOS, &position);
     return position;
 }
 
@@ -23,7 +23,7 @@ void BringIntoView(IUITree* tree, int32_t row, int32_t rowsShown) {
     const int32_t first = FirstRowShown(tree);
     const int32_t wanted = std::clamp(first, std::max(row - rowsShown + 1, 0), row);
     if (wanted != first) {
-        tree->Control(PARAMETER_SCROLLPOS, wanted);
+        tree->Control(PROP_SCROLLPOS, wanted);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "app/input/Input.h"
 #include "app/input/TypeAhead.h"
-#include "app/view/Rows.h"
+#include "app/tree/Rows.h"
 
 #include <optional>
 

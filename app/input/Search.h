@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/view/Rows.h"
+#include "app/tree/Rows.h"
 
 #include <string>
 #include <string_view>

@@ -2,6 +2,7 @@
 
 #include "app/UsageError.h"
 #include "framework/interfaces/TreeInterfaces.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/text/Numbers.h"
 
 namespace {
@@ -117,10 +118,12 @@ Command ReadShot(ScriptLine& line, ScriptContext& /*context*/) {
     return ShotCommand{file};
 }
 
-constexpr Word kProperties[] = {{"row-height", 4}, {"text-color", 100}, {"default-sizes", 105},
-    {"scroll-position", 115}, {"options", 136}, {"select-on-press", 145},
-    {"clear-all-on-select", 146}, {"root-toggle-on-icon", 147}, {"child-toggle-on-icon", 148},
-    {"reset-icons", 172}};
+constexpr Word kProperties[] = {{"row-height", PROP_ELEMENTHEIGHT}, {"text-color", PROP_TEXTCOLOR},
+    {"default-sizes", PROP_USEDEFAULTSTYLE}, {"scroll-position", PROP_SCROLLPOS},
+    {"options", PROP_OPTIONS}, {"select-on-press", PROP_SELECTONPRESS},
+    {"clear-all-on-select", PROP_CLEARALLONSELECT},
+    {"root-toggle-on-icon", PROP_ROOTTOGGLEONICONONLY},
+    {"child-toggle-on-icon", PROP_CHILDTOGGLEONICONONLY}, {"reset-icons", PROP_RESETICONS}};
 
 constexpr ScriptForm kForms[] = {
     {"press", "X Y [BUTTON] [KEYS]",

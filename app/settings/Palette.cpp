@@ -1,6 +1,6 @@
 #include "app/settings/Palette.h"
 
-#include "app/settings/Parameters.h"
+#include "framework/interfaces/TreeProperties.h"
 
 namespace {
 
@@ -21,8 +21,8 @@ int32_t Parameter(IUITree* tree, int32_t number) {
 } // namespace
 
 Palette PaletteOf(IUITree* tree) {
-    return {Parameter(tree, PARAMETER_TEXTCOLOR), Parameter(tree, PARAMETER_PAPERCOLOR),
-        Parameter(tree, PARAMETER_BANDCOLOR)};
+    return {Parameter(tree, PROP_TEXTCOLOR), Parameter(tree, PROP_COLOR101),
+        Parameter(tree, PROP_COLOR102)};
 }
 
 std::vector<std::string> ThemeNames() {
@@ -36,9 +36,9 @@ std::vector<std::string> ThemeNames() {
 void ApplyTheme(IUITree* tree, const std::string& name) {
     for (const auto& [each, palette] : kThemes) {
         if (name == each) {
-            tree->Control(PARAMETER_TEXTCOLOR, palette.m_Text);
-            tree->Control(PARAMETER_PAPERCOLOR, palette.m_Paper);
-            tree->Control(PARAMETER_BANDCOLOR, palette.m_Band);
+            tree->Control(PROP_TEXTCOLOR, palette.m_Text);
+            tree->Control(PROP_COLOR101, palette.m_Paper);
+            tree->Control(PROP_COLOR102, palette.m_Band);
         }
     }
 }

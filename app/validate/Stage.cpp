@@ -67,20 +67,6 @@ std::string Stage::Leaked() const {
     return text;
 }
 
-std::map<std::string, IID> InterfacesOf(IUnknown* object) {
-    std::map<std::string, IID> found;
-    const auto test = [&](const char* name, const IID& iid) {
-        if (Adopt(static_cast<IUnknown*>(QueryObject(object, iid)))) {
-            found.emplace(name, iid);
-        }
-    };
-    test("IUnknown", IID_IUnknown);
-#define TEST_INTERFACE(name) test(#name, IID_##name);
-    FRAMEWORK_INTERFACE_NAMES(TEST_INTERFACE)
-#undef TEST_INTERFACE
-    return found;
-}
-
 int32_t CountOf(IUnknown* object) {
     object->AddRef();
     return object->Release();

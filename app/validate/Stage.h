@@ -44,8 +44,5 @@ private:
     std::optional<Module> m_Module;
 };
 
-/// The interfaces of the framework that an object answers, by name.
-std::map<std::string, IID> InterfacesOf(IUnknown* object);
-
 /// The references to an object, as it counts them itself.
 int32_t CountOf(IUnknown* object);

@@ -1,7 +1,7 @@
 #include "app/view/Backdrop.h"
 
 #include "app/settings/Palette.h"
-#include "app/settings/Parameters.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/drawing/Cairo.h"
 
 #include <algorithm>
@@ -55,7 +55,7 @@ std::optional<Band> BandOf(IUITree* tree, std::optional<int32_t> row, int32_t he
     int32_t rowHeight = 0;
     int32_t first = 0;
     tree->GetElementSize(nullptr, &rowHeight);
-    tree->Inquire(PARAMETER_SCROLLPOS, &first);
+    tree->Inquire(PROP_SCROLLPOS, &first);
     const int64_t place = int64_t{row.value_or(-1)} - first;
     const bool isInView = row && rowHeight > 0 && place >= 0 && (place + 1) * rowHeight <= height;
     return isInView ? std::optional(Band{static_cast<int32_t>(place * rowHeight), rowHeight})

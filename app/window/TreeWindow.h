@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/replay/Session.h"
+#include "app/session/Session.h"
 #include "app/settings/Panel.h"
-#include "app/view/TreeView.h"
+#include "app/tree/TreeView.h"
 #include "app/window/Waker.h"
 #include "app/window/Window.h"
 #include "app/window/WindowInput.h"

@@ -1,4 +1,4 @@
-#include "app/replay/Session.h"
+#include "app/session/Session.h"
 #include "app/settings/Palette.h"
 #include "tests/support/TreeTest.h"
 

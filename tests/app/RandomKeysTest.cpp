@@ -1,4 +1,4 @@
-#include "app/replay/Session.h"
+#include "app/session/Session.h"
 #include "host/data/Expansion.h"
 #include "tests/support/TreeTest.h"
 

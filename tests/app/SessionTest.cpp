@@ -1,5 +1,5 @@
-#include "app/replay/Session.h"
-#include "app/settings/Parameters.h"
+#include "app/session/Session.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
 #include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
@@ -48,7 +48,7 @@ TEST_F(SessionTest, KeysWalkThroughTheTreeAndOpenIt) {
     Session session(m_Tree.Get(), kFourRows, record);
     DrawPicture(m_Tree.Get(), kFourRows); // the control learns the indentation
     const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
-    m_Tree->Control(PARAMETER_SCROLLPOS, 1);
+    m_Tree->Control(PROP_SCROLLPOS, 1);
     for (const auto& [key, selected, rows] : steps) {
         EXPECT_EQ(press(key), selected) << rows;
         EXPECT_EQ(Rows(), rows) << selected;
@@ -71,11 +71,11 @@ TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
     const auto press = [&](Key key) { return session.Feed(KeyInput{key}), SelectedLabel(); };
     for (const auto& [key, selected, firstRow] : steps) {
         EXPECT_EQ(press(key), selected);
-        EXPECT_EQ(Value(PARAMETER_SCROLLPOS), firstRow) << selected;
+        EXPECT_EQ(Value(PROP_SCROLLPOS), firstRow) << selected;
     }
-    m_Tree->Control(PARAMETER_SCROLLPOS, 9);
+    m_Tree->Control(PROP_SCROLLPOS, 9);
     EXPECT_EQ(press(kHome), "0") << "selected, but out of view";
-    EXPECT_EQ(Value(PARAMETER_SCROLLPOS), 0);
+    EXPECT_EQ(Value(PROP_SCROLLPOS), 0);
     m_Tree->Control(4, 0); // no row height
     EXPECT_EQ(press(kPageDown), "1");
 }
@@ -227,12 +227,12 @@ TEST_F(SessionTest, ReadingFoldersAgainKeepsTheSelectedRowAndTheTopByName) {
     Session session(m_Tree.Get(), kFourRows, record);
     DrawPicture(m_Tree.Get(), kFourRows);
     session.Feed(TypedInput{"e"});
-    m_Tree->Control(PARAMETER_SCROLLPOS, 2);
+    m_Tree->Control(PROP_SCROLLPOS, 2);
     const std::tuple<const char*, const char*, int, const char*> steps[] = {
         {"b", "none", 3, "e"}, {"l", "a", 2, "e"}, {"m", "d", 2, "e"}, {"n", "e", 2, ""}};
     for (const auto& [made, removed, top, selected] : steps) {
         change(made, removed);
-        EXPECT_EQ((session.Feed(KeyInput{Key::kF5}), Value(PARAMETER_SCROLLPOS)), top) << made;
+        EXPECT_EQ((session.Feed(KeyInput{Key::kF5}), Value(PROP_SCROLLPOS)), top) << made;
         EXPECT_EQ(SelectedLabel(), selected) << made;
         EXPECT_EQ(session.Marked().m_Focused.has_value(), *selected != '\0') << made;
     }

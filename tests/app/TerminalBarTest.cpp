@@ -1,4 +1,4 @@
-#include "app/view/TerminalBar.h"
+#include "app/commands/TerminalBar.h"
 #include "app/replay/Clock.h"
 
 #include <gtest/gtest.h>

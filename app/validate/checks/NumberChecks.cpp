@@ -1,5 +1,6 @@
 #include "app/validate/Candidate.h"
 #include "app/validate/Scenario.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
 
 #include <cmath>
@@ -90,7 +91,7 @@ private:
             if (m_Numbers[kRowHeight] != kOrdinary[kRowHeight]) {
                 m_Tree->SetElementSize(Whole(kRowHeight), Whole(kRowHeight));
             }
-            m_Tree->Control(115, Whole(kScroll));
+            m_Tree->Control(PROP_SCROLLPOS, Whole(kScroll));
         }
     }
 

@@ -4,6 +4,7 @@
 #include "app/validate/Scenario.h"
 #include "framework/runtime/Components.h"
 #include "framework/support/REFString.h"
+#include "host/components/AnsweredInterfaces.h"
 #include "host/text/Text.h"
 
 #include <chrono>

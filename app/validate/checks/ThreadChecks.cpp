@@ -1,5 +1,7 @@
 #include "app/validate/Candidate.h"
 #include "framework/interfaces/CollectionVersion.h"
+#include "framework/interfaces/TreeProperties.h"
+#include "host/components/AnsweredInterfaces.h"
 #include "host/components/HostObject.h"
 
 #include <array>
@@ -164,7 +166,7 @@ void Binding(Trial& trial) {
         const Candidate candidate(stage);
         auto* tree = candidate.Need<IUITree>(trial, "tree");
         auto* object = candidate.Need<IRenderableObject>(trial, "picture");
-        tree->Control(105, 0); // the default sizes are the host's, too
+        tree->Control(PROP_USEDEFAULTSTYLE, 0); // the default sizes are the host's, too
         const auto odd = SharedRows::Make(isVouched);
         const auto even = SharedRows::Make(isVouched);
         tree->put_Collection(even->Identity());

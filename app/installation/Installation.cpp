@@ -1,4 +1,4 @@
-#include "app/view/Installation.h"
+#include "app/installation/Installation.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,6 +1,6 @@
-#include "app/replay/EventLog.h"
+#include "app/session/EventLog.h"
 
-#include "app/view/Rows.h"
+#include "app/tree/Rows.h"
 #include "host/text/Text.h"
 
 #include <iomanip>

@@ -1,6 +1,6 @@
-#include "app/view/Rows.h"
+#include "app/tree/Rows.h"
 
-#include "app/settings/Parameters.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "framework/support/REFString.h"
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
@@ -68,7 +68,7 @@ std::optional<int32_t> RowUnder(IUITree* tree, double y) {
     int32_t rowHeight = 0;
     int32_t first = 0;
     tree->GetElementSize(nullptr, &rowHeight);
-    tree->Inquire(PARAMETER_SCROLLPOS, &first);
+    tree->Inquire(PROP_SCROLLPOS, &first);
     const double row = rowHeight > 0 ? first + std::floor(y / rowHeight) : -1;
     return y >= 0 && row >= 0 && row < INT32_MAX ? std::optional(static_cast<int32_t>(row))
                                                  : std::nullopt;

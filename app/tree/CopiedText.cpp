@@ -1,6 +1,6 @@
-#include "app/view/CopiedText.h"
+#include "app/tree/CopiedText.h"
 
-#include "app/view/Rows.h"
+#include "app/tree/Rows.h"
 #include "framework/support/REFString.h"
 #include "host/components/HostInterfaces.h"
 #include "host/data/Expansion.h"

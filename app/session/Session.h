@@ -2,10 +2,10 @@
 
 #include "app/input/Dwell.h"
 #include "app/input/Keyboard.h"
+#include "app/input/Milliseconds.h"
 #include "app/input/Search.h"
-#include "app/replay/EventLog.h"
+#include "app/session/EventLog.h"
 #include "app/view/Backdrop.h"
-#include "app/view/Milliseconds.h"
 #include "app/view/Picture.h"
 #include "host/folders/Rereading.h"
 

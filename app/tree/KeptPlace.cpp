@@ -1,7 +1,7 @@
-#include "app/view/KeptPlace.h"
+#include "app/tree/KeptPlace.h"
 
-#include "app/settings/Parameters.h"
-#include "app/view/Rows.h"
+#include "app/tree/Rows.h"
+#include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
@@ -72,7 +72,7 @@ private:
 
 KeptPlace::KeptPlace(IUITree* tree) : m_Tree(tree) {
     int32_t skipped = 0;
-    m_Tree->Inquire(PARAMETER_SCROLLPOS, &skipped);
+    m_Tree->Inquire(PROP_SCROLLPOS, &skipped);
     VisitRows(RootOf(tree).Get(), [&](ISuperCollection* collection, int32_t index, int32_t) {
         if (skipped-- <= 0) {
             m_Top.push_back({SmartPtr(collection), index, NameOf(collection, index)});
@@ -94,7 +94,7 @@ int32_t KeptPlace::Restore() const {
     for (const Item& item : m_Top) {
         const int32_t row = search.RowOf(item);
         if (row >= 0) {
-            m_Tree->Control(PARAMETER_SCROLLPOS, row);
+            m_Tree->Control(PROP_SCROLLPOS, row);
             break;
         }
     }

@@ -1,8 +1,8 @@
-#include "app/replay/Session.h"
+#include "app/session/Session.h"
 
-#include "app/view/CopiedText.h"
+#include "app/tree/CopiedText.h"
+#include "app/tree/KeptPlace.h"
 #include "app/view/Hint.h"
-#include "app/view/KeptPlace.h"
 #include "host/text/Text.h"
 
 #include <algorithm>

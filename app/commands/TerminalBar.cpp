@@ -1,6 +1,6 @@
-#include "app/view/TerminalBar.h"
+#include "app/commands/TerminalBar.h"
 
-#include "app/view/Milliseconds.h"
+#include "app/input/Milliseconds.h"
 #include "host/text/Text.h"
 
 #include <algorithm>

@@ -1,0 +1,46 @@
+#include "app/installation/ControlHost.h"
+
+#include "framework/support/FileNames.h"
+#include "framework/support/REFString.h"
+#include "host/data/SuperCollection.h"
+#include "host/text/Text.h"
+
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+/// Tells of a file in the host's folder of common files, without which everything works but looks
+/// poorer.
+void WarnOfMissing(const char* file, const char* consequence) {
+    SmartPtr<IString> common;
+    FILENAMEGetCommonPath(common.Receive());
+    const std::filesystem::path path =
+        std::filesystem::path(ToUtf8(CREFString(common.Get()))) / file;
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) {
+        std::cerr << "treehost: " << ToPrintable(Refer(ToWide(path.string())))
+                  << " is missing: " << consequence << '\n';
+    }
+}
+
+} // namespace
+
+ControlHost::ControlHost() : ControlHost(FindInstallation()) {}
+
+ControlHost::ControlHost(const Installation& installation)
+    : m_Host(installation.m_Host), m_Module(installation.m_Module, m_Host.Components()) {
+    WarnOfMissing("_icons/UITreeOpen.png", "open folders look like files");
+    WarnOfMissing("_icons/UITreeClosed.png", "closed folders look like files");
+    WarnOfMissing("_strings/UITree.ini", "settings have numbers for names");
+}
+
+SmartPtr<IUITree> ControlHost::CreateTree() const {
+    auto tree = m_Module.Create<IUITree>(L"UITree");
+    tree->put_Collection(SuperCollection::Make()->Identity());
+    return tree;
+}
+
+std::string AbsolutePath(const std::string& path) {
+    return path == "-" || path.empty() ? path : std::filesystem::absolute(path).string();
+}
