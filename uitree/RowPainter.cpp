@@ -43,12 +43,9 @@ SmartPtr<IString> ChooseLabel(SmartPtr<IString> own, ISuperCollection& collectio
 
 } // namespace
 
-int32_t RowPainter::Paint(TreePath& path, ISuperCollection* collection, int32_t start,
-    int32_t* rowCounter, int32_t* indentWidth) {
-    if (*rowCounter > m_Settings.m_MaxRows) {
-        return S_OK;
-    }
-    if (!collection || *rowCounter == m_Settings.m_MaxRows) {
+int32_t RowPainter::Paint(
+    TreePath& path, ISuperCollection* collection, int32_t start, int32_t* rowCounter) {
+    if (!collection || *rowCounter >= m_Settings.m_MaxRows) {
         return E_FAIL;
     }
     Push(SmartPtr(collection), start, *rowCounter);
@@ -56,7 +53,6 @@ int32_t RowPainter::Paint(TreePath& path, ISuperCollection* collection, int32_t 
     while (!m_Levels->empty()) {
         Level& level = m_Levels->back();
         if (Fits(level.m_Position) && Read(level)) {
-            *indentWidth = m_Settings.m_RowHeight;
             Describe(level);
             DrawExpander(level);
             if (!OpenChildren(path, level)) {
@@ -80,12 +76,14 @@ void RowPainter::Push(SmartPtr<ISuperCollection> collection, int32_t start, int3
 }
 
 /// Reads the current item; false when the collection has no more.
-bool RowPainter::Read(Level& level) {
+bool RowPainter::Read(Level& level) const {
     if (level.m_Index == std::numeric_limits<int32_t>::max() ||
         level.m_Collection->GetItem(level.m_Index, level.m_Row.m_Object.Receive()) < 0) {
         return false;
     }
     level.m_Row.m_Flags = FlagsOf(*level.m_Collection.Get(), level.m_Index);
+    level.m_Row.m_Height = m_Settings.m_RowHeight;
+    m_Settings.m_IndentWidth = level.m_Row.m_Height;
     return true;
 }
 
@@ -130,7 +128,7 @@ void RowPainter::Leave(TreePath& path) {
 }
 
 RowGeometry RowPainter::GeometryOf(const Level& level) const {
-    return {m_Settings.m_Client, m_Settings.m_RowHeight, level.m_Position,
+    return {m_Settings.m_Client, level.m_Row.m_Height, level.m_Position,
         level.m_Row.m_Flags & NODE_LEVEL_MASK};
 }
 

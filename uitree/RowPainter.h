@@ -5,13 +5,15 @@
 #include "uitree/TreePath.h"
 
 /// What a drawing pass needs of the control. The objects are held for the pass, whatever the items
-/// that draw themselves do meanwhile.
+/// that draw themselves do meanwhile; what is the control's own is read afresh for each row, since
+/// they may set it.
 struct PaintSettings {
     UbuntuCanvas* m_Canvas;
-    CANVASRect m_Client; ///< the rows' rectangle
-    int32_t m_MaxRows;   ///< whole rows that fit
-    int32_t m_RowHeight; ///< pixels
-    int32_t m_TextColor; ///< 0xRRGGBB
+    CANVASRect m_Client;        ///< the rows' rectangle
+    int32_t m_MaxRows;          ///< whole rows that fit
+    const int32_t& m_RowHeight; ///< pixels
+    const int32_t& m_TextColor; ///< 0xRRGGBB
+    int32_t& m_IndentWidth;     ///< set to the row height by every row that is drawn
     SmartPtr<IRenderableObject> m_OpenIcon;
     SmartPtr<IRenderableObject> m_ClosedIcon;
     SmartPtr<IPMRenderStyle> m_Style;
@@ -29,16 +31,15 @@ public:
 
     /// Draws from item `start` as the rows from `*rowCounter` on, and advances the counter. `path`
     /// leads down to `collection`, included, and is the same afterwards; the caller holds what is
-    /// on it, the painter what it opens below. `*indentWidth` is set to the row height by every row
-    /// that is drawn. S_OK when the collection ran out, E_FAIL when all rows are drawn or none
-    /// could be.
-    int32_t Paint(TreePath& path, ISuperCollection* collection, int32_t start, int32_t* rowCounter,
-        int32_t* indentWidth);
+    /// on it, the painter what it opens below. S_OK when the collection ran out, E_FAIL when all
+    /// rows are drawn or none could be.
+    int32_t Paint(TreePath& path, ISuperCollection* collection, int32_t start, int32_t* rowCounter);
 
 private:
     /// The row being drawn.
     struct Row {
         int32_t m_Flags = 0;
+        int32_t m_Height = 0;        ///< pixels
         SmartPtr<IUnknown> m_Object; ///< what the item stands for
         SmartPtr<ISuperCollection> m_Children = {};
         SmartPtr<IString> m_Label;
@@ -54,7 +55,7 @@ private:
 
     void Push(SmartPtr<ISuperCollection> collection, int32_t start, int32_t position);
     bool Fits(int32_t position) const { return position < m_Settings.m_MaxRows; }
-    static bool Read(Level& level);
+    bool Read(Level& level) const;
     static void Describe(Level& level);
     bool OpenChildren(TreePath& path, Level& level);
     void Finish(Level& level, int32_t next);

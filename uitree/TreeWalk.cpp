@@ -123,6 +123,15 @@ bool TreeWalk::Back() {
     return !m_Levels->empty();
 }
 
+bool TreeWalk::MoveTo(int32_t row) {
+    while (m_Seen > row + 1) {
+        if (!Back()) {
+            return false;
+        }
+    }
+    return m_Seen == row + 1 || SeekRow(row);
+}
+
 IUnknown* TreeWalk::Item() {
     if (!m_Item) {
         Collection()->GetItem(Index(), m_Item.Receive());

@@ -36,6 +36,9 @@ public:
     bool GoTo(const RowMark& mark);
     /// Moves back to the row before the one that SeekRow or GoTo found. False at the beginning.
     bool Back();
+    /// Moves from the row that SeekRow or GoTo found to another, there or back. False when there is
+    /// none.
+    bool MoveTo(int32_t row);
     /// Marks the current row, which SeekRow, GoTo or Back found, as the one found last.
     void MarkIn(RowMarks& marks) const { marks.Remember(m_Seen - 1, *m_Levels); }
     /// The rows passed by SeekRow.

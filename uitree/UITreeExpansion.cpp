@@ -74,6 +74,7 @@ void CUITree::Compact(ISuperCollection* collection, bool keepRootRows) {
 
 int32_t CUITree::Find(
     ISuperCollection* collection, IUnknown* node, int32_t* index, ISuperCollection** owner) {
+    const SmartPtr<ISuperCollection> searched(collection); // asking may unbind it
     const void* wanted = node ? IdentityOf(node) : nullptr;
     TreeWalk walk(collection);
     while (walk.Next()) {

@@ -2,6 +2,7 @@
 
 #include "framework/Interfaces.h"
 #include "framework/Runtime.h"
+#include "uitree/KnownRows.h"
 #include "uitree/TreeWalk.h"
 
 #include <optional>
@@ -107,17 +108,9 @@ private:
     /// the number of its visible rows.
     struct View {
         SmartPtr<ISuperCollection> m_Collection;
+        RowsVersion m_Version; ///< that of the rows, where somebody vouches for them
         int32_t m_Rows = 0;
-        RowMarks* m_Marks = nullptr; ///< along the rows: the view's own, or the known ones
-        RowMarks m_OwnMarks;
-    };
-    /// What is known of the bound collection as long as its version stays the same: how many rows
-    /// it has, and ways to some of them.
-    struct KnownRows {
-        uint32_t m_Binding = 0; ///< which one of the control's bindings it is about
-        uint64_t m_Version = 0;
-        int32_t m_Rows = 0;
-        RowMarks m_Marks;
+        RowMarks m_Marks; ///< along the rows, where nobody does
     };
     /// How the scroll bar splits the control's rectangle.
     struct Layout {
@@ -145,23 +138,24 @@ private:
     int32_t RegisterParameters();
 
     // Rows and nodes.
-    /// Finds the visible row `row` of `collection`, by what is known of it if it is the bound one
-    /// and its version stands. When there is none it answers E_INVALIDARG and
-    /// stores the number of visible rows in `index`, which may be null; for a negative row, without
-    /// a collection or an `owner`, nothing is stored.
+    /// Finds the visible row `row` of `collection`, by the known rows where they are its. Takes no
+    /// lock, and calls the host. Without such a row it answers E_INVALIDARG and stores the number
+    /// of visible rows in `index`, which may be null; for a negative row, without a collection or
+    /// an `owner`, nothing is stored.
     int32_t get_VisibleIndex(
         ISuperCollection* collection, int32_t row, int32_t* index, ISuperCollection** owner);
     /// Finds a node object anywhere in the tree, in display order.
     static int32_t Find(
         ISuperCollection* collection, IUnknown* node, int32_t* index, ISuperCollection** owner);
     static int32_t CountRows(ISuperCollection* collection, RowMarks* marks);
-    /// Puts the walk on a row of what was counted; false when there is none.
-    static bool FindRow(const View& view, int32_t row, std::optional<TreeWalk>& walk);
-    static bool MoveTo(TreeWalk& walk, int32_t row);
+    /// The marks along a view's rows; null where the rows are not known as they were any more.
+    RowMarks* MarksOf(View& view);
+    /// Puts the walk on a row. When there is none it is false, and the view has the number of rows.
+    bool FindRow(View& view, int32_t row, std::optional<TreeWalk>& walk);
     /// The row under a height in pixels below the control's top edge.
     void GetElementPos(int32_t x, int32_t y, int32_t* row) const;
     /// The node at that height and its address; empty when there is none.
-    SmartPtr<IUnknown> NodeAt(const View& view, int32_t y, NodeAddress& address) const;
+    SmartPtr<IUnknown> NodeAt(View& view, int32_t y, NodeAddress& address);
     void EmptyOwnCollection();
     void ApplyDefaultSizes();
     static void Compact(ISuperCollection* collection, bool keepRootRows);
@@ -171,16 +165,10 @@ private:
     bool HasRowHeight() const { return m_ElementHeight > 0; }
     /// False when there is nothing to draw or hit: no visible row, or no row height.
     bool TakeView(View& view);
-    void TakeKnownRows(View& view, uint32_t binding, uint64_t version);
-    /// Whether the rows that are known are still those of the bound collection.
-    bool KnowsRows();
-    /// Writes a flag word that was `before`. The rows stay known where their number does and
-    /// nothing else happened meanwhile.
-    void WriteFlags(ISuperCollection& collection, int32_t index, int32_t before, int32_t after);
     Layout LayOut(const CANVASRect& rect, int32_t rows);
     int32_t ScrollPos() const;
     void Scroll(int32_t position);
-    void DrawRows(const View& view, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client);
+    void DrawRows(View& view, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client);
     PaintSettings SettingsOf(UbuntuCanvas* canvas, const CANVASRect& client, int32_t maxRows);
 
     // Selection.
@@ -236,12 +224,12 @@ private:
     int32_t m_ChildToggleOnIconOnly = 1;
     int32_t m_ResetIcons = 0; ///< storage of the action parameter; never written
     int32_t m_TouchStartPos = 0;
-    int32_t m_ChangeDepth = 0;              ///< changes that are being passed on
-    SmartPtr<ICollectionVersion> m_Version; ///< the bound collection's, when its host vouches
-    uint32_t m_Binding = 1; ///< counts the bindings; as the bound collection, under the lock
+    int32_t m_ChangeDepth = 0;  ///< changes that are being passed on within each other
+    int32_t m_ChangeRounds = 0; ///< how many were since the outermost of them
     KnownRows m_Known;
 
     static constexpr int32_t kDeepestChange = 64;
+    static constexpr int32_t kMostChanges = 10'000;
     static constexpr int32_t kNoClick = -2;       ///< there is no click to pair with
     static constexpr int32_t kNoRow = 0x0FFFFFFF; ///< never reached, so looking for it counts rows
 };

@@ -4,6 +4,7 @@
 #include "framework/runtime/OutParameter.h"
 
 #include <algorithm>
+#include <limits>
 
 // The bound collection, and the way between row numbers and nodes.
 
@@ -19,11 +20,15 @@ int32_t CUITree::get_VisibleIndex(
     if (!collection || !owner || row < 0) {
         return E_INVALIDARG;
     }
+    View view;
+    view.m_Collection = SmartPtr(collection); // the host may unbind it whenever it is called
+    view.m_Rows = std::numeric_limits<int32_t>::max();
+    if (collection == m_Collection.Get()) {
+        m_Known.Recall(view.m_Version, view.m_Rows);
+    }
     std::optional<TreeWalk> walk;
-    const bool isKnown = collection == m_Collection.Get() && KnowsRows();
-    const View known{SmartPtr(collection), m_Known.m_Rows, &m_Known.m_Marks, {}};
-    if (!(isKnown ? FindRow(known, row, walk) : walk.emplace(collection).SeekRow(row))) {
-        Store(index, isKnown ? known.m_Rows : walk->Seen());
+    if (!FindRow(view, row, walk)) {
+        Store(index, view.m_Rows);
         return E_INVALIDARG;
     }
     Store(index, walk->Index());
@@ -42,7 +47,7 @@ void CUITree::GetElementPos(int32_t /*x*/, int32_t y, int32_t* row) const {
     *row = HasRowHeight() ? Saturate(y / m_ElementHeight + position) : -1;
 }
 
-SmartPtr<IUnknown> CUITree::NodeAt(const View& view, int32_t y, NodeAddress& address) const {
+SmartPtr<IUnknown> CUITree::NodeAt(View& view, int32_t y, NodeAddress& address) {
     int32_t row = 0;
     GetElementPos(0, y, &row);
     std::optional<TreeWalk> walk;
@@ -80,9 +85,9 @@ int32_t CUITree::put_Collection(IUnknown* collection) {
         const auto version = Query<ICollectionVersion>(bound.Get());
         const ObjectGuard guard(*this);
         EmptyOwnCollection();
+        m_Known.Bind({}); // the old collection is the last to lose its reference
         m_Collection = bound;
-        m_Version = version;
-        ++m_Binding;
+        m_Known.Bind(version);
         m_OwnsCollection = false;
         for (int32_t i = CountOf(*bound.Get()) - 1; i >= 0; --i) {
             bound->SetItemFlags(i, kRootFlags);

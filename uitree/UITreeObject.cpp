@@ -102,7 +102,7 @@ void CUITree::LoadIcons() {
 }
 
 void CUITree::FinalRelease() {
-    m_Version.Reset();
+    m_Known.Bind({});
     m_Collection.Reset();
 }
 

@@ -168,7 +168,7 @@ void CUITree::ForgetSelection() {
 /// The flags are read afresh: what came before may have changed them.
 void CUITree::FlipAndSelect(const NodeAddress& row) {
     const int32_t flags = FlagsOf(*row.m_Collection.Get(), row.m_Index);
-    WriteFlags(*row.m_Collection.Get(), row.m_Index, flags, flags ^ NODE_SELECTED);
+    m_Known.WriteFlags(*row.m_Collection.Get(), row.m_Index, flags, flags ^ NODE_SELECTED);
     SetSelection(row);
 }
 
@@ -247,7 +247,8 @@ int32_t CUITree::Toggle(const NodeAddress& row, ISuperCollection& children, int3
 int32_t CUITree::SecondaryPress(const PointerEvent& event) {
     UnmarkSelected();
     const int32_t flags = FlagsOf(*event.m_Row.m_Collection.Get(), event.m_Row.m_Index);
-    WriteFlags(*event.m_Row.m_Collection.Get(), event.m_Row.m_Index, flags, flags | NODE_SELECTED);
+    m_Known.WriteFlags(
+        *event.m_Row.m_Collection.Get(), event.m_Row.m_Index, flags, flags | NODE_SELECTED);
     SetSelection(event.m_Row);
     Fire_NodeSelect(
         Self(), event.m_State, event.m_Row.m_Index, NODEACTION_NONE, event.m_Node.Get());

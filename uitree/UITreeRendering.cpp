@@ -3,6 +3,7 @@
 #include "uitree/UITreeImpl.h"
 
 #include <cairo.h>
+#include <limits>
 
 // Drawing, and the part of it that hit testing and input share: which rows there are, and where the
 // scroll bar puts them.
@@ -38,92 +39,56 @@ bool CUITree::TakeView(View& view) {
     if (!HasRowHeight()) {
         return false;
     }
-    SmartPtr<ICollectionVersion> source;
-    uint32_t binding = 0;
     {
         const ObjectGuard guard(*this);
         view.m_Collection = m_Collection;
-        source = m_Version;
-        binding = m_Binding;
+        view.m_Version = m_Known.Binding();
     }
-    uint64_t version = 0;
-    if (source && source->GetVersion(&version) >= 0) {
-        TakeKnownRows(view, binding, version);
+    // Before the rows are counted: what changes them meanwhile changes the version.
+    view.m_Version.Take();
+    if (m_Known.AreOf(view.m_Version)) {
+        view.m_Rows = m_Known.Count();
     } else {
-        view.m_Marks = &view.m_OwnMarks;
-        view.m_Rows = CountRows(view.m_Collection.Get(), view.m_Marks);
+        view.m_Rows = CountRows(view.m_Collection.Get(), &view.m_Marks);
+        m_Known.Learn(view.m_Version, view.m_Rows, view.m_Marks);
     }
     return view.m_Rows > 0 && HasRowHeight();
 }
 
-/// The number was asked for before the rows are counted: what changes them meanwhile changes it.
-void CUITree::TakeKnownRows(View& view, uint32_t binding, uint64_t version) {
-    if (m_Known.m_Binding != binding || m_Known.m_Version != version) {
-        m_Known.m_Binding = 0; // for who asks while they are counted
-        m_Known.m_Marks.Clear();
-        m_Known.m_Rows = CountRows(view.m_Collection.Get(), &m_Known.m_Marks);
-        m_Known.m_Version = version;
-        m_Known.m_Binding = binding;
+/// The host is called between the counting of rows and each use of them, and may then bind, change
+/// or draw something else: the known rows are those of another version afterwards.
+RowMarks* CUITree::MarksOf(View& view) {
+    if (!view.m_Version.m_Source) {
+        return &view.m_Marks;
     }
-    view.m_Marks = &m_Known.m_Marks;
-    view.m_Rows = m_Known.m_Rows;
+    return m_Known.AreOf(view.m_Version) ? &m_Known.Marks() : nullptr;
 }
 
-bool CUITree::KnowsRows() {
-    SmartPtr<ICollectionVersion> source;
-    uint32_t binding = 0;
-    {
-        const ObjectGuard guard(*this);
-        source = m_Version;
-        binding = m_Binding;
-    }
-    uint64_t version = 0;
-    return source && m_Known.m_Binding == binding && source->GetVersion(&version) >= 0 &&
-           m_Known.m_Version == version;
-}
-
-void CUITree::WriteFlags(
-    ISuperCollection& collection, int32_t index, int32_t before, int32_t after) {
-    const bool isKept = (before & after & NODE_VISIBLE) != 0 && KnowsRows();
-    const uint64_t version = m_Known.m_Version;
-    collection.SetItemFlags(index, after);
-    if (isKept && m_Known.m_Version == version) {
-        ++m_Known.m_Version;
-        if (!KnowsRows()) { // nothing was counted as a change, or more than the one word
-            m_Known.m_Version = version;
-        }
-    }
-}
-
-/// The tree is taken to be as it was counted. Where a mark leads nowhere it was changed since, and
-/// the row is looked for from the root.
-bool CUITree::FindRow(const View& view, int32_t row, std::optional<TreeWalk>& walk) {
+/// Where nobody vouches for the tree it is taken to be as it was counted, and one that has changed
+/// shows in a mark that leads nowhere: the row is looked for from the root then.
+bool CUITree::FindRow(View& view, int32_t row, std::optional<TreeWalk>& walk) {
     walk.emplace(view.m_Collection.Get());
+    const bool isAsCounted = !view.m_Version.m_Source || view.m_Version.Stands();
+    if (!isAsCounted) {
+        view.m_Rows = std::numeric_limits<int32_t>::max(); // until a search has failed
+    }
     if (row < 0 || row >= view.m_Rows) {
         return false;
     }
-    bool isFound = false;
-    if (const auto mark = view.m_Marks->Nearest(row)) {
-        isFound = walk->GoTo(*mark) && MoveTo(*walk, row);
-        if (!isFound) {
-            walk.emplace(view.m_Collection.Get());
-        }
+    const RowMarks* marks = isAsCounted ? MarksOf(view) : nullptr;
+    const auto mark = marks ? marks->Nearest(row) : std::nullopt;
+    bool isFound = mark && walk->GoTo(*mark) && walk->MoveTo(row);
+    if (mark && !isFound) {
+        walk.emplace(view.m_Collection.Get());
     }
-    isFound = isFound || walk->SeekRow(row);
-    if (isFound) {
-        walk->MarkIn(*view.m_Marks);
+    if (!isFound && !walk->SeekRow(row)) {
+        view.m_Rows = walk->Seen();
+        return false;
     }
-    return isFound;
-}
-
-/// Moves a walk from the row that it is on to another, there or back.
-bool CUITree::MoveTo(TreeWalk& walk, int32_t row) {
-    while (walk.Seen() > row + 1) {
-        if (!walk.Back()) {
-            return false;
-        }
+    if (RowMarks* still = isAsCounted ? MarksOf(view) : nullptr) {
+        walk->MarkIn(*still);
     }
-    return walk.Seen() == row + 1 || walk.SeekRow(row);
+    return true;
 }
 
 /// Keeps the scroll bar's range current on the way. Without a scroll bar the rows get the whole
@@ -179,8 +144,7 @@ int32_t CUITree::Render(
 
 /// Each turn draws the rest of the collection that holds the next row, with all that is open below.
 /// The painter goes down by itself; the walk goes on to the row that follows what was drawn.
-void CUITree::DrawRows(
-    const View& view, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client) {
+void CUITree::DrawRows(View& view, int32_t first, UbuntuCanvas* canvas, const CANVASRect& client) {
     const int32_t rows = HasRowHeight() ? client.height / m_ElementHeight : 0;
     std::optional<TreeWalk> walk;
     if (rows <= 0 || !FindRow(view, first, walk)) {
@@ -190,7 +154,7 @@ void CUITree::DrawRows(
     int32_t drawn = 0;
     do {
         const int32_t status =
-            painter.Paint(walk->Path(), walk->Collection(), walk->Index(), &drawn, &m_IndentWidth);
+            painter.Paint(walk->Path(), walk->Collection(), walk->Index(), &drawn);
         if (status < 0) {
             return;
         }
@@ -203,10 +167,13 @@ int32_t CUITree::RenderChildNodes(ISuperCollection* collection, int32_t start, i
         return E_POINTER;
     }
     return Perform([&] {
+        if (*rowCounter > maxRows) {
+            return S_OK;
+        }
         TreePath path;
         path.Enter(collection);
         RowPainter painter(SettingsOf(canvas, client, maxRows));
-        return painter.Paint(path, collection, start, rowCounter, &m_IndentWidth);
+        return painter.Paint(path, collection, start, rowCounter);
     });
 }
 
@@ -216,6 +183,7 @@ PaintSettings CUITree::SettingsOf(UbuntuCanvas* canvas, const CANVASRect& client
         .m_MaxRows = maxRows,
         .m_RowHeight = m_ElementHeight,
         .m_TextColor = m_TextColor,
+        .m_IndentWidth = m_IndentWidth,
         .m_OpenIcon = Query<IRenderableObject>(m_OpenIcon.Get()),
         .m_ClosedIcon = Query<IRenderableObject>(m_ClosedIcon.Get()),
         .m_Style = m_RenderStyle,

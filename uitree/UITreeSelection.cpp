@@ -18,7 +18,8 @@ int32_t CUITree::SelectNode(int32_t row, int32_t flags) {
             UnmarkSelected();
             node = ItemOf(*target.m_Collection.Get(), target.m_Index);
             const int32_t before = FlagsOf(*target.m_Collection.Get(), target.m_Index);
-            WriteFlags(*target.m_Collection.Get(), target.m_Index, before, before | NODE_SELECTED);
+            m_Known.WriteFlags(
+                *target.m_Collection.Get(), target.m_Index, before, before | NODE_SELECTED);
         }
         if ((flags & SELECT_CURRENT) != 0) {
             SetSelection(target);
@@ -65,11 +66,13 @@ int32_t CUITree::Refresh(int32_t) {
 }
 
 /// Whatever changed inside the tree's data, listeners hear that the control itself changed.
-/// A change that is announced from within another is passed on too, up to kDeepestChange of them:
-/// controls that listen to each other, or to themselves, come to rest after that many rounds.
+/// A change that is announced from within another is passed on too, up to kDeepestChange within
+/// each other. Several listeners that each announce another one multiply, so that all of them
+/// together are no more than kMostChanges.
 int32_t CUITree::UIItemChanged(IUnknown* /*item*/, int32_t /*flags*/) {
     return Perform([&] {
-        if (m_ChangeDepth < kDeepestChange) {
+        m_ChangeRounds = m_ChangeDepth == 0 ? 0 : m_ChangeRounds + 1;
+        if (m_ChangeDepth < kDeepestChange && m_ChangeRounds < kMostChanges) {
             ++m_ChangeDepth;
             Refresh();
             --m_ChangeDepth;
@@ -94,6 +97,6 @@ void CUITree::Unmark(ISuperCollection* collection, int32_t index) {
     constexpr int32_t kKept = NODE_LEVEL_MASK | NODE_VISIBLE | NODE_EXPANDED;
     int32_t flags = 0;
     if (collection->GetItemFlags(index, &flags) >= 0) {
-        WriteFlags(*collection, index, flags, flags & kKept);
+        m_Known.WriteFlags(*collection, index, flags, flags & kKept);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/interfaces/EventInterfaces.h"
+#include "framework/runtime/Guarded.h"
 #include "framework/runtime/SinkList.h"
 
 /// Implements IEventSource for a component class T (derived from ObjectBase), which requires the
@@ -16,7 +17,7 @@ public:
         return SinkList::GetItem(index, sink, flags);
     }
     int32_t Advise(IUnknown* sink, int32_t flags, const IID& iid) override {
-        return SinkList::Advise(static_cast<T&>(*this), sink, flags, iid);
+        return Guarded([&] { return SinkList::Advise(static_cast<T&>(*this), sink, flags, iid); });
     }
 
     /// The listeners, for the firing helpers.

@@ -6,6 +6,21 @@
 #include <algorithm>
 #include <memory>
 
+namespace {
+
+/// Whether a sink speaks an event interface. The answer itself goes at once; what a failed query
+/// leaves is nobody's.
+int32_t TestFor(IUnknown* sink, const IID& iid) {
+    void* answer = nullptr;
+    const int32_t status = sink->QueryInterface(iid, &answer);
+    if (status >= 0) {
+        Adopt(static_cast<IUnknown*>(answer)).Reset();
+    }
+    return status;
+}
+
+} // namespace
+
 int32_t SinkList::Advise(ObjectBase& owner, IUnknown* sink, int32_t flags, const IID& iid) {
     const SmartPtr<IUnknown> alive(&owner); // a sink that goes may hold its last reference
     if (flags == ADVISE_DISCONNECT) {
@@ -17,8 +32,7 @@ int32_t SinkList::Advise(ObjectBase& owner, IUnknown* sink, int32_t flags, const
     if (flags == ADVISE_REPLACE && m_AdviseCount > 0 && Replace(owner, sink)) {
         return S_OK;
     }
-    SmartPtr<IUnknown> spoken; // only shows that the sink speaks the event interface
-    if (const int32_t status = sink->QueryInterface(iid, spoken.ReceiveAny()); status < 0) {
+    if (const int32_t status = TestFor(sink, iid); status < 0) {
         return status;
     }
     const ObjectGuard guard(owner);

@@ -11,8 +11,8 @@ struct AdviseItem {
 static_assert(sizeof(void*) != 4 || sizeof(AdviseItem) == 8);
 
 /// The listeners of an object, in the order of their connection. The object's lock guards the list.
-/// Sinks are compared, asked for the interface of an event and dropped under it; their event
-/// methods are called outside it. A sink may call back at any time and change the list.
+/// Sinks are compared, dropped, and asked by TakeInterface under it; their event methods are called
+/// outside it. A sink may call back at any time and change the list.
 class SinkList {
 public:
     SinkList() = default;

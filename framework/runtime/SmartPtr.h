@@ -57,8 +57,24 @@ public:
         Reset();
         return &m_Pointer;
     }
-    /// The same for operations that hand out any interface through a `void**`.
-    void** ReceiveAny() { return reinterpret_cast<void**>(Receive()); }
+    /// The same for operations that hand out any interface through a `void**`. Filled when the
+    /// expression that it stands in is over.
+    class AnyReceiver {
+    public:
+        explicit AnyReceiver(SmartPtr& holder) : m_Holder(holder) {}
+        ~AnyReceiver() { m_Holder.Attach(static_cast<T*>(m_Pointer)); }
+        AnyReceiver(const AnyReceiver&) = delete;
+        AnyReceiver& operator=(const AnyReceiver&) = delete;
+        operator void**() { return &m_Pointer; } // NOLINT(google-explicit-constructor)
+
+    private:
+        SmartPtr& m_Holder;
+        void* m_Pointer = nullptr;
+    };
+    AnyReceiver ReceiveAny() {
+        Reset();
+        return AnyReceiver(*this);
+    }
     /// The holder is already empty while the object dies. An object that puts something back into
     /// the holder from its destructor does not leak it.
     void Reset() {

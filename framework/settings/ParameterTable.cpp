@@ -216,19 +216,20 @@ int32_t ParameterTable::ControlEx(ObjectBase& owner, int32_t id, IUnknown* value
         return E_INVALIDARG;
     }
     const SmartPtr<IUnknown> alive(&owner); // what is released may hold its last reference
+    const SmartPtr<IUnknown> kept(value);   // which may be held by the field only
     switch (parameter->Type()) {
     case PROPTYPE_STRING: {
         const ObjectGuard guard(owner);
         auto& field = FieldOf<SmartPtr<IString>>(*parameter);
-        auto replacement = Query<IString>(value); // which may be held by the field only
-        std::swap(field, replacement);
+        field.Reset(); // whoever asks while the old one goes finds none
+        field = Query<IString>(value);
         return S_OK;
     }
     case PROPTYPE_OBJECT: {
         const ObjectGuard guard(owner);
         auto& field = FieldOf<SmartPtr<IUnknown>>(*parameter);
-        SmartPtr<IUnknown> replacement(value);
-        std::swap(field, replacement);
+        field.Reset();
+        field = value;
         return S_OK;
     }
     case PROPTYPE_DOUBLE: {

@@ -41,8 +41,8 @@ void SaveElement(const PROPParameter& parameter, IUIPropInterrogateEx& object,
     default:
         return;
     }
-    if (text ||
-        parameter.Type() == PROPTYPE_STRING) { // a number lacks its text without memory only
+    // A string may be missing; a number lacks its text only when memory has run out.
+    if (text || parameter.Type() == PROPTYPE_STRING) {
         stream.WriteElement(name.Get(), 0, text.Get(), 0);
     }
 }
@@ -68,10 +68,13 @@ void LoadValue(
 }
 
 /// The parameters by their names, each of which the host is asked for once, when it is needed.
+/// Made with all the memory that it needs: throws std::bad_alloc before anything is loaded.
 class NamedParameters {
 public:
     NamedParameters(const ParameterTable& table, const DisplayNames& names)
-        : m_Table(table), m_Names(names) {}
+        : m_Table(table), m_Names(names) {
+        m_Known.reserve(table.Records().size());
+    }
 
     /// The first one of a name; null when there is none.
     const PROPParameter* Find(const CREFString& name) {

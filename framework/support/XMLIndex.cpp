@@ -4,6 +4,8 @@
 #include "framework/support/XMLTag.h"
 
 #include <algorithm>
+#include <bit>
+#include <new>
 
 namespace {
 
@@ -42,35 +44,50 @@ bool IsFound(const XMLPattern& pattern, std::wstring_view word, std::wstring_vie
 } // namespace
 
 bool XMLIndex::MayOpen(const CREFString& text, const tagREFString& name) const {
-    if (m_Closings.empty() || name.m_Length == 0 || name.m_String[-1] == L'<') {
+    if (m_State != State::kBuilt || name.m_Length == 0 || name.m_String[-1] == L'<') {
         return true;
     }
     const std::wstring_view word = ViewOf(name);
     if (HasManyAngles(word)) {
         return !m_Unopened.contains(word);
     }
-    const auto place = m_Beginnings.find(HashOf(word.begin(), word.end()));
-    return place == m_Beginnings.end() || place->second == kNoName ||
-           m_Names[place->second].m_Last >= text.m_String;
+    const auto place = m_Names.find(HashOf(word.begin(), word.end()));
+    return place == m_Names.end() || place->second.m_Last >= text.m_String;
 }
 
 bool XMLIndex::MayClose(const CREFString& text, const tagREFString& name) const {
+    if (m_State != State::kBuilt) {
+        return true;
+    }
     const std::wstring_view word = ViewOf(name);
     const auto place = m_Closings.find(HashOf(word.rbegin(), word.rend()));
     return place == m_Closings.end() || place->second >= text.m_String;
 }
 
 void XMLIndex::NeverOpens(const CREFString& text, const tagREFString& name) {
-    Build(text);
-    m_Unopened.insert(ViewOf(name));
+    Take(text, [&] { m_Unopened.insert(ViewOf(name)); });
 }
 
 void XMLIndex::NeverCloses(const CREFString& text) {
-    Build(text);
+    Take(text, [] {});
+}
+
+template <class Note>
+void XMLIndex::Take(const CREFString& text, Note&& note) {
+    if (m_State == State::kLeftOut) {
+        return;
+    }
+    try {
+        Build(text);
+        note();
+    } catch (const std::bad_alloc&) {
+        *this = {};
+        m_State = State::kLeftOut;
+    }
 }
 
 void XMLIndex::Build(CREFString text) {
-    if (!m_Closings.empty()) {
+    if (m_State == State::kBuilt) {
         return;
     }
     std::wstring_view whole = ViewOf(text);
@@ -86,6 +103,7 @@ void XMLIndex::Build(CREFString text) {
         whole.remove_prefix(end + 1);
     }
     FindOpenings(whole);
+    m_State = State::kBuilt;
 }
 
 void XMLIndex::AddName(std::wstring_view name, bool hasBlank) {
@@ -94,30 +112,28 @@ void XMLIndex::AddName(std::wstring_view name, bool hasBlank) {
         return;
     }
     uint64_t hash = kSeed;
-    for (const wchar_t character : name) {
-        hash = Mix(hash, character);
-        m_Beginnings.try_emplace(hash, kNoName);
+    for (size_t i = 0; i < name.size(); ++i) {
+        hash = Mix(hash, name[i]);
+        if (std::has_single_bit(i + 1)) {
+            m_Beginnings.insert(hash);
+        }
     }
-    if (uint32_t& index = m_Beginnings[hash]; index == kNoName) {
-        index = static_cast<uint32_t>(m_Names.size());
-        m_Names.emplace_back();
-    }
+    m_Names.try_emplace(hash);
 }
 
 void XMLIndex::FindOpenings(std::wstring_view piece) {
-    if (m_Beginnings.empty()) {
+    if (m_Names.empty()) {
         return;
     }
     for (size_t i = piece.find(L'<'); i < piece.size(); i = piece.find(L'<', i + 1)) {
         uint64_t hash = kSeed;
         for (size_t length = 1; i + length < piece.size(); ++length) {
             hash = Mix(hash, piece[i + length]);
-            const auto found = m_Beginnings.find(hash);
-            if (found == m_Beginnings.end()) {
+            if (std::has_single_bit(length) && !m_Beginnings.contains(hash)) {
                 break;
             }
-            if (found->second != kNoName) {
-                FindOpening(m_Names[found->second], piece.substr(i + 1, length), piece);
+            if (const auto found = m_Names.find(hash); found != m_Names.end()) {
+                FindOpening(found->second, piece.substr(i + 1, length), piece);
             }
         }
     }
@@ -132,17 +148,18 @@ void XMLIndex::FindOpening(Name& place, std::wstring_view name, std::wstring_vie
     }
 }
 
+/// `piece` ends with its '>'.
 void XMLIndex::FindClosings(std::wstring_view piece) {
-    const wchar_t* end = &piece.back();
+    const size_t end = piece.size() - 1;
     uint64_t hash = kSeed;
-    for (const wchar_t* i = end - 1; i > piece.data(); --i) {
-        if (i[0] == L'/' && i[-1] == L'<') {
-            const std::wstring_view name(i + 1, static_cast<size_t>(end - i) - 1);
+    for (size_t i = end; i-- > 1;) {
+        if (piece[i] == L'/' && piece[i - 1] == L'<') {
+            const std::wstring_view name = piece.substr(i + 1, end - i - 1);
             const auto place = m_Closings.find(hash);
             if (place != m_Closings.end() && IsFound(XMLPattern::Closing(name), name, piece)) {
-                place->second = end;
+                place->second = piece.data() + end;
             }
         }
-        hash = Mix(hash, *i);
+        hash = Mix(hash, piece[i]);
     }
 }

@@ -17,8 +17,7 @@ int32_t XMLGetTAGGED(
     CREFString& text, CREFString& tag, CREFString& attributes, CREFString& content, short advance);
 
 /// The same for one who reads all elements of a text, of which `text` is what is left, by the tags
-/// that XMLFindTag finds: looks in the text's index before it searches. Throws std::bad_alloc, with
-/// the outputs undefined.
+/// that XMLFindTag finds: looks in the text's index before it searches.
 int32_t XMLGetTAGGED(CREFString& text, CREFString& tag, CREFString& attributes, CREFString& content,
     short advance, XMLIndex& index);
 

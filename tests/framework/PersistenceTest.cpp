@@ -1,4 +1,5 @@
 #include "app/faults/FailingNew.h"
+#include "app/faults/HostTurn.h"
 #include "app/validate/Folders.h"
 #include "framework/support/XMLIndex.h"
 #include "tests/framework/SettingsTest.h"
@@ -78,6 +79,7 @@ struct Names final : HostObject<Names, INamedCollection> {
         return *index == 1007 ? E_FAIL : S_OK;
     }
     int32_t GetItem(int32_t index, IUnknown** item) override {
+        const HostTurn turn;
         const auto name = (index < 1000 ? L"N" : L"T") + std::to_wstring(index % 1000);
         *item = index == 2   ? nullptr
                 : index == 3 ? SmartPtr(SuperCollection::Make()->Identity()).Detach()
@@ -216,7 +218,8 @@ TEST_F(PersistenceTest, LargeXmlTakesATimeThatGrowsWithItWhateverItIs) {
         [](auto& i) { return L"< <n" + i + L"></<n>"; }, [](auto&) { return L"</"; },
         [](auto& i) { return L"<a<" + i + L"></a</a<" + i + L'>'; }, [](auto&) { return L"</></"; },
         [](auto& i) { return L"< /n" + i + L'>'; }, [](auto&) { return L"< a=\"<!--\">"; },
-        [](auto& i) { return L"</n" + i + L"><N4 " + i + L'>'; }};
+        [](auto& i) { return L"</n" + i + L"><N4 " + i + L'>'; },
+        [](auto& i) { return L"< " + std::wstring(400'000, L'n') + i + L'>'; }};
     for (const Piece& piece : pieces) {
         std::wstring text;
         for (int i = 0; text.size() < 1'000'000; ++i) {
@@ -234,6 +237,15 @@ TEST_F(PersistenceTest, FullMemoryEndsTheLoadingOfXml) {
         LoadXml(*m_Settings.Get(), xml.Get());
     }
     EXPECT_EQ(m_Color, 5);
+    const auto twice = AnyStream::Make(L"<N13>3</N13><open>< shut><N13>5</N13>");
+    for (size_t allowed = 0; allowed < 20; ++allowed) {
+        m_Color = 7;
+        {
+            const FailingNew failing(allowed);
+            LoadXml(*m_Settings.Get(), twice.Get());
+        }
+        EXPECT_NE(m_Color, 3) << "half of it is loaded, with " << allowed << " allocations";
+    }
 }
 
 TEST_F(PersistenceTest, ObjectOutlivesTheOperationDuringWhichTheHostReleasesIt) {

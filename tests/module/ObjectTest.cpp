@@ -132,6 +132,15 @@ TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {
     EXPECT_FALSE(m_Tree);
 
     SetUp();
+    properties = As<IUIPropInterrogateEx>().Get();
+    const auto lookForIcon = [&] {
+        SmartPtr<IUnknown> icon;
+        EXPECT_EQ(properties->InquireEx(170, icon.Receive()) & PROPTYPE_MASK, PROPTYPE_OBJECT);
+        EXPECT_FALSE(icon) << "the one that goes leaves its place before the next one comes";
+    };
+    properties->ControlEx(170, MakeMortal(lookForIcon)->Identity());
+    EXPECT_EQ(properties->ControlEx(170, Listener::Make()->Identity()), S_OK);
+
     const auto touchTheControl = [dying = m_Tree.Get()] { SmartPtr<IUITree>(dying).Reset(); };
     As<IUIPropInterrogateEx>()->ControlEx(170, MakeMortal(touchTheControl)->Identity());
     m_Tree.Reset();
@@ -145,6 +154,21 @@ TEST_F(ObjectTest, ControlThatListensToItselfComesToRest) {
         As<IUIRefreshableObject>()->Refresh(0);
         EXPECT_EQ(m_Listener->m_Events.size(), 1 + 64U) << "the change, and those within";
     }
+    As<IEventSource>()->Advise(nullptr, 0);
+}
+
+TEST_F(ObjectTest, ListenersThatMultiplyChangesComeToRest) {
+    As<IEventSource>()->Advise(m_Tree.Get(), 1);
+    Listen();
+    int heard = 0;
+    m_Listener->m_Reaction = [&](const Listener::Event&) {
+        ++heard;
+        m_Listener->m_Events.clear();
+        As<_IUIRefreshEvent>()->UIItemChanged(nullptr, 0);
+    };
+    As<IUIRefreshableObject>()->Refresh(0);
+    EXPECT_GT(heard, 64);
+    EXPECT_LT(heard, 20'000);
     As<IEventSource>()->Advise(nullptr, 0);
 }
 

@@ -446,6 +446,14 @@ TEST_F(RenderingTest, WhoIsAskedMayChangeTheControlMeanwhile) {
     m_Bar->m_Act = [] {};
     m_Tree->Control(4, 15);
     intruder->m_Act = [&] {
+        m_Tree->Control(PROP_ELEMENTHEIGHT, 20);
+        m_Tree->Control(PROP_TEXTCOLOR, 0x112233);
+    };
+    const std::string log = Render();
+    EXPECT_NE(log.find("color 1122867; 'a' 30,0,"), log.npos) << "its label comes after";
+    EXPECT_NE(log.find("'b' 40,20,"), log.npos) << "the next row is the first so high";
+    m_Tree->Control(PROP_ELEMENTHEIGHT, 15);
+    intruder->m_Act = [&] {
         As<IUIPropInterrogateEx>()->ControlEx(170, nullptr);
         As<IUIPropInterrogateEx>()->ControlEx(171, nullptr);
         m_Tree->Control(4, 0);
