@@ -51,12 +51,16 @@ void AddFile(CLI::App* command, const char* name, std::string& file, const std::
 }
 
 void AddKind(CLI::App* command, SourceKind& kind) {
-    command->add_option("--as", kind, "What the file is; else its content tells")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, SourceKind>{{"outline", SourceKind::kOutline},
-                {"json", SourceKind::kJson}, {"xml", SourceKind::kXml},
-                {"archive", SourceKind::kArchive}},
-            CLI::ignore_case));
+    static const std::map<std::string, SourceKind> kKinds{{"outline", SourceKind::kOutline},
+        {"json", SourceKind::kJson}, {"xml", SourceKind::kXml}, {"archive", SourceKind::kArchive}};
+    command
+        ->add_option_function<std::string>(
+            "--as", [&kind](const std::string& name) { kind = kKinds.at(name); },
+            "What the file is: archive, json, xml or outline; else its content tells")
+        ->type_name("KIND")
+        ->check([](const std::string& name) {
+            return kKinds.contains(name) ? "" : "there is no kind " + name;
+        });
 }
 
 void AddTheme(CLI::App* command, std::string& theme) {

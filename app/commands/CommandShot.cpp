@@ -6,6 +6,7 @@
 #include "app/view/Picture.h"
 #include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
+#include "host/text/Text.h"
 
 #include <filesystem>
 #include <iostream>
@@ -50,6 +51,8 @@ void RunShot(const ShotOptions& options) {
     const auto picture = DrawPicture(
         view.Control(), size, panel ? &*panel : nullptr, {.m_HasGuides = options.m_HasGuides});
     WritePicture(picture.get(), file, isFile ? options.m_Out : "standard output");
-    std::cout << (isFile ? options.m_Out + '\n' : "");
+    if (isFile) {
+        std::cout << ToPrintable(Refer(ToWide(options.m_Out))) << '\n';
+    }
     view.CheckAllRead();
 }

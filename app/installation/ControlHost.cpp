@@ -30,8 +30,8 @@ ControlHost::ControlHost() : ControlHost(FindInstallation()) {}
 
 ControlHost::ControlHost(const Installation& installation)
     : m_Host(installation.m_Host), m_Module(installation.m_Module, m_Host.Components()) {
-    WarnOfMissing("_icons/UITreeOpen.png", "open folders look like files");
-    WarnOfMissing("_icons/UITreeClosed.png", "closed folders look like files");
+    WarnOfMissing("_icons/UITreeOpen.png", "nothing shows that a folder is open");
+    WarnOfMissing("_icons/UITreeClosed.png", "nothing shows that a folder is closed");
     WarnOfMissing("_strings/UITree.ini", "settings have numbers for names");
 }
 

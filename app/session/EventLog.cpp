@@ -10,12 +10,14 @@ namespace {
 
 constexpr int32_t kLastDecimal = 9;
 
-std::string LabelOf(const Row& row) {
-    SmartPtr<IString> name;
-    row.m_Collection->GetItemName(row.m_Index, name.Receive());
+std::string Quoted(const std::wstring& label) {
     std::ostringstream text;
-    text << std::quoted(ToPrintable(CREFString(name.Get())));
+    text << std::quoted(ToPrintable(Refer(label)));
     return text.str();
+}
+
+std::string QuotedLabelOf(const Row& row) {
+    return Quoted(LabelOf(Place{row.m_Collection, row.m_Index}));
 }
 
 std::string ActionText(int32_t action) {
@@ -83,10 +85,15 @@ std::string EventLog::ContainerText(IUnknown* container) const {
         return "root";
     }
     const Row row = RowOfCollection(m_Tree, container);
-    return row.IsFound() ? LabelOf(row) : "other";
+    return row.IsFound() ? QuotedLabelOf(row) : "other";
 }
 
+/// What is reported is mostly what is selected: no row is to be looked for then.
 std::string EventLog::NodeText(IUnknown* node) const {
+    const Place selected = SelectedPlace(m_Tree);
+    if (node && selected.m_Collection && NodeAt(selected) == node) {
+        return Quoted(LabelOf(selected));
+    }
     const Row row = RowOfNode(m_Tree, node);
-    return row.IsFound() ? LabelOf(row) : node ? "other" : "none";
+    return row.IsFound() ? QuotedLabelOf(row) : node ? "other" : "none";
 }

@@ -10,7 +10,7 @@ struct Theme {
 };
 // Legible beneath the red in which the control draws selected labels.
 constexpr Theme kThemes[] = {{"light", {0x4B4B4B, 0xFFFFFF, 0x000000}},
-    {"dark", {0xD4D7DB, 0x1D2024, 0xFFFFFF}}, {"contrast", {0xFFFFFF, 0x000000, 0xFFFF00}}};
+    {"dark", {0xD4D7DB, 0x15181B, 0xFFFFFF}}, {"contrast", {0xFFFFFF, 0x000000, 0xFFFF00}}};
 
 int32_t Parameter(IUITree* tree, int32_t number) {
     int32_t value = 0;

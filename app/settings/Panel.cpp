@@ -83,8 +83,7 @@ std::vector<Panel::Line> Panel::Lines() const {
 }
 
 std::string Panel::Hint() const {
-    return m_IsRejected ? m_Page.At(m_Chosen).m_Name + " takes " + m_Page.HintAt(m_Chosen)
-                        : "F2 keeps, escape takes back";
+    return m_IsRejected ? "takes " + m_Page.HintAt(m_Chosen) : "F2 keeps, escape takes back";
 }
 
 void Panel::Choose(int32_t index) {

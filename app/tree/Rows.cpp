@@ -28,12 +28,6 @@ Row FindRow(IUITree* tree, const Test& test) {
     return found;
 }
 
-SmartPtr<IUnknown> NodeOf(const Row& row) {
-    SmartPtr<IUnknown> node;
-    row.m_Collection->GetItem(row.m_Index, node.Receive());
-    return node;
-}
-
 bool BeginsWith(const Row& row, std::wstring_view beginning) {
     SmartPtr<IString> name;
     row.m_Collection->GetItemName(row.m_Index, name.Receive());
@@ -94,7 +88,11 @@ Row RowLabelled(IUITree* tree, std::wstring_view beginning, int32_t from) {
 }
 
 Row RowOfNode(IUITree* tree, IUnknown* node) {
-    return node ? FindRow(tree, [&](const Row& row) { return NodeOf(row) == node; }) : Row{};
+    return node ? FindRow(tree,
+                      [&](const Row& row) {
+                          return NodeAt({row.m_Collection, row.m_Index}) == node;
+                      })
+                : Row{};
 }
 
 Row RowOfCollection(IUITree* tree, IUnknown* collection) {
@@ -121,6 +119,14 @@ Place SelectedPlace(IUITree* tree) {
     return {Query<ISuperCollection>(collection.Get()), index};
 }
 
+SmartPtr<IUnknown> NodeAt(const Place& place) {
+    SmartPtr<IUnknown> node;
+    if (place.m_Collection) {
+        place.m_Collection->GetItem(place.m_Index, node.Receive());
+    }
+    return node;
+}
+
 std::wstring LabelOf(const Place& place) {
     SmartPtr<IString> name;
     if (place.m_Collection) {
@@ -136,6 +142,9 @@ bool IsSame(const Place& first, const Place& second) {
 
 Row ParentRow(IUITree* tree, const Row& row) {
     Row parent;
+    if (IsSameObject(row.m_Collection.Get(), RootOf(tree).Get())) {
+        return parent;
+    }
     FindRow(tree, [&](const Row& above) {
         const auto below = CollectionBelow(above);
         if (above.m_Number < row.m_Number && IsSameObject(below.Get(), row.m_Collection.Get())) {

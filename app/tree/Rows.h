@@ -42,6 +42,8 @@ Row RowOfItem(IUITree* tree, ISuperCollection* collection, int32_t index);
 Row SelectedRow(IUITree* tree);
 /// The item that the control has as selected, shown or not; no collection without one.
 Place SelectedPlace(IUITree* tree);
+/// The item at a place; null for none.
+SmartPtr<IUnknown> NodeAt(const Place& place);
 /// What an item is called; empty for what has no name.
 std::wstring LabelOf(const Place& place);
 bool IsSame(const Place& first, const Place& second);

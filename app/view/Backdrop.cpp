@@ -8,7 +8,10 @@
 
 namespace {
 
-constexpr double kSelectedShare = 0.12; // of the band's colour
+// Of the band's colour. Beneath a selected label it may be little: on more of it the red in which
+// the control draws that label could not be read.
+constexpr double kSelectedShare = 0.04;
+constexpr double kEdgeShare = 0.60;
 constexpr double kPointedShare = 0.05;
 constexpr double kRingShare = 0.45;
 constexpr double kGuideShare = 0.16;
@@ -21,6 +24,17 @@ public:
     void Fill(const Band& band, double share) const {
         Trace(band, 0);
         SetSourceColor(m_Context, m_Color, share);
+        cairo_fill(m_Context);
+    }
+    /// A selected row: a band with a strong left edge.
+    void FillSelected(const Band& band) const {
+        constexpr double kEdge = 3;
+        Fill(band, kSelectedShare);
+        const CairoState state(m_Context);
+        Trace(band, 0);
+        cairo_clip(m_Context);
+        SetSourceColor(m_Context, m_Color, kEdgeShare);
+        cairo_rectangle(m_Context, kMargin, band.m_Top, kEdge, band.m_Height);
         cairo_fill(m_Context);
     }
     /// One pixel wide.
@@ -37,9 +51,10 @@ public:
     }
 
 private:
+    static constexpr double kMargin = 2;
+
     /// A rectangle with round corners, a little within the row.
     void Trace(const Band& band, double inset) const {
-        constexpr double kMargin = 2;
         constexpr double kLargestCorner = 5;
         TraceRounded(m_Context, kMargin + inset, band.m_Top + inset, m_Width - kMargin - inset,
             band.m_Top + band.m_Height - inset, std::min(kLargestCorner, band.m_Height / 4.0));
@@ -76,7 +91,7 @@ void AppendGuides(const CANVASRect& label, std::vector<Guide>& guides) {
 Underlay UnderlayOf(IUITree* tree, const Noted& noted, bool hasGuides) {
     constexpr int32_t kSelectedColor = 0xFF0000; // of the labels that the control hands over
     const bool canTell = PaletteOf(tree).m_Text != kSelectedColor;
-    Underlay underlay;
+    Underlay underlay{.m_Bar = noted.m_Track.width};
     for (const NotedText& label : noted.m_Texts) {
         if (canTell && label.m_Color == kSelectedColor) {
             underlay.m_Selected.push_back({label.m_Rect.top, label.m_Rect.height});
@@ -93,15 +108,17 @@ void DrawBackdrop(cairo_t* context, IUITree* tree, int32_t width, int32_t height
     const Palette palette = PaletteOf(tree);
     const CairoState state(context);
     FillRect(context, {0, 0, width, height}, palette.m_Paper);
-    const Painter painter(context, width, palette.m_Band);
+    const Painter painter(context, width - underlay.m_Bar, palette.m_Band);
     for (const Guide& guide : underlay.m_Guides) {
         painter.Draw(guide);
     }
-    if (const auto band = BandOf(tree, highlights.m_Pointed, height)) {
+    const auto& selected = underlay.m_Selected;
+    if (const auto band = BandOf(tree, highlights.m_Pointed, height);
+        band && std::find(selected.begin(), selected.end(), *band) == selected.end()) {
         painter.Fill(*band, kPointedShare);
     }
-    for (const Band& band : underlay.m_Selected) {
-        painter.Fill(band, kSelectedShare);
+    for (const Band& band : selected) {
+        painter.FillSelected(band);
     }
     if (const auto band = BandOf(tree, highlights.m_Focused, height)) {
         painter.Outline(*band);

@@ -38,8 +38,9 @@ struct Guide {
 struct Underlay {
     std::vector<Band> m_Selected = {};
     std::vector<Guide> m_Guides = {};
+    int32_t m_Bar = 0; ///< the width of the scroll bar, before which bands end
 
-    bool IsEmpty() const { return m_Selected.empty() && m_Guides.empty(); }
+    bool IsEmpty() const { return m_Selected.empty() && m_Guides.empty() && m_Bar == 0; }
 };
 Underlay UnderlayOf(IUITree* tree, const Noted& noted, bool hasGuides);
 

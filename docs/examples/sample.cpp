@@ -6,6 +6,8 @@
 #include "host/sources/OutlineSource.h"
 
 #include <cairo.h>
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -31,6 +33,9 @@ int main(int count, char** arguments) try {
     cairo_destroy(canvas.m_Context);
     const auto status = cairo_surface_write_to_png(surface, picture.c_str());
     cairo_surface_destroy(surface);
+    if (status != CAIRO_STATUS_SUCCESS) {
+        std::cerr << "sample: cannot write " << picture << ": " << std::strerror(errno) << '\n';
+    }
     return status == CAIRO_STATUS_SUCCESS ? 0 : 1;
 } catch (const std::exception& error) {
     std::cerr << "sample: " << error.what() << '\n';

@@ -7,11 +7,11 @@
 
 namespace {
 
-// Drawn thrice as large as they are usually shown, so that they are sharp on fine displays too.
-constexpr int kSize = 96;      // pixels
+// As large as the largest rows on fine displays, so that they are sharp on all.
+constexpr int kSize = 256;     // pixels
 constexpr double kGray = 0.50; // stands out on light and dark paper
-constexpr double kLine = 7;
-constexpr double kLong = 14; // half the height of a chevron, which is as wide as this
+constexpr double kLine = kSize * 7 / 96.0;
+constexpr double kLong = kSize * 14 / 96.0; // half the height of a chevron, which is as wide
 
 /// A chevron that points right, or down when it is turned by a quarter.
 bool DrawIcon(const std::string& path, bool isTurned) {

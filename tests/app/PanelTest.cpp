@@ -38,7 +38,7 @@ TEST_F(PanelTest, TypingEditsTheChosenLineAndEnterApplies) {
     EXPECT_EQ(type("4"), "ElementHeight 4|");
     EXPECT_EQ(type("0x\n"), "ElementHeight 40x|");
     EXPECT_EQ(press(kEnter), "ElementHeight 40x|!");
-    EXPECT_EQ(panel.Hint(), "ElementHeight takes a whole number from 8 to 512");
+    EXPECT_EQ(panel.Hint(), "takes a whole number from 8 to 512");
     EXPECT_EQ(press(kBackspace), "ElementHeight 40|");
     EXPECT_EQ(press(kEnter), "ElementHeight 40");
     EXPECT_EQ(press(kDown), "TextColor #4B4B4B");

@@ -4,6 +4,8 @@
 
 #include "host/data/Expansion.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <set>
 
@@ -26,6 +28,15 @@ std::string PixelsOf(cairo_surface_t* picture) {
         }
     }
     return pixels;
+}
+
+/// How light a colour is to the eye, from 0 to 1.
+double LightOf(int32_t color) {
+    const auto part = [color](int shift) {
+        const double value = (color >> shift & 0xFF) / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0);
 }
 
 class PictureTest : public TreeTest {
@@ -136,6 +147,20 @@ TEST_F(PictureTest, LabelThatIsCutIsShownWholeAfterAMomentUntilSomethingIsDone) 
     }
     Point(33, POINTERACTION_MOVE, 0);
     EXPECT_EQ(m_Session->UntilNextPicture(), std::nullopt) << "nothing would come";
+}
+
+TEST_F(PictureTest, SelectedLabelIsLegibleInEveryThemeAlsoUnderThePointer) {
+    constexpr int32_t kSelected = 0xFF0000;
+    m_Tree->SelectNode(1, SELECT_ABSOLUTE | SELECT_CURRENT);
+    for (const bool isPointed : {false, true}) {
+        Point(isPointed ? 30 : 80, POINTERACTION_MOVE, 0);
+        for (const std::string& theme : ThemeNames()) {
+            ApplyTheme(m_Tree.Get(), theme);
+            const double band = LightOf(RowColors()[1]) + 0.05;
+            const double label = LightOf(kSelected) + 0.05;
+            EXPECT_GE(std::max(band, label) / std::min(band, label), 3.5) << theme << isPointed;
+        }
+    }
 }
 
 /// Without texts, which each machine's fonts draw in their own way. UPDATE_PICTURES=1 in the
