@@ -77,7 +77,26 @@ TEST_F(TreehostTest, RowsShowsLevelsAndMarks) {
     }
     EXPECT_EQ(Run("rows - --as outline", "<a>").m_Output, "  <a>\n");
     std::filesystem::create_directories(m_Folder / "folder/sub/deep");
-    EXPECT_EQ(Run("rows folder --depth 2").m_Output, "- sub\n  + deep\n");
+    std::filesystem::create_directory_symlink("sub", m_Folder / "folder/to");
+    EXPECT_EQ(Run("rows folder --depth 2").m_Output, "- sub\n  + deep\n- to ->\n  + deep\n");
+    EXPECT_THAT(Run("rows folder --json --find t").m_Output, HasSubstr("\"link\":true"));
+    EXPECT_EQ(
+        Run("rows - --json", "\u202Ex\n").m_Output, "[{\"level\":1,\"label\":\"\\u202ex\"}]\n");
+}
+
+TEST_F(TreehostTest, NamesAreInTheOrderOfTheUsersLocale) {
+    if (*EMULATOR) {
+        GTEST_SKIP() << "locales are made for this machine";
+    }
+    std::filesystem::create_directory(m_Folder / "folder");
+    for (const char* name : {"b", "A", "C", "a"}) {
+        std::ofstream(m_Folder / "folder" / name);
+    }
+    const std::string folder = (m_Folder / "").string();
+    ASSERT_EQ(Run("", "", "localedef -i en_US -f UTF-8 ./en_US.UTF-8").m_Status, 0);
+    const std::string english = "LOCPATH='" + folder + "' LC_ALL=en_US.UTF-8 ";
+    EXPECT_EQ(Run("rows folder", "", english + Treehost()).m_Output, "  a\n  A\n  b\n  C\n");
+    EXPECT_EQ(Run("rows folder", "", "LC_ALL=C " + Treehost()).m_Output, "  A\n  C\n  a\n  b\n");
 }
 
 TEST_F(TreehostTest, ShotOpeningScrollingAndEmptinessChangeThePicture) {
