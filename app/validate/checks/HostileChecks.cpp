@@ -20,14 +20,17 @@ Collection Shared(const SmartPtr<SuperCollection>& collection) {
 
 /// Opens what there is and then goes through the life of a component with it.
 void Suffer(Trial& trial, const std::string& name, const Stage& stage, const Collection& data) {
+    trial.At("with " + name);
     const Candidate candidate(stage);
     candidate.Need<IUITree>(trial, "tree");
+    const auto well = Scenario().Picture(candidate.Get());
     Scenario scenario(nullptr, data);
     for (int32_t index = 0; index < 8; ++index) {
         data->SetItemFlags(index, NODE_VISIBLE | NODE_EXPANDED | 1);
     }
     scenario.Play(candidate.Get());
-    trial.Expect(scenario.Draws(candidate.Get()), "after " + name + " it does not draw any more");
+    trial.Expect(scenario.Picture(candidate.Get()) == well,
+        "after " + name + " it does not draw as before any more");
 }
 
 /// Collections that may hold each other; at the end, also of a check that ends early, they let go.
