@@ -71,6 +71,7 @@ void Names(Trial& trial) {
     trial.Expect(entries.m_Create(Refer(known), nullptr) < 0, "no place for the creator is well");
     void* creator = nullptr;
     trial.Expect(entries.m_Create(Refer(known), &creator) >= 0 && creator, "its own name is not");
+    trial.Measure("6 unknown names");
 }
 
 /// A registry that has nothing to offer.
@@ -99,6 +100,7 @@ void Registry(Trial& trial) {
         trial.Expect(CountOf(first->Identity()) == firsts && CountOf(second->Identity()) == seconds,
             "the registry is not held by exactly one reference until the next one comes");
     }
+    trial.Measure(std::to_string(std::size(steps)) + " registries in turn");
 }
 
 void Unloads(Trial& trial) {
@@ -108,6 +110,7 @@ void Unloads(Trial& trial) {
     stage.Unload();
     trial.Expect(!stage.IsStillLoaded(), "the module is still there after it was unloaded");
     trial.Expect(stage.Leaked().empty(), "host objects are held: " + stage.Leaked());
+    trial.Measure("1 load");
 }
 
 void Loads(Trial& trial) {
