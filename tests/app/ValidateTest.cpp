@@ -55,7 +55,10 @@ TEST_F(ValidateTest, StatusTellsWrongUsageFromWhatCannotBeLoaded) {
         {"UITree.so", "UITree --only module.exports", 0, "1 passed"},
         {"UITree.so", "--only nothing", 2, "no check matches"},
         {"UITree.so", "--only '['", 2, "not a regular expression"},
-        {"UITree.so", "Other", 3, "no component"}, {"nowhere.so", "", 3, "not a library"},
+        {"UITree.so", "Other", 3, "no component"}, {"nowhere.so", "", 3, "no such file: /"},
+        {"broken", "", 3, "not a file: /"},
+        {"UITree.so", "--junit /nowhere/report.xml", 1, "cannot write /nowhere/report.xml"},
+        {"UITree.so", "--list --json --only exports", 0, "\"name\": \"module.exports\""},
         {"treehost", "", 3, "cannot load"}, {"NoFactory.so", "", 3, "not a module"}};
     for (const auto& [module, arguments, status, says] : cases) {
         EXPECT_EQ(Validate(module, arguments), status) << module << ' ' << arguments << m_Output;
@@ -159,5 +162,9 @@ TEST_F(ValidateTest, ReportsForProgramsHoldTheSame) {
     EXPECT_THAT(
         m_Output, HasSubstr("\"name\": \"module.exports\",\n      \"outcome\": \"passed\""));
     EXPECT_THAT(Content(junit), HasSubstr("<testsuite name=\"UITree\" tests=\"2\" failures=\"0\""));
+    EXPECT_THAT(Content(junit), HasSubstr("skipped=\"0\" time=\""));
     EXPECT_THAT(Content(junit), HasSubstr("<testcase classname=\"UITree\" name=\"module.names\""));
+    Validate("broken/BrokenCrash.so", "--json --only null --junit '" + junit + "'");
+    EXPECT_THAT(m_Output, HasSubstr("\"output\": \"last words\\n\""));
+    EXPECT_THAT(Content(junit), HasSubstr("<system-out>last words"));
 }

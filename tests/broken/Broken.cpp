@@ -212,6 +212,7 @@ int32_t CBroken::ParameterRange(int32_t id, int32_t* minimum, int32_t* maximum) 
 
 int32_t CBroken::Render(UbuntuCanvas* canvas, CANVASRect* rect, IUnknown*, int32_t) {
     if (Is(CRASH) && !rect) {
+        write(STDERR_FILENO, "last words\n", 11);
         return *static_cast<volatile int32_t*>(nullptr);
     }
     if (!canvas || !canvas->m_Context || !rect) {
