@@ -6,7 +6,7 @@
 class DocumentInMemory {
 public:
     /// Borrowed.
-    IFolderStream* Root() const { return m_Root.Get(); }
+    DocumentFolder* Root() const { return m_Root.Get(); }
     /// The sub-folders in order with their entries by name: "<folder>: <entry>=<value> ...".
     std::string Describe() const;
     /// Adds the folder of a parameter; without a value when that is empty.

@@ -177,7 +177,7 @@ size_t CutAtEveryCall(Trial& trial, const Stage& stage, Gate& gate) {
     const Changed changed(trial, stage);
     const DocumentInMemory saved;
     SaveFolders(trial, changed.m_Candidate, saved);
-    const auto stream = gate.Wrap(saved.Root());
+    const auto stream = gate.Wrap<IFolderStream>(saved.Root());
     for (size_t calls = 0;; ++calls) {
         trial.At("with nothing from call " + std::to_string(calls) + " on");
         const Candidate loaded(stage);
