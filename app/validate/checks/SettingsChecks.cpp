@@ -80,7 +80,7 @@ std::wstring SavedText(Trial& trial, const Candidate& candidate) {
     const auto xml = XmlFile::Make();
     trial.Expect(SettingsOf(candidate).UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0) >= 0,
         "saving as XML fails");
-    const std::wstring text(ViewOf(CREFString(xml.Get())));
+    std::wstring text(ViewOf(CREFString(xml.Get())));
     trial.Expect(!text.empty(), "nothing is saved as XML");
     return text;
 }
