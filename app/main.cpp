@@ -171,9 +171,13 @@ void AddValidate(CLI::App& app, ValidateOptions& options) {
     AddFile(command, "--junit", options.m_JUnit, "A file to write for build servers");
     command->add_flag(
         "--in-process", options.m_InProcess, "Without child processes, for a debugger");
-    command->add_option("--time-limit", options.m_TimeLimit, "Seconds for each check")
+    command->add_option("--time-limit", options.m_TimeLimit, "For each check")
+        ->option_text("SECONDS [300]")
         ->check(CLI::Range(1, 86'400))
         ->capture_default_str();
+    command->footer(
+        "It ends with 0 when no check failed, 1 when one did, 2 when it was called wrongly or "
+        "no check\nmatched, and 3 when the module cannot be loaded.");
     command->callback([&options] { RunValidate(options); });
 }
 

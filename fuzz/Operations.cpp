@@ -59,13 +59,16 @@ public:
     std::string Play() {
         for (int32_t steps = 1; !m_Input.IsEmpty(); ++steps) {
             m_Answers += std::to_string(Step()) + ' ';
-            m_IsWell &= !m_Gate.HasFailed();
+            if (m_Gate.HasFailed()) {
+                m_IsWell = false;
+                m_HasBeenWell = false;
+            }
             // A wrong row stays wrong, and to look at all of them costs more than the step.
             if (m_IsWell && (steps % 8 == 0 || m_Input.IsEmpty())) {
                 CheckRows();
             }
         }
-        return m_IsWell ? m_Answers : "";
+        return m_HasBeenWell ? m_Answers : "";
     }
 
 private:
@@ -172,13 +175,18 @@ private:
         UbuntuCanvas canvas{m_Context.get()};
         return As<IRenderableObject>()->Render(&canvas, &rect, nullptr, 0);
     }
-    /// One call of the host, or all of them, from some call on; or none any more.
+    /// One call of the host, or all of them, from some call on; or none any more, and then all is
+    /// well again with the next tree.
     int32_t Fail() {
         const uint8_t first = m_Input.Byte();
         const uint8_t failing = m_Input.Byte();
-        m_IsWell = false;
-        first == 0 ? m_Gate.FailNothing()
-                   : m_Gate.Fail(first - 1, failing == 0 ? SIZE_MAX : failing);
+        m_HasBeenWell = false;
+        m_IsWell = first == 0;
+        if (first == 0) {
+            m_Gate.FailNothing();
+            return Bind(failing % 15); // not none
+        }
+        m_Gate.Fail(first - 1, failing == 0 ? SIZE_MAX : failing);
         return 0;
     }
     int32_t Ask() {
@@ -236,7 +244,8 @@ private:
     SmartPtr<IUITree> m_Tree;
     SmartPtr<EventLog> m_Log;
     std::string m_Answers;
-    bool m_IsWell = true; ///< no call of the host has failed
+    bool m_IsWell = true;      ///< no call of the host has failed since the tree was bound
+    bool m_HasBeenWell = true; ///< nor before that: two controls failed at different calls
 };
 
 std::string Play(const Module& module, const Input& input, bool isVouched) {

@@ -3,7 +3,7 @@
 #include "app/validate/Probe.h"
 #include "app/validate/Report.h"
 
-#include <iomanip>
+#include <fstream>
 #include <iostream>
 #include <regex.h>
 #include <unistd.h>
@@ -46,31 +46,71 @@ Checks Matching(const std::string& text) {
     return matching;
 }
 
-/// Shows on a terminal what is being done, and takes it away again.
+/// Shows on a terminal what is being done, and takes it away again. Standard output may be read by
+/// programs.
 class Progress {
 public:
-    explicit Progress(const Check& check) {
+    Progress(const Check& check, size_t number, size_t all) {
         if (m_IsShown) {
-            std::cout << "        " << check.m_Name << " ..." << std::flush;
+            std::cerr << "        " << number << " of " << all << "  " << check.m_Name << " ...";
         }
     }
     ~Progress() {
         if (m_IsShown) {
-            std::cout << "\r\x1b[K";
+            std::cerr << "\r\x1b[K";
         }
     }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
 private:
-    bool m_IsShown = isatty(STDOUT_FILENO) != 0;
+    bool m_IsShown = isatty(STDERR_FILENO) != 0;
 };
 
-Verdict Run(const Check& check, const Subject& subject, const ValidateOptions& options) {
-    const Progress progress(check);
-    return options.m_InProcess
-               ? RunHere(check, subject)
-               : RunInChild(check, subject, std::chrono::seconds(options.m_TimeLimit));
+/// The report for build servers, whose file is there before anything is run.
+class Report {
+public:
+    explicit Report(const std::string& file) : m_Name(file) {
+        if (!file.empty()) {
+            m_File.open(file);
+            Check();
+        }
+    }
+    void Write(const Subject& subject, const std::vector<Verdict>& verdicts) {
+        if (m_File.is_open()) {
+            WriteJUnit(m_File, subject, verdicts);
+            m_File.flush();
+            Check();
+        }
+    }
+
+private:
+    void Check() const {
+        if (!m_File) {
+            throw std::runtime_error("cannot write " + m_Name);
+        }
+    }
+
+    std::string m_Name;
+    std::ofstream m_File;
+};
+
+std::vector<Verdict> RunAll(
+    const Checks& checks, const Subject& subject, const ValidateOptions& options) {
+    const std::chrono::seconds limit(options.m_TimeLimit);
+    std::vector<Verdict> verdicts;
+    for (const Check* check : checks) {
+        {
+            const Progress progress(*check, verdicts.size() + 1, checks.size());
+            verdicts.push_back(options.m_InProcess ? RunHere(*check, subject)
+                                                   : RunInChild(*check, subject, limit));
+        }
+        if (!options.m_AsJson) {
+            PrintVerdict(std::cout, verdicts.back());
+            std::cout.flush();
+        }
+    }
+    return verdicts;
 }
 
 } // namespace
@@ -78,28 +118,19 @@ Verdict Run(const Check& check, const Subject& subject, const ValidateOptions& o
 void RunValidate(const ValidateOptions& options) {
     const Checks checks = Matching(options.m_Only);
     if (options.m_List) {
-        for (const Check* check : checks) {
-            std::cout << std::left << std::setw(22) << check->m_Name << check->m_Proves << '\n';
-        }
+        PrintList(std::cout, checks, options.m_AsJson);
         return;
     }
     if (options.m_Module.empty()) {
         throw UsageError("MODULE is missing");
     }
-    const Subject subject = Probe(options.m_Module, options.m_Component, FindInstallation().m_Host);
-    std::vector<Verdict> verdicts;
-    for (const Check* check : checks) {
-        verdicts.push_back(Run(*check, subject, options));
-        if (!options.m_AsJson) {
-            PrintVerdict(std::cout, verdicts.back());
-            std::cout.flush();
-        }
-    }
+    const Subject subject = Probe(options.m_Module, options.m_Component, FindInstallation().m_Host,
+        std::chrono::seconds(options.m_TimeLimit));
+    Report report(options.m_JUnit);
+    const std::vector<Verdict> verdicts = RunAll(checks, subject, options);
     const Totals totals = Count(verdicts);
     options.m_AsJson ? PrintJson(std::cout, subject, verdicts) : PrintTotals(std::cout, totals);
-    if (!options.m_JUnit.empty()) {
-        WriteJUnit(options.m_JUnit, subject, verdicts);
-    }
+    report.Write(subject, verdicts);
     if (totals.m_Failed > 0) {
         throw std::runtime_error(std::to_string(totals.m_Failed) + " of " +
                                  std::to_string(verdicts.size()) + " checks failed");

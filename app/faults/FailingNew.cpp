@@ -11,6 +11,7 @@ thread_local bool gIsFailing = false; // a FailingNew lives
 thread_local size_t gAllowed = 0;
 thread_local size_t gLast = 0; ///< the first allocation that succeeds again
 thread_local size_t gCount = 0;
+thread_local int64_t gBlocks = 0; ///< made less freed
 
 bool IsToFail() {
     if (!gIsFailing || HostTurn::IsNow()) {
@@ -20,7 +21,21 @@ bool IsToFail() {
     return number >= gAllowed && number < gLast;
 }
 
+void* Counted(void* memory) {
+    gBlocks += memory ? 1 : 0;
+    return memory;
+}
+
+void Free(void* memory) {
+    gBlocks -= memory ? 1 : 0;
+    std::free(memory);
+}
+
 } // namespace
+
+int64_t LiveBlocks() {
+    return gBlocks;
+}
 
 FailingNew::FailingNew(size_t allowed, size_t failing) {
     gAllowed = allowed;
@@ -42,7 +57,7 @@ size_t FailingNew::Count() const {
 }
 
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
-    return IsToFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    return IsToFail() ? nullptr : Counted(std::malloc(size == 0 ? 1 : size));
 }
 void* operator new(size_t size) {
     if (void* memory = operator new(size, std::nothrow)) {
@@ -51,23 +66,23 @@ void* operator new(size_t size) {
     throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, size_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 
 // Memory resources allocate by these.
 void* operator new(size_t size, std::align_val_t alignment) {
     const auto unit = static_cast<size_t>(alignment);
     void* memory = IsToFail() ? nullptr : std::aligned_alloc(unit, (size / unit + 1) * unit);
-    return memory ? memory : throw std::bad_alloc();
+    return memory ? Counted(memory) : throw std::bad_alloc();
 }
 void operator delete(void* memory, std::align_val_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, size_t, std::align_val_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 
 // Elsewhere the forms for arrays lead to these by themselves, but not under the sanitizers.

@@ -19,3 +19,7 @@ public:
     FailingNew(const FailingNew&) = delete;
     FailingNew& operator=(const FailingNew&) = delete;
 };
+
+/// The blocks of memory that this thread has made by `operator new` less those that it has freed.
+/// Only differences mean anything.
+int64_t LiveBlocks();

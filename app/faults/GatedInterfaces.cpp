@@ -63,17 +63,25 @@ public:
     }
 };
 
-template <>
-class Gated<IComponentCollection> final : public GatedBase<IComponentCollection> {
+/// What has items that are found by their names.
+template <class Interface>
+class GatedItems : public GatedBase<Interface> {
 public:
-    using GatedBase::GatedBase;
+    using GatedBase<Interface>::GatedBase;
 
-    int32_t GetItem(int32_t index, IUnknown** item) override {
-        return Pass(&Base::GetItem, index, item);
+    int32_t GetItem(int32_t index, IUnknown** item) final {
+        return this->Pass(&Interface::GetItem, index, item);
     }
-    int32_t FindItem(IString* name, int32_t* index) override {
-        return Pass(&Base::FindItem, name, index);
+    int32_t FindItem(IString* name, int32_t* index) final {
+        return this->Pass(&Interface::FindItem, name, index);
     }
+};
+
+template <>
+class Gated<IComponentCollection> final : public GatedItems<IComponentCollection> {
+public:
+    using GatedItems::GatedItems;
+
     int32_t CreateComponent(tagREFString name, const IID* iid, void** object) override {
         Owner().TheGate().NoticeComponent(name);
         const bool isWithheld = Owner().TheGate().IsWithheld(name);
@@ -143,16 +151,9 @@ public:
 };
 
 template <>
-class Gated<INamedCollection> final : public GatedBase<INamedCollection> {
+class Gated<INamedCollection> final : public GatedItems<INamedCollection> {
 public:
-    using GatedBase::GatedBase;
-
-    int32_t GetItem(int32_t index, IUnknown** item) override {
-        return Pass(&Base::GetItem, index, item);
-    }
-    int32_t FindItem(IString* name, int32_t* index) override {
-        return Pass(&Base::FindItem, name, index);
-    }
+    using GatedItems::GatedItems;
 };
 
 template <>

@@ -16,7 +16,7 @@ struct Subject {
 /// process ends before the check does.
 class Trial {
 public:
-    enum class Say { kFinding, kFigure, kSkip };
+    enum class Say { kFinding, kFigure, kSkip, kPlace };
     using Listener = std::function<void(Say, const std::string&)>;
 
     Trial(const Subject& subject, Listener listener)
@@ -27,6 +27,9 @@ public:
     bool Expect(bool holds, const std::string& finding);
     /// What was measured or counted.
     void Measure(const std::string& figure) { m_Listener(Say::kFigure, figure); }
+    /// Where the check is, in words that follow "ended by SIGSEGV": a crash, a hang or an exception
+    /// is told with the last place. Costs little.
+    void At(const std::string& place) { m_Listener(Say::kPlace, place); }
     /// The check does not apply, because of that.
     [[noreturn]] void Skip(const std::string& reason);
     bool HasFailed() const { return m_Findings > 0; }

@@ -1,11 +1,14 @@
 #include "app/validate/Child.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <poll.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -48,6 +51,32 @@ struct Pipe {
     int m_Ends[2] = {-1, -1};
 };
 
+/// A text that parent and child share.
+class SharedText {
+public:
+    SharedText()
+        : m_Text(mmap(nullptr, kSize, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
+        if (m_Text == MAP_FAILED) {
+            Fail("cannot share memory");
+        }
+    }
+    ~SharedText() { munmap(m_Text, kSize); }
+    SharedText(const SharedText&) = delete;
+    SharedText& operator=(const SharedText&) = delete;
+
+    void Set(const std::string& text) {
+        const size_t length = std::min(text.size(), kSize - 1);
+        std::memcpy(m_Text, text.data(), length);
+        static_cast<char*>(m_Text)[length] = '\0';
+    }
+    std::string Get() const { return static_cast<const char*>(m_Text); }
+
+private:
+    static constexpr size_t kSize = 256;
+
+    void* m_Text;
+};
+
 void WriteAll(int file, const std::string& bytes) {
     for (size_t written = 0; written < bytes.size();) {
         const ssize_t count = write(file, bytes.data() + written, bytes.size() - written);
@@ -60,13 +89,14 @@ void WriteAll(int file, const std::string& bytes) {
 
 /// A record is the kind, the text and a zero.
 [[noreturn]] void BeChild(
-    int file, std::FILE* output, const std::function<void(const Tell&)>& body) {
+    int file, std::FILE* output, SharedText& place, const std::function<void(const Tell&)>& body) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // a parent that is ended takes the child with it
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
     dup2(fileno(output), STDOUT_FILENO);
     dup2(fileno(output), STDERR_FILENO);
-    const Tell tell = [file](char kind, const std::string& text) {
-        WriteAll(file, kind + text + '\0');
+    const Tell tell = [&, file](char kind, const std::string& text) {
+        kind == kPlace ? place.Set(text) : WriteAll(file, kind + text + '\0');
     };
     body(tell);
     tell(kEnd, "");
@@ -136,13 +166,14 @@ ChildEnd RunChild(
         Fail("cannot make a file");
     }
     Pipe channel;
+    SharedText place;
     std::fflush(nullptr); // or the child prints it too
     const pid_t child = fork();
     if (child < 0) {
         Fail("cannot make a process");
     }
     if (child == 0) {
-        BeChild(channel.m_Ends[1], output.get(), body);
+        BeChild(channel.m_Ends[1], output.get(), place, body);
     }
     channel.CloseWriting();
     const auto start = Clock::now();
@@ -170,6 +201,7 @@ ChildEnd RunChild(
     if (!end.m_IsDone) {
         end.m_Reason = ReasonOf(status, isLate, limit);
     }
+    end.m_Place = place.Get();
     end.m_Output = LastOutput(output.get());
     return end;
 }

@@ -14,6 +14,12 @@ namespace {
 class Image {
 public:
     explicit Image(const std::filesystem::path& file) : m_File(file.string()) {
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(file, error)) {
+            throw ModuleError(
+                (std::filesystem::exists(file, error) ? "not a file: " : "no such file: ") +
+                m_File);
+        }
         std::ifstream stream(file, std::ios::binary);
         m_Bytes.assign(std::istreambuf_iterator<char>(stream), {});
     }

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::chrono::seconds kLimit(60);
 constexpr char kName = 'n';
 constexpr char kFault = '!';
 
@@ -68,7 +67,7 @@ std::string OnlyName(const std::vector<std::string>& names) {
 } // namespace
 
 Subject Probe(const std::filesystem::path& module, const std::string& component,
-    const std::filesystem::path& host) {
+    const std::filesystem::path& host, std::chrono::seconds limit) {
     Subject subject{.m_Module = module, .m_Component = ToWide(component), .m_Host = host};
     std::vector<std::string> names;
     std::string fault;
@@ -76,7 +75,7 @@ Subject Probe(const std::filesystem::path& module, const std::string& component,
         [&](char kind, const std::string& text) {
             (kind == kName ? names.emplace_back() : fault) = text;
         },
-        kLimit);
+        limit);
     if (!fault.empty() || !end.m_IsDone) {
         throw ModuleError(
             fault.empty() ? "cannot load the module: the process " + end.m_Reason : fault);

@@ -2,9 +2,9 @@
 
 #include "host/text/Text.h"
 
-#include <fstream>
 #include <iomanip>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 namespace {
 
@@ -26,10 +26,21 @@ std::string Printable(const std::string& text) {
     return ToPrintable(Refer(wide));
 }
 
-/// Text as XML carries it; control characters have no place in it.
+/// What a module printed, line by line.
+std::string PrintableLines(const std::string& text) {
+    std::string lines;
+    for (size_t at = 0; at < text.size();) {
+        const size_t end = std::min(text.find('\n', at), text.size());
+        lines += Printable(text.substr(at, end - at)) + '\n';
+        at = end + 1;
+    }
+    return lines;
+}
+
+/// Text as XML carries it.
 std::string Escaped(const std::string& text) {
     std::string escaped;
-    for (const char character : Printable(text)) {
+    for (const char character : text) {
         switch (character) {
         case '&':
             escaped += "&amp;";
@@ -59,10 +70,13 @@ void WriteCase(std::ostream& out, const Verdict& verdict, const std::string& com
     out << "    <testcase classname=\"" << component << "\" name=\"" << verdict.m_Check->m_Name
         << "\" time=\"" << verdict.m_Seconds << "\">";
     if (verdict.m_Outcome == Outcome::kFailed) {
-        out << "<failure message=\"" << Escaped(Joined(verdict.m_Findings)) << "\">"
+        out << "<failure message=\"" << Escaped(Printable(Joined(verdict.m_Findings))) << "\">"
             << Escaped(verdict.m_Check->m_LookAt) << "</failure>";
     } else if (verdict.m_Outcome == Outcome::kSkipped) {
         out << "<skipped message=\"" << Escaped(verdict.m_Figure) << "\"/>";
+    }
+    if (!verdict.m_Output.empty()) {
+        out << "<system-out>" << Escaped(PrintableLines(verdict.m_Output)) << "</system-out>";
     }
     out << "</testcase>\n";
 }
@@ -93,10 +107,9 @@ void PrintVerdict(std::ostream& out, const Verdict& verdict) {
     }
     out << "        promised: " << verdict.m_Check->m_Proves
         << "\n        look at:  " << verdict.m_Check->m_LookAt << '\n';
-    for (size_t at = 0; at < verdict.m_Output.size();) {
-        const size_t end = std::min(verdict.m_Output.find('\n', at), verdict.m_Output.size());
-        out << "        | " << Printable(verdict.m_Output.substr(at, end - at)) << '\n';
-        at = end + 1;
+    std::istringstream lines(PrintableLines(verdict.m_Output));
+    for (std::string line; std::getline(lines, line);) {
+        out << "        | " << line << '\n';
     }
 }
 
@@ -116,27 +129,42 @@ void PrintJson(std::ostream& out, const Subject& subject, const std::vector<Verd
         for (const std::string& finding : verdict.m_Findings) {
             findings.push_back(Printable(finding));
         }
-        report["checks"].push_back({{"name", verdict.m_Check->m_Name},
-            {"outcome", NameOf(verdict.m_Outcome)}, {"findings", std::move(findings)},
-            {"figure", verdict.m_Figure}, {"seconds", verdict.m_Seconds},
-            {"proves", verdict.m_Check->m_Proves}, {"lookAt", verdict.m_Check->m_LookAt}});
+        report["checks"].push_back(
+            {{"name", verdict.m_Check->m_Name}, {"outcome", NameOf(verdict.m_Outcome)},
+                {"findings", std::move(findings)}, {"figure", verdict.m_Figure},
+                {"output", PrintableLines(verdict.m_Output)}, {"seconds", verdict.m_Seconds},
+                {"proves", verdict.m_Check->m_Proves}, {"lookAt", verdict.m_Check->m_LookAt}});
     }
     out << report.dump(2) << '\n';
 }
 
-void WriteJUnit(
-    const std::string& file, const Subject& subject, const std::vector<Verdict>& verdicts) {
+void PrintList(std::ostream& out, std::span<const Check* const> checks, bool asJson) {
+    auto list = nlohmann::ordered_json::array();
+    for (const Check* check : checks) {
+        if (asJson) {
+            list.push_back({{"name", check->m_Name}, {"proves", check->m_Proves},
+                {"lookAt", check->m_LookAt}});
+        } else {
+            out << std::left << std::setw(22) << check->m_Name << check->m_Proves << '\n';
+        }
+    }
+    if (asJson) {
+        out << list.dump(2) << '\n';
+    }
+}
+
+void WriteJUnit(std::ostream& out, const Subject& subject, const std::vector<Verdict>& verdicts) {
     const Totals totals = Count(verdicts);
-    const std::string component = Escaped(ToUtf8(Refer(subject.m_Component)));
-    std::ofstream out(file);
+    const std::string component = Escaped(ToPrintable(Refer(subject.m_Component)));
+    double seconds = 0;
+    for (const Verdict& verdict : verdicts) {
+        seconds += verdict.m_Seconds;
+    }
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n  <testsuite name=\""
         << component << "\" tests=\"" << verdicts.size() << "\" failures=\"" << totals.m_Failed
-        << "\" skipped=\"" << totals.m_Skipped << "\">\n";
+        << "\" skipped=\"" << totals.m_Skipped << "\" time=\"" << seconds << "\">\n";
     for (const Verdict& verdict : verdicts) {
         WriteCase(out, verdict, component);
     }
     out << "  </testsuite>\n</testsuites>\n";
-    if (!out.flush()) {
-        throw std::runtime_error("cannot write " + file);
-    }
 }

@@ -19,7 +19,8 @@ void PrintTotals(std::ostream& out, const Totals& totals);
 /// All of it for programs, as one object.
 void PrintJson(std::ostream& out, const Subject& subject, const std::vector<Verdict>& verdicts);
 
-/// All of it in the form that build servers read. Throws std::runtime_error when the file cannot be
-/// written.
-void WriteJUnit(
-    const std::string& file, const Subject& subject, const std::vector<Verdict>& verdicts);
+/// The checks and what they prove.
+void PrintList(std::ostream& out, std::span<const Check* const> checks, bool asJson);
+
+/// All of it in the form that build servers read.
+void WriteJUnit(std::ostream& out, const Subject& subject, const std::vector<Verdict>& verdicts);

@@ -23,6 +23,8 @@ char KindOf(Trial::Say say) {
         return kFinding;
     case Trial::Say::kFigure:
         return kFigure;
+    case Trial::Say::kPlace:
+        return kPlace;
     default:
         return kSkip;
     }
@@ -34,27 +36,36 @@ void Note(Verdict& verdict, char kind, const std::string& text) {
         verdict.m_Outcome = Verdict::Outcome::kFailed;
         return;
     }
+    if (kind == kPlace) {
+        return; // whoever looks on sees it
+    }
     verdict.m_Figure = text;
     if (kind == kSkip) {
         verdict.m_Outcome = Verdict::Outcome::kSkipped;
     }
 }
 
-void RunGuarded(const Check& check, Trial& trial) {
+void RunGuarded(const Check& check, Trial& trial, const std::string& place) {
     try {
         check.m_Run(trial);
     } catch (const Skipped&) {
         return;
     } catch (const std::exception& exception) {
-        trial.Expect(false, std::string("an exception came out: ") + exception.what());
+        trial.Expect(false, "an exception came out" + place + ": " + exception.what());
     } catch (...) {
-        trial.Expect(false, "an exception came out");
+        trial.Expect(false, "an exception came out" + place);
     }
 }
 
 void RunTrial(const Check& check, const Subject& subject, const Tell& tell) {
-    Trial trial(subject, [&](Trial::Say say, const std::string& text) { tell(KindOf(say), text); });
-    RunGuarded(check, trial);
+    std::string place;
+    Trial trial(subject, [&](Trial::Say say, const std::string& text) {
+        if (say == Trial::Say::kPlace) {
+            place = ' ' + text;
+        }
+        tell(KindOf(say), text);
+    });
+    RunGuarded(check, trial, place);
     if (__lsan_do_recoverable_leak_check != nullptr) {
         trial.Expect(__lsan_do_recoverable_leak_check() == 0, "memory leaked");
     }
@@ -73,7 +84,7 @@ Verdict RunInChild(const Check& check, const Subject& subject, std::chrono::seco
         [&](char kind, const std::string& text) { Note(verdict, kind, text); }, limit);
     verdict.m_Seconds = SecondsSince(start);
     if (!end.m_IsDone) {
-        Note(verdict, kFinding, end.m_Reason);
+        Note(verdict, kFinding, end.m_Reason + (end.m_Place.empty() ? "" : " " + end.m_Place));
     }
     if (verdict.m_Outcome == Verdict::Outcome::kFailed) {
         verdict.m_Output = end.m_Output;

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int32_t kWidth = 160;
 constexpr int32_t kHeight = 70;
+constexpr int32_t kPaper = 0xFF00FF; ///< a colour that nobody draws in
 constexpr const char* kOutline = "A\n a1\n  x\n a2\nB\n b1\nC\nD\n";
 
 /// Hears everything and does nothing.
@@ -59,9 +60,9 @@ void Scenario::Bind(IUnknown* object, ISuperCollection* data) {
     }
 }
 
-int32_t Scenario::Draw(IUnknown* object) {
+int32_t Scenario::Draw(IUnknown* object, UbuntuCanvas& canvas) {
     const auto drawn = Query<IRenderableObject>(object);
-    return drawn ? drawn->Render(&m_Canvas, &m_Rect, nullptr, 0) : S_OK;
+    return drawn ? drawn->Render(&canvas, &m_Rect, nullptr, 0) : S_OK;
 }
 
 void Scenario::Play(IUnknown* object) {
@@ -73,11 +74,11 @@ void Scenario::Play(IUnknown* object) {
         child->put_Parent(m_Listener.Get());
     }
     Bind(object, m_Data.Get());
-    Draw(object);
+    Draw(object, m_Canvas);
     if (const auto tree = Query<IUITree>(object)) {
         Browse(*tree.Get());
     }
-    Draw(object);
+    Draw(object, m_Canvas);
     if (const auto input = Query<IUIMouseInput>(object)) {
         Point(*input.Get());
     }
@@ -88,19 +89,30 @@ void Scenario::Play(IUnknown* object) {
     }
     Ask(object);
     Keep(object);
-    Draw(object);
+    Draw(object, m_Canvas);
     Close(object);
     if (source) {
         source->Advise(nullptr, ADVISE_DISCONNECT);
     }
 }
 
-bool Scenario::Draws(IUnknown* object) {
+std::optional<size_t> Scenario::Picture(IUnknown* object) {
     if (const auto tree = Query<IUITree>(object)) {
         tree->SetElementSize(0, 12); // it may have been set to anything
     }
     Bind(object, m_Second.Get());
-    return Draw(object) >= 0;
+    const SurfacePtr paper(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight));
+    const ContextPtr context(cairo_create(paper.get()));
+    FillRect(context.get(), m_Rect, kPaper);
+    SetSourceColor(context.get(), ~kPaper); // for who draws with what the host left
+    UbuntuCanvas canvas{context.get()};
+    if (Draw(object, canvas) < 0) {
+        return std::nullopt;
+    }
+    cairo_surface_flush(paper.get());
+    const auto size = size_t(cairo_image_surface_get_stride(paper.get())) * size_t(kHeight);
+    const auto* pixels = reinterpret_cast<const char*>(cairo_image_surface_get_data(paper.get()));
+    return std::hash<std::string_view>()({pixels, size});
 }
 
 void Scenario::Browse(IUITree& tree) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/faults/Gate.h"
+#include "app/validate/CanvasWatch.h"
 #include "app/validate/Check.h"
 #include "framework/Interfaces.h"
 #include "framework/settings/ParameterTable.h"
@@ -25,13 +26,17 @@ public:
 
     /// Binds, draws, opens, selects, clicks, drags, wheels, touches, asks, saves, loads and closes.
     void Play(IUnknown* object);
-    /// Whether the object draws when it is given a tree and a canvas.
-    bool Draws(IUnknown* object);
+    /// What is wrong with the canvas that the life was drawn on; null when nothing is, and from
+    /// then on.
+    const char* CanvasFault() { return m_Watch.Fault(); }
+    /// A number for the picture that the object draws on fresh paper when it is given another tree;
+    /// none when it fails to.
+    std::optional<size_t> Picture(IUnknown* object);
 
 private:
     static SmartPtr<ISuperCollection> OrdinaryData();
     void Bind(IUnknown* object, ISuperCollection* data);
-    int32_t Draw(IUnknown* object);
+    int32_t Draw(IUnknown* object, UbuntuCanvas& canvas);
     void Browse(IUITree& tree);
     void Point(IUIMouseInput& input);
     void Ask(IUnknown* object);
@@ -48,6 +53,7 @@ private:
     SurfacePtr m_Surface;
     ContextPtr m_Context;
     UbuntuCanvas m_Canvas = {};
+    CanvasWatch m_Watch{m_Context.get()};
     CANVASRect m_Rect = {};
 };
 

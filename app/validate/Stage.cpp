@@ -14,8 +14,10 @@ Stage::Stage(const Subject& subject) : m_Subject(subject), m_Host(subject.m_Host
     m_Before = LiveObjects();
 }
 
-void Stage::Load(IComponentCollection* components) {
-    m_Module.emplace(m_Subject.m_Module, components ? components : m_Host.Components());
+void Stage::Load() {
+    IComponentCollection* components = m_Host.Components();
+    const auto shown = m_Gate ? m_Gate->Wrap(components) : SmartPtr(components);
+    m_Module.emplace(m_Subject.m_Module, shown.Get());
 }
 
 bool Stage::IsStillLoaded() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/faults/Gate.h"
 #include "app/validate/Check.h"
 #include "host/Host.h"
 #include "host/components/Module.h"
@@ -15,8 +16,13 @@ public:
     explicit Stage(const Subject& subject);
 
     Host& TheHost() { return m_Host; }
-    /// Loads the module; `components` stands for the host's own when it is not null.
-    void Load(IComponentCollection* components = nullptr);
+    /// Stands a gate between the host and a module that is loaded from now on, in place of the one
+    /// before; it stays until the module is unloaded, however the check ends. Nothing may be
+    /// loaded.
+    Gate& RaiseGate() { return m_Gate.emplace(); }
+    void LowerGate() { m_Gate.reset(); }
+    /// Loads the module.
+    void Load();
     /// Unloads it. Its objects have to be gone.
     void Unload() { m_Module.reset(); }
     bool IsStillLoaded() const;
@@ -41,7 +47,8 @@ private:
     const Subject& m_Subject;
     Host m_Host;
     std::map<std::string, int32_t> m_Before;
-    std::optional<Module> m_Module;
+    std::optional<Gate> m_Gate;
+    std::optional<Module> m_Module; ///< goes before the gate whose objects it holds
 };
 
 /// The references to an object, as it counts them itself.

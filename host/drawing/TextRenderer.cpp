@@ -40,6 +40,7 @@ void DrawLine(cairo_t* context, const CANVASRect& line, PangoLayout* layout) {
     const int32_t top = line.top + (line.height - height) / 2;
     cairo_move_to(context, line.left, top);
     pango_cairo_show_layout(context, layout);
+    cairo_new_path(context); // a text leaves the point where it ends
 }
 
 std::wstring_view Shortened(tagREFString text) {

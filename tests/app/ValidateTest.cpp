@@ -1,8 +1,10 @@
+#include "app/validate/Child.h"
 #include "tests/support/HostTest.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
 #include <sys/wait.h>
+#include <unistd.h>
 
 // The validator: how it is called, and what it says of good modules.
 
@@ -53,7 +55,10 @@ TEST_F(ValidateTest, StatusTellsWrongUsageFromWhatCannotBeLoaded) {
         {"UITree.so", "UITree --only module.exports", 0, "1 passed"},
         {"UITree.so", "--only nothing", 2, "no check matches"},
         {"UITree.so", "--only '['", 2, "not a regular expression"},
-        {"UITree.so", "Other", 3, "no component"}, {"nowhere.so", "", 3, "not a library"},
+        {"UITree.so", "Other", 3, "no component"}, {"nowhere.so", "", 3, "no such file: /"},
+        {"broken", "", 3, "not a file: /"},
+        {"UITree.so", "--junit /nowhere/report.xml", 1, "cannot write /nowhere/report.xml"},
+        {"UITree.so", "--list --json --only exports", 0, "\"name\": \"module.exports\""},
         {"treehost", "", 3, "cannot load"}, {"NoFactory.so", "", 3, "not a module"}};
     for (const auto& [module, arguments, status, says] : cases) {
         EXPECT_EQ(Validate(module, arguments), status) << module << ' ' << arguments << m_Output;
@@ -75,39 +80,78 @@ TEST_F(ValidateTest, ControlMayBeUsedBySeveralThreads) {
     EXPECT_THAT(m_Output, HasSubstr("\n3 passed, 0 failed, 0 skipped"));
 }
 
-TEST_F(ValidateTest, EachFaultIsFoundByTheCheckNamedForItAndByNoOther) {
-    const struct {
-        const char *m_Fault, *m_Checks, *m_Says;
-    } cases[] = {{"None", "", "0 failed"},
-        {"CountTooMany", "counts.balance", "IObjectInfo does not add one"},
-        {"CountTooFew", "counts.balance", "IObjectInfo does not add one"},
-        {"KeptReference", "counts.balance", "1 references to host objects are kept"},
-        {"ChangingIdentity", "query.identity", "IParent answers IUnknown with another address"},
-        {"OneSidedQuery", "query.answers", "IParent does not answer IRenderableObject"},
-        {"OpenSave", "draw.canvas", "a save of the canvas is left open"},
-        {"ChangedMatrix", "draw.canvas", "the matrix is changed"},
-        {"DrawnOutside", "draw.clip", "pixels outside the rectangle"},
-        {"RangeIgnored", "parameters.range", "parameter 1 begins with 101"},
-        {"ShortSave", "settings.(cut-)?folders", "change parameter 1, 2"},
-        {"PointerOnFailure", "module.names", "writes the creator"},
-        {"RunningThread", "module.threads", "runs on"}, {"Crash", "null.pointers", "ended "},
-        {"EndlessLoop", "parameters.numbers", "ended by SIGKILL"},
-        {"SymbolTooMany", "module.exports", "Helper is shown"},
-        {"NeverUnloaded", "module.unloads", "is still there"},
-        {"Exception", "faults.memory-(once|onwards)", "an exception leaves an operation"},
-        {"MemoryLeak", "create.grows|module.loads", "memory grows"}};
-    // The one that never ends is waited for as long as the slowest check may need somewhere.
-    const std::string endless = *EMULATOR ? "--time-limit 120" : "--time-limit 20";
-    for (const auto& [fault, checks, says] : cases) {
-        const std::string name = fault;
-        EXPECT_EQ(Validate("broken/Broken" + name + ".so",
-                      name == "EndlessLoop" ? endless : "--time-limit 900"),
-            *checks ? 1 : 0);
-        EXPECT_THAT(m_Output, HasSubstr(says)) << fault;
-        for (const std::string& failed : FailedChecks()) {
-            EXPECT_THAT(failed, MatchesRegex(checks)) << fault;
-        }
+/// A module with one fault: the checks that find it, what they say, and which are tried.
+struct Fault {
+    const char *m_Name, *m_Checks, *m_Says, *m_Arguments = "--time-limit 900";
+};
+
+void PrintTo(const Fault& fault, std::ostream* out) {
+    *out << fault.m_Name;
+}
+
+class BrokenModuleTest : public ValidateTest, public testing::WithParamInterface<Fault> {};
+
+TEST_P(BrokenModuleTest, IsFoundByTheCheckNamedForItAndByNoOther) {
+    const auto& [name, checks, says, arguments] = GetParam();
+    EXPECT_EQ(Validate("broken/Broken" + std::string(name) + ".so", arguments), *checks ? 1 : 0);
+    EXPECT_THAT(m_Output, HasSubstr(says));
+    for (const std::string& failed : FailedChecks()) {
+        EXPECT_THAT(failed, MatchesRegex(checks)) << m_Output;
     }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, BrokenModuleTest,
+    testing::Values(Fault{"None", "", "0 failed"},
+        Fault{"CountTooMany", "counts.balance", "IObjectInfo does not add one"},
+        Fault{"CountTooFew", "counts.balance", "IObjectInfo does not add one"},
+        Fault{"KeptReference", "counts.balance|use.grows", "1 references to host objects are kept"},
+        Fault{
+            "ChangingIdentity", "query.identity", "IParent answers IUnknown with another address"},
+        Fault{"OneSidedQuery", "query.answers", "IParent does not answer IRenderableObject"},
+        Fault{"OpenSave", "draw.canvas", "a save of the canvas is left open"},
+        Fault{"SaveOpenOnFailure", "faults.memory-(once|onwards)",
+            "a save of the canvas is left open"},
+        Fault{"ChangedMatrix", "draw.canvas", "the matrix is changed"},
+        Fault{"DrawnOutside", "draw.clip", "pixels outside the rectangle"},
+        Fault{"DeadAfterFault", "faults.memory-(once|onwards)",
+            "it does not draw as ever when all is well again"},
+        Fault{"RangeIgnored", "parameters.range", "parameter 100 begins with 101"},
+        Fault{"ShortSave", "settings.(cut-)?folders", "change parameter 100, 101"},
+        Fault{"XmlNothing", "settings.(cut-)?xml", "nothing is saved as XML"},
+        Fault{"PointerOnFailure", "module.names", "writes the creator"},
+        Fault{"RunningThread", "module.threads", "runs on"},
+        Fault{"Crash", "null.pointers", " in Render"},
+        Fault{"CrashInPair", "numbers.pairs", " with left = 2147483647, width = -2147483648"},
+        Fault{"BlindTrust", "host.missing|faults.*", "SIGSEGV without ComponentString"},
+        Fault{"EndlessLoop", "parameters.numbers",
+            "ran longer than 5 s, ended by SIGKILL with the unknown parameter 2147483647",
+            "--only parameters --time-limit 5"},
+        Fault{"SymbolTooMany", "module.exports", "Helper is shown"},
+        Fault{"NeverUnloaded", "module.unloads", "is still there"},
+        Fault{"Exception", "faults.memory-(once|onwards)", "an exception leaves an operation"},
+        Fault{"LeakOnFailure", "create.fails|faults.memory-(once|onwards)", "blocks are kept"},
+        Fault{"MemoryLeak", "create.grows|module.loads", "memory grows with every object"},
+        Fault{"LeakInUse", "use.grows", "memory grows with every use"},
+        Fault{"FileLeak", "create.grows|module.loads", "open files grow with every object"},
+        Fault{"MappingLeak", "create.grows|module.loads", "mapped pages grow with every object"}),
+    [](const auto& test) { return test.param.m_Name; });
+
+TEST(ChildTest, BodyThatPausesIsEndedAndToldWithItsPlace) {
+    std::string heard;
+    const ChildEnd end = RunChild(
+        [](const Tell& tell) {
+            tell('f', "found");
+            tell(kPlace, "first");
+            tell(kPlace, "at the end");
+            while (true) {
+                pause();
+            }
+        },
+        [&](char kind, const std::string& text) { heard += kind + text; }, std::chrono::seconds(1));
+    EXPECT_FALSE(end.m_IsDone);
+    EXPECT_EQ(end.m_Reason, "ran longer than 1 s, ended by SIGKILL");
+    EXPECT_EQ(end.m_Place, "at the end");
+    EXPECT_EQ(heard, "ffound");
 }
 
 TEST_F(ValidateTest, ReportsForProgramsHoldTheSame) {
@@ -118,5 +162,9 @@ TEST_F(ValidateTest, ReportsForProgramsHoldTheSame) {
     EXPECT_THAT(
         m_Output, HasSubstr("\"name\": \"module.exports\",\n      \"outcome\": \"passed\""));
     EXPECT_THAT(Content(junit), HasSubstr("<testsuite name=\"UITree\" tests=\"2\" failures=\"0\""));
+    EXPECT_THAT(Content(junit), HasSubstr("skipped=\"0\" time=\""));
     EXPECT_THAT(Content(junit), HasSubstr("<testcase classname=\"UITree\" name=\"module.names\""));
+    Validate("broken/BrokenCrash.so", "--json --only null --junit '" + junit + "'");
+    EXPECT_THAT(m_Output, HasSubstr("\"output\": \"last words\\n\""));
+    EXPECT_THAT(Content(junit), HasSubstr("<system-out>last words"));
 }

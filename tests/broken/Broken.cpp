@@ -7,8 +7,11 @@
 
 #include <cairo.h>
 #include <memory>
+#include <new>
 #include <pthread.h>
+#include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
 
 #define COUNT_TOO_MANY 1
 #define COUNT_TOO_FEW 2
@@ -28,6 +31,15 @@
 #define KEPT_REFERENCE 16
 #define DRAWN_OUTSIDE 17
 #define MEMORY_LEAK 18
+#define LEAK_ON_FAILURE 19
+#define LEAK_IN_USE 20
+#define DEAD_AFTER_FAULT 21
+#define SAVE_OPEN_ON_FAILURE 22
+#define FILE_LEAK 23
+#define MAPPING_LEAK 24
+#define BLIND_TRUST 25
+#define XML_NOTHING 26
+#define CRASH_IN_PAIR 27
 
 namespace {
 
@@ -36,6 +48,21 @@ constexpr bool Is(int fault) {
 }
 
 int32_t* volatile gForgotten = nullptr;
+bool gIsRunning = false;
+bool gIsDead = false;
+
+// The component goes by a name and by numbers for which the host has display names.
+constexpr tagREFString kName = {6, L"UITree"};
+constexpr int32_t kHeight = 100;
+constexpr int32_t kColor = 101;
+
+/// Allocates and frees.
+bool HasMemory() {
+    int32_t* volatile probe = new (std::nothrow) int32_t(1);
+    const bool isThere = probe != nullptr;
+    delete probe;
+    return isThere;
+}
 
 } // namespace
 
@@ -59,6 +86,8 @@ public:
     int32_t ParameterRange(int32_t id, int32_t* minimum, int32_t* maximum) override;
     int32_t UIPropInterrogate_SaveFolderStream(
         INamedCollection* strings, IFolderStream* stream, int32_t flags) override;
+    int32_t UIPropInterrogate_SaveXML(
+        INamedCollection* strings, IDataStream* stream, int32_t flags) override;
 
 private:
     friend class CObject<CBroken>;
@@ -131,11 +160,23 @@ int32_t CBroken::Release() {
 }
 
 int32_t CBroken::FinalConstruct() {
-    if (Is(MEMORY_LEAK)) {
+    if (Is(MEMORY_LEAK) || Is(LEAK_ON_FAILURE)) {
         gForgotten = new int32_t[8];
     }
-    const int32_t status = AddParameter(1, PROPTYPE_LONG, &m_Height, 1, 100);
-    return status < 0 ? status : AddParameter(2, PROPTYPE_LONG | PROPFLAG_COLOR, &m_Color);
+    if (Is(FILE_LEAK)) {
+        dup(STDERR_FILENO);
+    }
+    if (Is(MAPPING_LEAK)) {
+        mmap(nullptr, 1, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    }
+    const int32_t status = AddParameter(kHeight, PROPTYPE_LONG, &m_Height, 1, 100);
+    if (status < 0) {
+        return status;
+    }
+    if (Is(LEAK_ON_FAILURE)) {
+        delete[] gForgotten;
+    }
+    return AddParameter(kColor, PROPTYPE_LONG | PROPFLAG_COLOR, &m_Color);
 }
 
 int32_t CBroken::get_Parent(IUnknown** parent) {
@@ -150,7 +191,10 @@ int32_t CBroken::put_Parent(IUnknown* parent) {
     if (Is(KEPT_REFERENCE) && parent) {
         parent->AddRef();
     }
-    if (Is(RUNNING_THREAD) && parent) {
+    if (Is(BLIND_TRUST) && parent) {
+        CreateHostObject<IUIPropInterrogate>("UIDefault")->Inquire(PROPID_ALL, nullptr);
+    }
+    if (Is(RUNNING_THREAD) && parent && !std::exchange(gIsRunning, true)) {
         void* const pausing = reinterpret_cast<void*>(&pause); // code that stays when this goes
         pthread_t thread{};
         pthread_create(&thread, nullptr, reinterpret_cast<void* (*)(void*)>(pausing), nullptr);
@@ -161,22 +205,36 @@ int32_t CBroken::put_Parent(IUnknown* parent) {
 
 int32_t CBroken::ParameterRange(int32_t id, int32_t* minimum, int32_t* maximum) {
     while (Is(ENDLESS_LOOP) && id == INT32_MAX && minimum) {
-        usleep(1000);
+        pause();
     }
     return IUIPropInterrogateImpl::ParameterRange(id, minimum, maximum);
 }
 
 int32_t CBroken::Render(UbuntuCanvas* canvas, CANVASRect* rect, IUnknown*, int32_t) {
     if (Is(CRASH) && !rect) {
+        write(STDERR_FILENO, "last words\n", 11);
         return *static_cast<volatile int32_t*>(nullptr);
     }
     if (!canvas || !canvas->m_Context || !rect) {
         return E_POINTER;
     }
+    if (Is(DEAD_AFTER_FAULT) && (gIsDead || !HasMemory())) {
+        gIsDead = true;
+        return S_OK;
+    }
+    if (Is(CRASH_IN_PAIR) && rect->left == INT32_MAX && rect->width == INT32_MIN) {
+        return *static_cast<volatile int32_t*>(nullptr);
+    }
+    if (Is(LEAK_IN_USE)) {
+        gForgotten = new (std::nothrow) int32_t[8];
+    }
     cairo_t* context = canvas->m_Context;
     const auto copy = Is(EXCEPTION) ? std::make_unique<CANVASRect>(*rect) : nullptr;
     [[maybe_unused]] const CANVASRect* volatile used = copy.get(); // it would not be made unused
     cairo_save(context);
+    if (Is(SAVE_OPEN_ON_FAILURE) && !HasMemory()) {
+        return E_FAIL;
+    }
     cairo_rectangle(context, rect->left, rect->top, rect->width + (Is(DRAWN_OUTSIDE) ? 1.0 : 0.0),
         rect->height);
     cairo_fill(context);
@@ -197,10 +255,17 @@ int32_t CBroken::UIPropInterrogate_SaveFolderStream(
     return IUIPropInterrogateImpl::UIPropInterrogate_SaveFolderStream(strings, stream, flags);
 }
 
+int32_t CBroken::UIPropInterrogate_SaveXML(
+    INamedCollection* strings, IDataStream* stream, int32_t flags) {
+    return Is(XML_NOTHING)
+               ? S_OK
+               : IUIPropInterrogateImpl::UIPropInterrogate_SaveXML(strings, stream, flags);
+}
+
 [[maybe_unused]] static const bool gIdentifiersReady = (InitializeIdentifiers(), true);
 
 template <>
-const tagREFString IObjectInfoImpl<CBroken>::m_ObjectName = {6, L"Broken"};
+const tagREFString IObjectInfoImpl<CBroken>::m_ObjectName = kName;
 
 MODULE_EXPORT int32_t InitializeModule(void*, IComponentCollection* components) {
     return SetGlobalComponents(components);

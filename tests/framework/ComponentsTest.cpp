@@ -1,3 +1,6 @@
+#include "app/faults/FailingNew.h"
+#include "app/faults/Gate.h"
+#include "host/components/HostObject.h"
 #include "tests/framework/FrameworkTest.h"
 
 #include <cstdlib>
@@ -10,6 +13,22 @@ using ComponentsTest = HostedTest;
 bool HasCreator(const wchar_t* module, const wchar_t* component) {
     return MODULECreateFunction(HeapText(module).Ref(), CREFString(component)) != nullptr;
 }
+
+/// A picture that can do without a file, and is drawn only with one.
+class AnyPicture final : public HostObject<AnyPicture, IRenderableObject, IFileArchive> {
+public:
+    static constexpr const char* kKind = "AnyPicture";
+
+    int32_t Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int32_t) override {
+        return m_HasFile ? S_OK : E_FAIL;
+    }
+    int32_t SetFileName(IString* name) override { return m_HasFile = name != nullptr, S_OK; }
+    int32_t Populate() override { return S_OK; }
+    int32_t GetContentState(int32_t, int32_t*) override { return E_FAIL; }
+
+private:
+    bool m_HasFile = false;
+};
 
 /// Runs in a process of its own, where nothing was looked up yet.
 void UseTheNamedCollection() {
@@ -47,6 +66,30 @@ TEST_F(ComponentsTest, EmptyHolderIsFilledFromTheHostsModule) {
     SetGlobalComponents(nullptr);
     EXPECT_TRUE(Adopt(GLOBALComponents()) == m_Host->Components());
     EXPECT_TRUE(gGlobalComponentCollection == m_Host->Components());
+}
+
+TEST_F(ComponentsTest, StringThatCannotBeMadeDoesNotAskForItsDescriptionAgain) {
+    const Gate gate; // counts what the host's module is asked for
+    std::optional<FailingNew> failing(std::in_place);
+    const auto none = Adopt(CREFString::CreateString());
+    failing.reset();
+    const auto one = Adopt(CREFString::CreateString());
+    EXPECT_TRUE(!none && one);
+    EXPECT_EQ(gate.Calls(), 0U);
+}
+
+TEST_F(ComponentsTest, IconWhoseNameCannotBeMadeIsNone) {
+    m_Host->Register(L"CIFFileEx", [](const IID& iid, void** object) {
+        return AnyPicture::Make()->QueryInterface(iid, object);
+    });
+    bool hasFailed = true;
+    for (size_t allowed = 0; hasFailed; ++allowed) {
+        std::optional<FailingNew> failing(std::in_place, allowed, 1);
+        const auto icon = Adopt(ICONCreate(CREFString(L"any.png")));
+        hasFailed = failing->HasFailed();
+        failing.reset();
+        EXPECT_TRUE(icon ? icon->Render(nullptr, nullptr, nullptr, 0) == S_OK : hasFailed);
+    }
 }
 
 TEST(ComponentsDeathTest, NamedCollectionIsLookedUpUntilFoundAndThenMadeAnew) {

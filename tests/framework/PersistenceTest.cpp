@@ -1,7 +1,7 @@
 #include "app/faults/FailingNew.h"
 #include "app/faults/HostTurn.h"
-#include "app/validate/Folders.h"
 #include "framework/support/XMLIndex.h"
+#include "host/settings/DocumentInMemory.h"
 #include "tests/framework/SettingsTest.h"
 
 #include <cstring>
@@ -131,8 +131,8 @@ struct PersistenceTest : SettingsTest {
 } // namespace
 
 TEST_F(PersistenceTest, FoldersHoldEveryParameterByteForByteInTheTablesOrder) {
-    const Folders folders;
-    EXPECT_EQ(SaveFolders(*m_Settings.Get(), folders.m_Root.Get()), S_OK);
+    const DocumentInMemory folders;
+    EXPECT_EQ(SaveFolders(*m_Settings.Get(), folders.Root()), S_OK);
     EXPECT_EQ(folders.Describe(), "7: Flags=07000000 ID=07000000 Value=null\n"
                                   "T1: Flags=01000000 ID=01000000 Value=FE000000\n"
                                   "T2: Flags=02000000 ID=02000000 Value=FEFFFFFF\n"
@@ -152,18 +152,18 @@ TEST_F(PersistenceTest, FoldersHoldEveryParameterByteForByteInTheTablesOrder) {
 }
 
 TEST_F(PersistenceTest, FoldersAreFoundByTheirNumberAndTypeAndSkippedWithoutThem) {
-    const Folders saved;
+    const DocumentInMemory saved;
     saved.Add(999, 3, "abcd");
     saved.Add(23, 3, "abcd"); // transient
     m_Object.Attach(ICONCreate(CREFString(L"UITreeOpen.png")));
-    SaveFolders(*m_Settings.Get(), saved.m_Root.Get());
+    SaveFolders(*m_Settings.Get(), saved.Root());
     saved.Add(999, 3, "abcd");
     Forget();
-    EXPECT_EQ(LoadFolders(*m_Settings.Get(), saved.m_Root.Get()), S_OK);
+    EXPECT_EQ(LoadFolders(*m_Settings.Get(), saved.Root()), S_OK);
     ExpectValues(-2, 15);
     EXPECT_TRUE(Query<IRenderableObject>(m_Object.Get()));
 
-    const Folders odd;
+    const DocumentInMemory odd;
     odd.Add(7, 7, "none"); // no object: none
     odd.Add(6, 6, "");     // no text: the empty one
     odd.Add(3, 3, "abcd", L"Id");
@@ -171,7 +171,7 @@ TEST_F(PersistenceTest, FoldersAreFoundByTheirNumberAndTypeAndSkippedWithoutThem
     odd.Add(4, 4, "abc");
     odd.Add(3, 5, "abcdefgh");                  // another type
     odd.Add(2, 2 | PROPFLAG_COLOR, "\1\1\1\1"); // loads: it is of the type
-    EXPECT_EQ(LoadFolders(*m_Settings.Get(), odd.m_Root.Get()), S_OK);
+    EXPECT_EQ(LoadFolders(*m_Settings.Get(), odd.Root()), S_OK);
     EXPECT_EQ(std::tuple(m_Short, m_Long, m_Float), std::tuple(0x101, 15, 2.5F));
     EXPECT_TRUE(m_String && Text(m_String.Get()).empty());
     EXPECT_FALSE(m_Object);
@@ -208,7 +208,7 @@ TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
     }
     EXPECT_EQ(std::tuple(m_Short, m_Long, m_Transient), std::tuple(-2, 15, 1));
     EXPECT_EQ(LoadXml(*m_Settings.Get(), nullptr), S_OK);
-    EXPECT_EQ(SaveXml(*m_Settings.Get(), Folders().m_Root.Get()), S_OK) << "no XML";
+    EXPECT_EQ(SaveXml(*m_Settings.Get(), DocumentInMemory().Root()), S_OK) << "no XML";
 }
 
 TEST_F(PersistenceTest, LargeXmlTakesATimeThatGrowsWithItWhateverItIs) {

@@ -23,7 +23,26 @@ struct Noting final : HostObject<Noting, SuperCollectionBase> {
     std::string& m_Log;
 };
 
+/// Does not answer IUnknown, as some hosts' collections do not.
+struct Nameless final : HostObject<Nameless, SuperCollectionBase> {
+    static constexpr const char* kKind = "Nameless";
+    int32_t QueryInterface(const IID& iid, void** object) override {
+        return iid == IID_IUnknown ? (*object = nullptr, E_NOINTERFACE)
+                                   : HostObject::QueryInterface(iid, object);
+    }
+};
+
 } // namespace
+
+TEST_F(NodesTest, CollectionsThatDoNotAnswerIUnknownShowTheirRows) {
+    const auto root = Nameless::Make();
+    const auto branch = Nameless::Make();
+    branch->Append("leaf", Outline("x").Get());
+    root->Append("branch", static_cast<ISuperCollection*>(branch.Get()));
+    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
+    m_Tree->MakeNodeVisible(static_cast<ISuperCollection*>(root.Get()), 0);
+    EXPECT_EQ(RowCount(), 2);
+}
 
 TEST_F(NodesTest, BindingShowsTheRootItemsClosedAndLeavesDeeperFlags) {
     Bind("A\n a1\nB");

@@ -1,4 +1,4 @@
-#include "app/validate/Folders.h"
+#include "host/settings/DocumentInMemory.h"
 #include "host/settings/XmlFile.h"
 #include "host/text/Text.h"
 #include "tests/support/TreeTest.h"
@@ -20,8 +20,8 @@ protected:
         return ToUtf8(CREFString(xml.Get()));
     }
     std::string SavedFolders() const {
-        const Folders folders;
-        EXPECT_EQ(As<IDataPersist>()->Save(folders.m_Root.Get(), 0), S_OK);
+        const DocumentInMemory folders;
+        EXPECT_EQ(As<IDataPersist>()->Save(folders.Root(), 0), S_OK);
         return folders.Describe();
     }
     void Renew() {
@@ -60,15 +60,15 @@ TEST_F(PersistenceTest, DefaultsAreStoredUnderTheirNamesInOrder) {
 TEST_F(PersistenceTest, AnySettingsSurviveASaveAndALoadIntoANewControl) {
     std::mt19937 random(20'240'607);
     for (int turn = 0; turn <= 1000; ++turn) {
-        const Folders folders;
-        As<IDataPersist>()->Save(folders.m_Root.Get(), 0);
+        const DocumentInMemory folders;
+        As<IDataPersist>()->Save(folders.Root(), 0);
         const std::string stored = folders.Describe();
         const auto xml = SavedXml();
         Renew();
         Settings()->UIPropInterrogate_LoadXML(nullptr, xml.Get(), 0);
         ASSERT_EQ(TextOf(SavedXml()), TextOf(xml)) << turn;
         Renew();
-        As<IDataPersist>()->Load(folders.m_Root.Get(), 0);
+        As<IDataPersist>()->Load(folders.Root(), 0);
         ASSERT_EQ(SavedFolders(), stored) << turn;
         ASSERT_EQ(TextOf(SavedXml()), TextOf(xml)) << turn;
         for (const int id : {4, 100, 101, 102, 105, 147, 148}) {

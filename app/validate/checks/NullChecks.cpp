@@ -12,20 +12,25 @@ void Refused(Trial& trial, int32_t status, const char* operation) {
 }
 
 void OfObject(Trial& trial, const Candidate& candidate) {
+    trial.At("in GetName");
     if (auto* info = candidate.As<IObjectInfo>()) {
         Refused(trial, info->GetName(0, nullptr), "GetName");
     }
+    trial.At("in get_Parent or put_Parent");
     if (auto* child = candidate.As<IParent>()) {
         Refused(trial, child->get_Parent(nullptr), "get_Parent");
         child->put_Parent(nullptr);
     }
+    trial.At("in GetPages");
     if (auto* pages = candidate.As<IUIPropertyPageSpecify>()) {
         Refused(trial, pages->GetPages(0, nullptr, nullptr), "GetPages");
     }
+    trial.At("in Save or Load");
     if (auto* persist = candidate.As<IDataPersist>()) {
         trial.Expect(persist->Save(nullptr, 0) == S_OK && persist->Load(nullptr, 0) == S_OK,
             "a stream that is null is not passed over with S_OK");
     }
+    trial.At("in Advise or GetAdviseItem");
     if (auto* source = candidate.As<IEventSource>()) {
         source->Advise(nullptr, 1);
         source->Advise(nullptr, ADVISE_REPLACE);
@@ -33,12 +38,13 @@ void OfObject(Trial& trial, const Candidate& candidate) {
         source->GetAdviseItem(0, nullptr, nullptr);
         source->Advise(nullptr, ADVISE_DISCONNECT);
     }
+    trial.At("in UIItemChanged");
     if (auto* refreshed = candidate.As<_IUIRefreshEvent>()) {
         refreshed->UIItemChanged(nullptr, 0);
     }
 }
 
-void OfParameters(const Candidate& candidate) {
+void OfParameters(Trial& trial, const Candidate& candidate) {
     auto* parameters = candidate.As<IUIPropInterrogateEx>();
     if (!parameters) {
         return;
@@ -48,6 +54,7 @@ void OfParameters(const Candidate& candidate) {
         numbers.push_back(parameter.m_Number);
     }
     for (const int32_t number : numbers) {
+        trial.At("with parameter " + std::to_string(number));
         parameters->Inquire(number, nullptr);
         parameters->ParameterRange(number, nullptr, nullptr);
         parameters->ParameterEnumeration(number, nullptr);
@@ -56,7 +63,8 @@ void OfParameters(const Candidate& candidate) {
     }
 }
 
-void OfPicture(const Candidate& candidate) {
+void OfPicture(Trial& trial, const Candidate& candidate) {
+    trial.At("in Render");
     const SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 40, 40));
     const ContextPtr context(cairo_create(surface.get()));
     UbuntuCanvas canvas{context.get()};
@@ -69,12 +77,14 @@ void OfPicture(const Candidate& candidate) {
             }
         }
     }
+    trial.At("in Pointer");
     if (auto* input = candidate.As<IUIMouseInput>()) {
         for (const int32_t action :
             {POINTERACTION_PRESS, POINTERACTION_MOVE, POINTERACTION_RELEASE}) {
             input->Pointer(1, action, 0, 5, 5, nullptr, nullptr);
         }
     }
+    trial.At("in Touch");
     if (auto* input = candidate.As<IUITouchInput>()) {
         input->Touch(5, 5, nullptr, 0, 0, 0, 0, 0, 0, 5, 0, 0);
     }
@@ -82,19 +92,23 @@ void OfPicture(const Candidate& candidate) {
 
 void OfTree(Trial& trial, IUITree& tree) {
     SmartPtr<IUnknown> node;
+    trial.At("in get_Collection, get_Node or HitTest");
     Refused(trial, tree.get_Collection(nullptr), "get_Collection");
     Refused(trial, tree.get_Node(0, 0, 0, nullptr), "get_Node");
     Refused(trial, tree.HitTest(5, 5, nullptr, nullptr), "HitTest");
     tree.HitTest(5, 5, nullptr, node.Receive());
+    trial.At("in GetElementSize, GetContainerSize or Inquire");
     tree.GetElementSize(nullptr, nullptr);
     tree.GetContainerSize(nullptr, nullptr, nullptr);
     tree.Inquire(PROPID_ALL, nullptr);
+    trial.At("in MakeNodeVisible, Insert, put_Node or GetSelected");
     tree.MakeNodeVisible(nullptr, 0);
     tree.Insert(nullptr, nullptr, {}, {}, {});
     tree.put_Node(0, 0, 0, nullptr);
     for (const int32_t kind : {SELECTED_NODE, SELECTED_DATA, SELECTED_COLLECTION}) {
         tree.GetSelected(-1, kind, nullptr);
     }
+    trial.At("in put_Collection");
     trial.Expect(tree.put_Collection(nullptr) < 0, "no collection is bound");
 }
 
@@ -108,13 +122,14 @@ void Pointers(Trial& trial) {
         if (isBound && tree) {
             tree->put_Collection(data.Get());
         }
-        OfPicture(candidate);
+        OfPicture(trial, candidate);
         if (tree) {
             OfTree(trial, *tree);
         }
         OfObject(trial, candidate);
-        OfParameters(candidate);
+        OfParameters(trial, candidate);
     }
+    trial.Measure(tree ? "without a tree and with one" : "1 object");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "framework/runtime/Components.h"
 #include "framework/support/REFString.h"
 #include "host/components/AnsweredInterfaces.h"
+#include "host/drawing/LabelPainter.h"
 #include "host/text/Text.h"
 
 #include <chrono>
@@ -18,6 +19,7 @@
 namespace {
 
 constexpr int kCreations = 10'000;
+constexpr int kLives = 1'000;
 
 std::string Sentence(const std::string& subject, const char* verb, const std::string& object) {
     std::string text = subject;
@@ -66,7 +68,7 @@ void UnknownInterface(Trial& trial) {
     const Candidate candidate(stage);
     for (const auto& [name, iid] : InterfacesOf(candidate.Get())) {
         const auto asked = Adopt(static_cast<IUnknown*>(QueryObject(candidate.Get(), iid)));
-        for (const IID& unknown : {IID_NULL, __IIDOfc("NoSuchInterface"), IID_IZipStream}) {
+        for (const IID& unknown : {IID_NULL, __IIDOfc("NoSuchInterface")}) {
             void* answer = &stage;
             const int32_t status = asked->QueryInterface(unknown, &answer);
             trial.Expect(status == E_NOINTERFACE && !answer,
@@ -107,8 +109,8 @@ int32_t ReferencesKeptByUse(Trial& trial, const Stage& stage, Gate& gate) {
 
 void Balance(Trial& trial) {
     Stage stage(trial.TheSubject());
-    Gate gate;
-    stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
+    Gate& gate = stage.RaiseGate();
+    stage.Load();
     CountsOfInterfaces(trial, stage);
     const int32_t kept = ReferencesKeptByUse(trial, stage, gate);
     trial.Expect(kept == 0, std::to_string(kept) + " references to host objects are kept");
@@ -148,24 +150,58 @@ void RefusedCreations(Trial& trial, CreatorFunction creator) {
     trial.Expect(creator(nullptr, &unknown, nullptr) < 0, "no place for the object is accepted");
 }
 
-/// Lets the call of the host with that number fail; whether there is one.
+/// Creates while the call of the host with that number fails; whether there is one.
 bool FailHostCall(Trial& trial, Stage& stage, size_t number, size_t failing) {
-    Gate gate;
-    bool hasFailed = false;
-    {
-        const auto components = gate.Wrap(stage.TheHost().Components());
-        stage.Load(components.Get());
-        const CreatorFunction creator = stage.Creator();
-        gate.Fail(number, failing);
-        const Creation creation(creator);
-        hasFailed = gate.HasFailed();
-        gate.FailNothing();
-        Judge(trial, creation);
-        stage.Unload();
-    }
+    Gate& gate = stage.RaiseGate();
+    stage.Load();
+    const CreatorFunction creator = stage.Creator();
+    gate.Fail(number, failing);
+    const Creation creation(creator);
+    const bool hasFailed = gate.HasFailed();
+    gate.FailNothing();
+    Judge(trial, creation);
+    stage.Unload();
     trial.Expect(gate.References() == 0 && gate.Misuses().empty(),
         "host call " + std::to_string(number) + " fails, and references are not in balance");
+    stage.LowerGate();
     return hasFailed;
+}
+
+/// The same with allocations.
+bool FailAllocation(Trial& trial, Stage& stage, size_t number, size_t failing) {
+    stage.Load();
+    const CreatorFunction creator = stage.Creator();
+    std::optional<FailingNew> memory(std::in_place, number, failing);
+    const Creation creation(creator);
+    const bool hasFailed = memory->HasFailed();
+    memory.reset();
+    Judge(trial, creation);
+    stage.Unload();
+    return hasFailed;
+}
+
+/// Lets one after the other fail, and all from there on; answers how many there are. No memory is
+/// kept by a creation that fails, unless it is by one that succeeds.
+size_t FailEach(Trial& trial, Stage& stage, const std::string& what,
+    bool (*create)(Trial& trial, Stage& stage, size_t number, size_t failing)) {
+    const auto kept = [&](bool& hasFailed, size_t number, size_t failing) {
+        const int64_t before = LiveBlocks();
+        hasFailed = create(trial, stage, number, failing);
+        return LiveBlocks() - before;
+    };
+    size_t number = 0;
+    for (const size_t failing : {size_t{1}, SIZE_MAX}) {
+        bool hasFailed = true;
+        kept(hasFailed, SIZE_MAX, 0);
+        const int64_t well = std::max<int64_t>(0, kept(hasFailed, SIZE_MAX, 0));
+        for (number = 0, hasFailed = true; hasFailed; ++number) {
+            const std::string when = "with " + what + ' ' + std::to_string(number);
+            trial.At(when);
+            const int64_t blocks = kept(hasFailed, number, failing) - well;
+            trial.Expect(blocks <= 0, when + ' ' + std::to_string(blocks) + " blocks are kept");
+        }
+    }
+    return number - 1;
 }
 
 void HalfWay(Trial& trial) {
@@ -173,39 +209,26 @@ void HalfWay(Trial& trial) {
     stage.NeedUnloading(trial);
     stage.Load();
     RefusedCreations(trial, stage.Creator());
-    const CreatorFunction creator = stage.Creator();
-    size_t allocations = 0;
-    for (bool hasFailed = true; hasFailed; ++allocations) {
-        std::optional<FailingNew> failing(allocations);
-        const Creation creation(creator);
-        hasFailed = failing->HasFailed();
-        failing.reset();
-        Judge(trial, creation);
-    }
     stage.Unload();
-    size_t calls = 0;
-    for (const size_t failing : {size_t{1}, SIZE_MAX}) {
-        for (calls = 0; FailHostCall(trial, stage, calls, failing); ++calls) {
-        }
-    }
+    const size_t allocations = FailEach(trial, stage, "allocation", &FailAllocation);
+    const size_t calls = FailEach(trial, stage, "host call", &FailHostCall);
     trial.Expect(stage.Leaked().empty(), "host objects are held: " + stage.Leaked());
-    trial.Measure(std::to_string(allocations - 1) + " allocations, " + std::to_string(calls) +
+    trial.Measure(std::to_string(allocations) + " allocations, " + std::to_string(calls) +
                   " host calls failed");
 }
 
 void Creations(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
-    const int64_t growth = GrowthOfAHundred(kCreations, [&] { stage.CreateOrThrow().Reset(); });
-    trial.Measure(std::to_string(kCreations) + " creations, " + std::to_string(growth) +
-                  " bytes more a hundred");
-    trial.Expect(!IsGrowth(growth), "memory grows with every object");
+    const Growth growth(kCreations, [&] { stage.CreateOrThrow().Reset(); });
+    trial.Measure(std::to_string(kCreations) + " creations, " + growth.Figure());
+    growth.Judge(trial, "every object");
 }
 
 /// Uses a new object of a newly loaded module, if it can be made. Answers how many references to
 /// host objects are kept.
 int32_t UseThrough(Gate& gate, Stage& stage) {
-    stage.Load(gate.Wrap(stage.TheHost().Components()).Get());
+    stage.Load();
     if (auto object = stage.Create<IUnknown>()) { // it may well refuse
         const Candidate candidate(std::move(object));
         Scenario(&gate).Play(candidate.Get());
@@ -218,17 +241,16 @@ void MissingComponents(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.NeedUnloading(trial);
     std::set<std::wstring> names = {L"ComponentString"};
-    int32_t kept = 0; // also when nothing is missing
-    {
-        Gate gate;
-        gate.Notice([&](tagREFString name) { names.emplace(ViewOf(name)); });
-        kept = UseThrough(gate, stage);
-    }
+    Gate& watching = stage.RaiseGate();
+    watching.Notice([&](tagREFString name) { names.emplace(ViewOf(name)); });
+    const int32_t kept = UseThrough(watching, stage); // also when nothing is missing
     for (const std::wstring& name : names) {
-        Gate gate;
+        const std::string without = "without " + ToUtf8(Refer(name));
+        trial.At(without);
+        Gate& gate = stage.RaiseGate();
         gate.Withhold(name);
         trial.Expect(UseThrough(gate, stage) <= kept && gate.Misuses().empty(),
-            "without " + ToUtf8(Refer(name)) + " references are not in balance");
+            without + " references are not in balance");
     }
     trial.Measure(std::to_string(names.size()) + " components missing in turn");
 }
@@ -262,17 +284,52 @@ std::map<std::string, std::string> ThreadsSince(const std::map<std::string, std:
     }
 }
 
-/// The library that draws the host's texts starts threads when it meets a font, so a first life
-/// goes before the one that is looked at.
+/// The library that draws the host's texts starts threads when it meets a font, so the host draws
+/// one itself before it looks. A thread that the module starts only once is found in its first
+/// life.
 void NoThreads(Trial& trial) {
     Stage stage(trial.TheSubject());
-    stage.Load();
-    LiveOnce(stage);
+    const SurfacePtr paper(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 40, 20));
+    const ContextPtr context(cairo_create(paper.get()));
+    UbuntuCanvas canvas{context.get()};
+    LabelPainter(canvas).Draw("A", 0, {0, 0, 40, 20});
     const auto before = Threads();
+    stage.Load();
     LiveOnce(stage);
     for (const auto& [number, name] : ThreadsSince(before)) {
         trial.Expect(false, "the thread '" + name + "' runs on");
     }
+    trial.Measure("1 life beside " + std::to_string(before.size()) + " threads");
+}
+
+/// The host's text renderer, whose libraries keep more and more of what they drew, drawing nothing.
+class SilentRenderer final : public HostObject<SilentRenderer, IPMRenderer> {
+public:
+    static constexpr const char* kKind = "SilentRenderer";
+
+    int32_t DrawText(
+        IPMRenderStyle*, tagREFString, UbuntuCanvas*, CANVASRect*, int32_t, int32_t) override {
+        return S_OK;
+    }
+};
+
+/// Uses one object again and again; what its making costs is looked at elsewhere.
+void Lives(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.TheHost().Register(L"PMRenderer", [](const IID& iid, void** object) {
+        return SilentRenderer::Make()->QueryInterface(iid, object);
+    });
+    stage.Load();
+    const Candidate candidate(stage);
+    const int32_t spare = CountOf(candidate.Get());
+    const Growth growth(kLives, [&] {
+        for (int32_t count = CountOf(candidate.Get()); count < spare; ++count) {
+            candidate.Get()->AddRef(); // a count too few is found elsewhere
+        }
+        Scenario().Play(candidate.Get());
+    });
+    trial.Measure(std::to_string(kLives) + " lives, " + growth.Figure());
+    growth.Judge(trial, "every use", 64);
 }
 
 } // namespace
@@ -290,8 +347,10 @@ std::span<const Check> ObjectChecks() {
         {"create.fails", "A creation that fails half way leaves null and nothing else.",
             "FinalConstruct: what it made before it failed; the destructor of such an object",
             &HalfWay},
-        {"create.grows", "Making objects again and again costs no memory.",
-            "what the constructor allocates and the destructor does not free", &Creations},
+        {"create.grows", "Making objects again and again costs no memory, files or mappings.",
+            "what the constructor takes and the destructor does not give back", &Creations},
+        {"use.grows", "Using an object again and again costs no memory, files or mappings.",
+            "what an operation takes and does not give back, and lists that only grow", &Lives},
         {"host.missing", "Every component of the host may be missing.",
             "what CreateHostObject answered is used without a look whether it is null",
             &MissingComponents},

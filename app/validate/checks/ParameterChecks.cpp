@@ -4,6 +4,7 @@
 #include "host/components/CreatableString.h"
 #include "host/text/Text.h"
 
+#include <algorithm>
 #include <set>
 
 // Numbered parameters: which there are, what they take, and what they make of what they do not.
@@ -12,15 +13,23 @@ namespace {
 
 using Parameters = IUIPropInterrogateEx;
 
+constexpr int64_t kLeast = INT32_MIN;
+constexpr int64_t kGreatest = INT32_MAX;
+
 std::string Named(int32_t number) {
     return "parameter " + std::to_string(number);
 }
 
 void UnknownNumbers(Trial& trial, Parameters& object, int32_t first, int32_t last) {
-    for (const int32_t number : {first - 1, last + 1, INT32_MIN, INT32_MAX}) {
+    for (const int64_t each : {int64_t{first} - 1, int64_t{last} + 1, kLeast, kGreatest}) {
+        const auto number = static_cast<int32_t>(std::clamp(each, kLeast, kGreatest));
+        if (number == first || number == last) {
+            continue; // it has one at the end of all numbers
+        }
         int32_t value = 0;
         SmartPtr<IUnknown> answer;
         const std::string name = "the unknown " + Named(number);
+        trial.At("with " + name);
         trial.Expect(object.Inquire(number, &value) < 0 && object.Inquire(number, nullptr) < 0 &&
                          object.InquireEx(number, answer.Receive()) < 0,
             name + " is answered");
@@ -40,7 +49,7 @@ void Describes(Trial& trial, Parameters& object, const Parameter& parameter) {
         name + " answers other flags with its value than without");
     trial.Expect(
         parameter.m_Min <= parameter.m_Max, name + " has a range that ends before it begins");
-    int32_t bound = parameter.m_Min - 1;
+    int32_t bound = ~parameter.m_Min; // another number
     trial.Expect(object.ParameterRange(parameter.m_Number, &bound, nullptr) >= 0 &&
                      bound == parameter.m_Min &&
                      object.ParameterRange(parameter.m_Number, nullptr, &bound) >= 0 &&
@@ -65,6 +74,7 @@ void Numbers(Trial& trial) {
         UnknownNumbers(trial, *object, all.front().m_Number, all.back().m_Number);
     }
     for (const Parameter& parameter : all) {
+        trial.At("with " + Named(parameter.m_Number));
         Describes(trial, *object, parameter);
     }
     trial.Measure(std::to_string(all.size()) + " parameters");
@@ -120,7 +130,9 @@ void Ranges(Trial& trial) {
             !parameter.HasRange() || (first >= parameter.m_Min && first <= parameter.m_Max),
             Named(parameter.m_Number) + " begins with " + std::to_string(first) +
                 ", outside its own range");
-        for (const int32_t beyond : {INT32_MIN, -1, parameter.m_Max + 1, INT32_MAX}) {
+        const int32_t after = parameter.m_Max == INT32_MAX ? INT32_MIN : parameter.m_Max + 1;
+        for (const int32_t beyond : {INT32_MIN, -1, after, INT32_MAX}) {
+            trial.At("with " + std::to_string(beyond) + " for " + Named(parameter.m_Number));
             object->Control(parameter.m_Number, beyond); // taken, limited or refused
             Takes(trial, *object, parameter, parameter.m_Min);
             Takes(trial, *object, parameter, parameter.HasRange() ? parameter.m_Max : 1);
@@ -144,10 +156,10 @@ void WrongTypes(Trial& trial) {
             SmartPtr<IUnknown> own;
             SmartPtr<IUnknown> other;
             object->InquireEx(parameter.m_Number, own.Receive());
-            object->ControlEx(parameter.m_Number, text->Identity());
+            const bool isTaken = object->ControlEx(parameter.m_Number, text->Identity()) >= 0;
             object->InquireEx(parameter.m_Number, other.Receive());
-            trial.Expect(
-                other == text->Identity(), Named(parameter.m_Number) + " does not keep an object");
+            trial.Expect(other == (isTaken ? text->Identity() : own.Get()),
+                Named(parameter.m_Number) + " does not keep what it takes, or else what it has");
             object->ControlEx(parameter.m_Number, own.Get());
         } else if (parameter.IsNumber()) {
             trial.Expect(object->ControlEx(parameter.m_Number, text->Identity()) < 0,
@@ -166,7 +178,10 @@ std::span<const Check> ParameterChecks() {
             &Numbers},
         {"parameters.names", "Every parameter that is stored has a name of its own.",
             "share/_strings/<component>.ini of the host", &Names},
-        {"parameters.range", "A parameter begins in its range, and takes every value in it.",
+        {"parameters.range",
+            "A parameter begins in its range and takes what is in it, also after what is beyond; "
+            "that "
+            "may be taken, limited or refused.",
             "the field's first value, the bounds given to AddParameter, the type of the field",
             &Ranges},
         {"parameters.types", "What is not of a parameter's type is refused and changes nothing.",

@@ -1,8 +1,11 @@
 #include "app/faults/Gate.h"
 #include "app/validate/Candidate.h"
-#include "app/validate/Folders.h"
+#include "framework/settings/DisplayNames.h"
+#include "host/settings/DocumentInMemory.h"
 #include "host/settings/XmlFile.h"
 #include "host/text/Text.h"
+
+#include <algorithm>
 
 // Settings in both forms: what was saved is what is loaded, whole or not at all.
 
@@ -10,7 +13,7 @@ namespace {
 
 using Values = std::vector<int32_t>;
 
-/// An object whose numbers are not what they were at first.
+/// An object whose numbers are not what they were at first, and which has lost its first object.
 struct Changed {
     Changed(Trial& trial, const Stage& stage)
         : m_Candidate(stage),
@@ -22,13 +25,19 @@ struct Changed {
             }
         }
         m_Changed = ValuesOf(m_Object, m_All);
+        const auto lost = std::find_if(m_All.begin(), m_All.end(),
+            [](const Parameter& each) { return each.IsObject() && each.IsPersistent(); });
+        if (lost != m_All.end() && m_Object->ControlEx(lost->m_Number, nullptr) >= 0) {
+            m_Lost = lost->m_Number;
+        }
     }
 
     Candidate m_Candidate;
     IUIPropInterrogateEx* m_Object;
     std::vector<Parameter> m_All;
-    Values m_First;   ///< of a new object
-    Values m_Changed; ///< of this one
+    Values m_First;                ///< of a new object
+    Values m_Changed;              ///< of this one
+    std::optional<int32_t> m_Lost; ///< the object parameter that is null
 };
 
 /// The settings as a whole: every component on the framework's table has them there.
@@ -63,15 +72,33 @@ private:
     std::wstring m_Text;
 };
 
-std::wstring SavedText(const Candidate& candidate) {
+/// What an object is saved as. There are elements only where the host has names for them.
+std::wstring SavedText(Trial& trial, const Candidate& candidate) {
+    if (!DisplayNames(nullptr, candidate.Get()).Exist()) {
+        trial.Skip("the host has no names for the component");
+    }
     const auto xml = XmlFile::Make();
-    SettingsOf(candidate).UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0);
-    return std::wstring(ViewOf(CREFString(xml.Get())));
+    trial.Expect(SettingsOf(candidate).UIPropInterrogate_SaveXML(nullptr, xml.Get(), 0) >= 0,
+        "saving as XML fails");
+    std::wstring text(ViewOf(CREFString(xml.Get())));
+    trial.Expect(!text.empty(), "nothing is saved as XML");
+    return text;
 }
 
-void LoadText(const Candidate& candidate, std::wstring text) {
+int32_t LoadText(const Candidate& candidate, std::wstring text) {
     const auto stream = TextStream::Make(std::move(text));
-    SettingsOf(candidate).UIPropInterrogate_LoadXML(nullptr, stream.Get(), 0);
+    return SettingsOf(candidate).UIPropInterrogate_LoadXML(nullptr, stream.Get(), 0);
+}
+
+void SaveFolders(Trial& trial, const Candidate& candidate, const DocumentInMemory& document) {
+    trial.Expect(
+        SettingsOf(candidate).UIPropInterrogate_SaveFolderStream(nullptr, document.Root(), 0) >= 0,
+        "saving in folders fails");
+}
+
+void LoadFolders(Trial& trial, const Candidate& candidate, IFolderStream* stream) {
+    trial.Expect(SettingsOf(candidate).UIPropInterrogate_LoadFolderStream(stream, 0) >= 0,
+        "loading from folders fails");
 }
 
 /// Transient numbers stay as they are in a new object.
@@ -90,14 +117,18 @@ void InFolders(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     const Changed changed(trial, stage);
-    const Folders saved;
-    const Folders again;
-    SettingsOf(changed.m_Candidate)
-        .UIPropInterrogate_SaveFolderStream(nullptr, saved.m_Root.Get(), 0);
+    const DocumentInMemory saved;
+    const DocumentInMemory again;
+    SaveFolders(trial, changed.m_Candidate, saved);
     const Candidate loaded(stage);
-    SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(saved.m_Root.Get(), 0);
+    LoadFolders(trial, loaded, saved.Root());
     ExpectLoaded(trial, changed, loaded);
-    SettingsOf(loaded).UIPropInterrogate_SaveFolderStream(nullptr, again.m_Root.Get(), 0);
+    SmartPtr<IUnknown> object;
+    if (changed.m_Lost) {
+        loaded.As<IUIPropInterrogateEx>()->InquireEx(*changed.m_Lost, object.Receive());
+    }
+    trial.Expect(!object, "an object that was null is there again");
+    SaveFolders(trial, loaded, again);
     trial.Expect(saved.Describe() == again.Describe(), "what was loaded is saved otherwise");
     trial.Measure(std::to_string(saved.Describe().size()) + " characters of folders");
 }
@@ -106,14 +137,11 @@ void InText(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     const Changed changed(trial, stage);
-    const std::wstring text = SavedText(changed.m_Candidate);
-    if (text.empty()) {
-        trial.Skip("the host has no names for the component");
-    }
+    const std::wstring text = SavedText(trial, changed.m_Candidate);
     const Candidate loaded(stage);
-    LoadText(loaded, text);
+    trial.Expect(LoadText(loaded, text) >= 0, "loading from XML fails");
     ExpectLoaded(trial, changed, loaded);
-    trial.Expect(SavedText(loaded) == text, "what was loaded is saved otherwise");
+    trial.Expect(SavedText(trial, loaded) == text, "what was loaded is saved otherwise");
     trial.Measure(std::to_string(text.size()) + " characters of XML");
 }
 
@@ -132,11 +160,9 @@ void CutText(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
     const Changed changed(trial, stage);
-    const std::wstring text = SavedText(changed.m_Candidate);
-    if (text.empty()) {
-        trial.Skip("the host has no names for the component");
-    }
+    const std::wstring text = SavedText(trial, changed.m_Candidate);
     for (size_t length = 0; length < text.size(); ++length) {
+        trial.At("cut at " + std::to_string(length));
         const Candidate loaded(stage);
         LoadText(loaded, text.substr(0, length));
         ExpectEither(trial, changed, loaded, length);
@@ -149,18 +175,18 @@ void CutText(Trial& trial) {
 /// The host's stream is cut by the gate: from a call on it has nothing more. Answers at how many.
 size_t CutAtEveryCall(Trial& trial, const Stage& stage, Gate& gate) {
     const Changed changed(trial, stage);
-    const Folders saved;
-    SettingsOf(changed.m_Candidate)
-        .UIPropInterrogate_SaveFolderStream(nullptr, saved.m_Root.Get(), 0);
-    const auto stream = gate.Wrap(static_cast<IFolderStream*>(saved.m_Root.Get()));
+    const DocumentInMemory saved;
+    SaveFolders(trial, changed.m_Candidate, saved);
+    const auto stream = gate.Wrap<IFolderStream>(saved.Root());
     for (size_t calls = 0;; ++calls) {
+        trial.At("with nothing from call " + std::to_string(calls) + " on");
         const Candidate loaded(stage);
         gate.Fail(calls);
         SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(stream.Get(), 0);
         const bool isCut = gate.HasFailed();
         gate.FailNothing();
         ExpectEither(trial, changed, loaded, calls);
-        SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(stream.Get(), 0);
+        LoadFolders(trial, loaded, stream.Get());
         ExpectLoaded(trial, changed, loaded);
         if (!isCut) {
             return calls;
@@ -168,14 +194,39 @@ size_t CutAtEveryCall(Trial& trial, const Stage& stage, Gate& gate) {
     }
 }
 
+/// The host's values are cut: of each, there are only so many bytes. Answers at how many lengths.
+size_t CutAtEveryByte(Trial& trial, const Stage& stage) {
+    const Changed changed(trial, stage);
+    const size_t longest = sizeof(int32_t);
+    for (size_t length = 0; length < longest; ++length) {
+        for (size_t i = 0; i < changed.m_All.size(); ++i) {
+            const Parameter& parameter = changed.m_All[i];
+            const std::string whole(sizeof(int32_t), 'x');
+            const DocumentInMemory cut;
+            cut.Add(parameter.m_Number, uint32_t(parameter.m_Flags), whole.substr(0, length));
+            trial.At("with " + std::to_string(length) + " bytes of parameter " +
+                     std::to_string(parameter.m_Number));
+            const Candidate loaded(stage);
+            SettingsOf(loaded).UIPropInterrogate_LoadFolderStream(cut.Root(), 0);
+            Values values = ValuesOf(loaded.As<IUIPropInterrogateEx>(), changed.m_All);
+            values[i] = changed.m_First[i];
+            trial.Expect(
+                values == changed.m_First, "a value that is cut changes another parameter");
+        }
+    }
+    return longest;
+}
+
 void CutFolders(Trial& trial) {
     Stage stage(trial.TheSubject());
-    Gate gate;
+    Gate& gate = stage.RaiseGate();
     stage.Load();
     const size_t calls = CutAtEveryCall(trial, stage, gate);
+    const size_t lengths = CutAtEveryByte(trial, stage);
     stage.Unload();
     trial.Expect(gate.Misuses().empty(), "a folder is used after it was given back");
-    trial.Measure("cut at " + std::to_string(calls) + " calls");
+    trial.Measure("cut at " + std::to_string(calls) + " calls, values at " +
+                  std::to_string(lengths) + " lengths");
 }
 
 } // namespace
@@ -187,8 +238,10 @@ std::span<const Check> SettingsChecks() {
         {"settings.folders", "What is saved in folders is loaded, byte for byte.", kTable,
             &InFolders},
         {"settings.xml", "What is saved as XML is loaded, byte for byte.", kTable, &InText},
-        {"settings.cut-folders", "Folders that end anywhere are loaded up to there.", kCut,
-            &CutFolders},
+        {"settings.cut-folders",
+            "Folders that end at any call, and values that end at any byte, are loaded up to "
+            "there.",
+            kCut, &CutFolders},
         {"settings.cut-xml", "XML that ends anywhere is loaded up to there.", kCut, &CutText},
     };
     return checks;

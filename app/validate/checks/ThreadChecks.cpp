@@ -50,6 +50,11 @@ std::vector<IID> WellCounted(IUnknown* object) {
     return found;
 }
 
+/// What was run by so many threads.
+std::string Figure(size_t threads) {
+    return std::to_string(threads) + " threads, " + std::to_string(kTurns) + " turns";
+}
+
 void References(Trial& trial) {
     Stage stage(trial.TheSubject());
     stage.Load();
@@ -64,7 +69,7 @@ void References(Trial& trial) {
     });
     RunTogether(bodies);
     trial.Expect(CountOf(candidate.Get()) == before, "the count is not what it was");
-    trial.Measure(std::to_string(kThreads) + " threads, " + std::to_string(kTurns) + " turns");
+    trial.Measure(Figure(kThreads));
 }
 
 /// Counts what it hears.
@@ -108,6 +113,7 @@ void Listeners(Trial& trial) {
     for (const auto& listener : passing) {
         trial.Expect(CountOf(listener->Identity()) == 1, "a listener is still held");
     }
+    trial.Measure(Figure(bodies.size()));
 }
 
 /// Rows that several threads may read and mark at once, under a version if that is wanted.
@@ -183,6 +189,7 @@ void Binding(Trial& trial) {
     }
     stage.Unload();
     trial.Expect(stage.Leaked().empty(), "host objects are held: " + stage.Leaked());
+    trial.Measure(Figure(2) + ", twice");
 }
 
 } // namespace
