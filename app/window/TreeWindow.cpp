@@ -11,7 +11,7 @@ TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size,
     const FolderNews& folders, std::ostream& record, BackgroundReading* reading)
     : m_View(view), m_Path(path), m_Window("treehost " + path, size),
       m_Session(view.Control(), m_Window.GetSize(), record), m_Folders(folders),
-      m_WatchWaker(folders.m_Watch.Descriptor()), m_ScansWaker(folders.m_Scans.Descriptor()),
+      m_WatchWaker(folders.m_Watch.News()), m_ScansWaker(folders.m_Scans.News()),
       m_Reading(reading) {
     if (m_Reading) {
         m_ReadingWaker.emplace(m_Reading->News());

@@ -1,13 +1,12 @@
 #include "host/folders/FolderScans.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <sys/epoll.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr std::chrono::milliseconds kNow(0);
+constexpr const char* kAction = "wait for folders";
 
 /// The steps as they are now: the window's thread brings its own up to date meanwhile.
 FolderPath CopyOf(const FolderPath& step) {
@@ -24,16 +23,7 @@ FolderPath CopyOf(const FolderPath& step) {
 } // namespace
 
 FolderScans::FolderScans(std::chrono::milliseconds patience)
-    : m_Patience(patience), m_Descriptor(epoll_create1(EPOLL_CLOEXEC)) {
-    if (m_Descriptor < 0) {
-        throw std::system_error(errno, std::generic_category(), "cannot wait for folders");
-    }
-}
-
-FolderScans::~FolderScans() {
-    m_Scans.clear();
-    close(m_Descriptor);
-}
+    : m_Patience(patience), m_Poll(epoll_create1(EPOLL_CLOEXEC), kAction) {}
 
 std::optional<FolderScan> FolderScans::Ask(
     const void* who, const std::string& path, const FolderPath& step) {
@@ -44,7 +34,7 @@ std::optional<FolderScan> FolderScans::Ask(
         const auto place = m_Scans.try_emplace(who, path, look).first;
         Background<FolderScan>& work = place->second.m_Work;
         epoll_event wanted{.events = EPOLLIN, .data = {}};
-        epoll_ctl(m_Descriptor, EPOLL_CTL_ADD, work.News(), &wanted);
+        CheckCall(epoll_ctl(m_Poll.Get(), EPOLL_CTL_ADD, work.News(), &wanted), kAction);
         if (m_Patience == kNow || !work.WaitFor(m_Patience)) {
             return {};
         }

@@ -13,7 +13,6 @@ public:
     /// Asking waits so long for the answer; with 0 it always comes later. Throws
     /// std::system_error.
     explicit FolderScans(std::chrono::milliseconds patience);
-    ~FolderScans();
     FolderScans(const FolderScans&) = delete;
     FolderScans& operator=(const FolderScans&) = delete;
 
@@ -30,7 +29,7 @@ public:
     bool HasAnswers();
 
     /// Readable when there is something new to tell.
-    int Descriptor() const { return m_Descriptor; }
+    int News() const { return m_Poll.Get(); }
     /// What goes on and how far it is, for users; "" when nothing does.
     std::string TakeNews();
     /// Makes an end of all: what was found until then is the answer.
@@ -46,7 +45,7 @@ private:
     };
 
     std::chrono::milliseconds m_Patience;
-    int m_Descriptor; ///< of an epoll over the scans' news
+    Descriptor m_Poll; ///< an epoll over the scans' news
     std::map<const void*, Scan> m_Scans;
 };
 using FolderScansPtr = std::shared_ptr<FolderScans>;

@@ -2,23 +2,7 @@
 
 #include "host/reading/QuietThread.h"
 
-#include <sys/eventfd.h>
-#include <unistd.h>
 #include <utility>
-
-namespace {
-
-int MakeSignal() {
-    return eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-}
-
-/// Makes it unreadable until it is written to again.
-void Drain(int signal) {
-    eventfd_t unused = 0;
-    eventfd_read(signal, &unused);
-}
-
-} // namespace
 
 /// What the reading hears and is asked by.
 class BackgroundWork::Progress final : public ReadProgress {
@@ -26,14 +10,13 @@ public:
     explicit Progress(BackgroundWork& work) : m_Work(work) {}
 
     bool Advance(const ReadState& state) override { return m_Work.Advance(state); }
-    int Descriptor() const override { return m_Work.m_Call; }
+    int Interruption() const override { return m_Work.m_Call.Get(); }
 
 private:
     BackgroundWork& m_Work;
 };
 
-BackgroundWork::BackgroundWork(Work work)
-    : m_News(MakeSignal()), m_Call(MakeSignal()), m_Text(ToText({})) {
+BackgroundWork::BackgroundWork(Work work) : m_Text(ToText({})) {
     m_Thread = StartQuietThread([this, work = std::move(work)] { Run(work); });
 }
 
@@ -41,16 +24,14 @@ BackgroundWork::~BackgroundWork() {
     {
         const std::lock_guard lock(m_Mutex);
         m_IsLeft = true;
-        eventfd_write(m_Call, 1);
+        m_Call.Set();
     }
     m_Thread.join();
-    close(m_News);
-    close(m_Call);
 }
 
 std::string BackgroundWork::TakeNews() {
     const std::lock_guard lock(m_Mutex);
-    Drain(m_News);
+    m_News.Clear();
     return m_IsOver ? "" : m_Text;
 }
 
@@ -62,7 +43,7 @@ bool BackgroundWork::WaitFor(std::chrono::milliseconds patience) {
 void BackgroundWork::Stop() {
     const std::lock_guard lock(m_Mutex);
     m_IsStopWanted = true;
-    eventfd_write(m_Call, 1);
+    m_Call.Set();
 }
 
 bool BackgroundWork::WasStopped() const {
@@ -90,7 +71,7 @@ void BackgroundWork::Run(const Work& work) {
     m_Failure = std::move(failure);
     m_IsOver = true;
     m_Ended.notify_all();
-    eventfd_write(m_News, 1);
+    m_News.Set();
 }
 
 bool BackgroundWork::Advance(const ReadState& state) {
@@ -98,13 +79,13 @@ bool BackgroundWork::Advance(const ReadState& state) {
     const std::lock_guard lock(m_Mutex);
     if (m_Text != text) {
         m_Text = std::move(text);
-        eventfd_write(m_News, 1);
+        m_News.Set();
     }
     if (m_IsLeft) {
         return false;
     }
     if (std::exchange(m_IsStopWanted, false)) {
-        Drain(m_Call);
+        m_Call.Clear();
         m_IsStopped = true;
         return false;
     }

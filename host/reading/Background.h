@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/reading/ReadProgress.h"
+#include "host/reading/Signal.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -22,7 +23,7 @@ public:
     // For the thread that started it.
 
     /// Readable when there is something new to tell, until it is asked for.
-    int News() const { return m_News; }
+    int News() const { return m_News.Get(); }
     /// How far it is, for users; "" once it is over.
     std::string TakeNews();
     /// Waits for the end; whether it has come.
@@ -48,8 +49,8 @@ private:
     void Run(const Work& work);
     bool Advance(const ReadState& state);
 
-    int m_News;                 ///< readable for the one thread
-    int m_Call;                 ///< and for the other, when it is to ask
+    Signal m_News;              ///< readable for the one thread
+    Signal m_Call;              ///< and for the other, when it is to ask
     mutable std::mutex m_Mutex; ///< for all that follows
     std::condition_variable m_Ended;
     std::string m_Text; ///< how far it is

@@ -21,7 +21,7 @@ public:
     /// Answers whether to go on; what was read until then is the result else.
     virtual bool Advance(const ReadState& state) = 0;
     /// Can be read from when a reading that waits for more is to ask; negative for never.
-    virtual int Descriptor() const { return -1; }
+    virtual int Interruption() const { return -1; }
 };
 
 /// A text is read in two halves: its bytes first, and then they are gone through. What goes through

@@ -29,7 +29,7 @@ protected:
     /// Does what a window does until nothing is looked into any more.
     void ReadOn(FolderSource& folder) {
         while (m_Scans->IsAsked(&folder)) {
-            pollfd waiting{m_Scans->Descriptor(), POLLIN, 0};
+            pollfd waiting{m_Scans->News(), POLLIN, 0};
             ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
             m_Scans->TakeNews();
             m_Watch->Take();

@@ -367,7 +367,7 @@ TEST_F(SourceTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
     }
     // The system tells of a change before the call that made it returns.
     const auto isTold = [&] {
-        pollfd waiting{watch->Descriptor(), POLLIN, 0};
+        pollfd waiting{watch->News(), POLLIN, 0};
         return poll(&waiting, 1, 0) == 1;
     };
     const auto rowsAfterTold = [&] {
@@ -377,7 +377,7 @@ TEST_F(SourceTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
         return ShownRows(root);
     };
     const auto watches = [&] {
-        std::ifstream info("/proc/self/fdinfo/" + std::to_string(watch->Descriptor()));
+        std::ifstream info("/proc/self/fdinfo/" + std::to_string(watch->News()));
         int count = 0;
         for (std::string line; std::getline(info, line);) {
             count += line.starts_with("inotify") ? 1 : 0;
