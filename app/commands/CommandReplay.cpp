@@ -60,7 +60,8 @@ private:
     }
 
     void Play(const BindCommand& command, const std::string& text) {
-        const auto source = OpenSource(command.m_Path.string(), m_Failures);
+        const auto source =
+            OpenSource(command.m_Path.string(), SourceKind::kByContent, {m_Failures});
         Finish(text, Tree()->put_Collection(source.Get()));
     }
 

@@ -63,10 +63,10 @@ void RunWindow(const WindowOptions& options) {
     BackgroundReading reading(
         [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress); });
     const bool isRead = reading.WaitFor(kPatience);
-    const SourceMaker make = isRead ? reading.Take() : nullptr;
+    SourceMaker make = isRead ? reading.Take() : SourceMaker();
     TreeView view(watch, scans);
     if (isRead) {
-        view.Show(make);
+        view.Show(std::move(make));
     }
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);

@@ -173,7 +173,7 @@ SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
 /// where there is one.
 void FolderSource::NoteFailure(const std::error_code& error) const {
     const bool isGone = m_Filled && m_Above && error == std::errc::no_such_file_or_directory;
-    if (m_Helpers.m_Failures && !isGone) {
+    if (!isGone) {
         m_Helpers.m_Failures->Add(m_Path, error.value());
     }
 }

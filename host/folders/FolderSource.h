@@ -10,11 +10,12 @@
 
 #include <string>
 
-/// What the folders of one tree share; each may be null.
+/// What the folders of one tree share.
 struct FolderHelpers {
-    ReadFailuresPtr m_Failures = {}; ///< hears of what cannot be read
-    FolderWatchPtr m_Watch = {};     ///< watches what was read
-    FolderScansPtr m_Scans = {};     ///< looks into what takes long, meanwhile
+    /// Hears of what cannot be read; never null.
+    ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
+    FolderWatchPtr m_Watch = {}; ///< watches what was read, unless it is null
+    FolderScansPtr m_Scans = {}; ///< reads beside the window's thread; null to read at once
 };
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
@@ -28,7 +29,6 @@ class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, 
 public:
     static constexpr const char* kKind = "FolderSource";
 
-    FolderSource() = default;
     /// `path` as the system has it, which need not be UTF-8.
     explicit FolderSource(std::string path, FolderHelpers helpers = {},
         FolderPathPtr above = nullptr, bool isLink = false)

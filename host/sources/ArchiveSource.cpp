@@ -209,13 +209,13 @@ TreeMaker ReadArchive(const ArchivePlace& place, std::string& fault, ReadProgres
     const auto size = static_cast<size_t>(place.m_Path.empty()
                                               ? place.m_Bytes.size()
                                               : std::filesystem::file_size(place.m_Path, unknown));
-    const auto members = std::make_shared<Members>();
-    fault = Reader(place).Read(*members, progress, unknown ? 0 : size);
-    return [members, fault] {
-        const auto root = members->MakeTree();
+    Members members;
+    fault = Reader(place).Read(members, progress, unknown ? 0 : size);
+    return TreeMaker([members = std::move(members), fault]() mutable {
+        const auto root = members.MakeTree();
         if (!fault.empty()) {
             root->Append(fault, ValueItem::Make(ItemKind::kFault)->Identity());
         }
         return SmartPtr<ISuperCollection>(root.Get());
-    };
+    });
 }

@@ -24,7 +24,9 @@ protected:
         return poll(&waiting, 1, milliseconds) == 1;
     }
     static SourceMaker Nothing() {
-        return [](const FolderHelpers&) { return SmartPtr<ISuperCollection>(); };
+        return SourceMaker([](const FolderHelpers&) {
+            return SmartPtr<ISuperCollection>(SuperCollection::Make().Get());
+        });
     }
     std::function<SourceMaker(ReadProgress&)> ReadPipe() const {
         return [path = m_Pipe](ReadProgress& progress) {
@@ -70,7 +72,7 @@ TEST_F(BackgroundThreadsTest, ItTellsHowFarItIsAndThatItIsOver) {
     EXPECT_TRUE(HasNews(reading));
     EXPECT_EQ(reading.TakeNews(), "");
     EXPECT_FALSE(reading.WasStopped());
-    EXPECT_TRUE(reading.Take());
+    EXPECT_TRUE(reading.Take()({}));
 }
 
 TEST_F(BackgroundThreadsTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
@@ -118,7 +120,7 @@ TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere)
         StopsBehind progress(0.75);
         const auto failures = std::make_shared<ReadFailures>();
         const auto tree =
-            OpenSource(m_Folder / "text", failures, SourceKind::kByContent, nullptr, &progress);
+            OpenSource(m_Folder / "text", SourceKind::kByContent, {failures}, &progress);
         OpenLevels(tree.Get(), 1);
         const auto shown = isBelow ? CollectionBelow(tree.Get(), 0) : tree;
         int32_t count = 0;
@@ -127,6 +129,26 @@ TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere)
         EXPECT_LT(count, 400'000) << row;
         EXPECT_TRUE(failures->Lines().empty()) << row;
     }
+}
+
+TEST_F(BackgroundThreadsTest, ReadingTouchesNothingThatTheWindowUsesMeanwhile) {
+    const auto shown = SuperCollection::Make();
+    shown->Append("row", shown->Identity());
+    const std::pair<const char*, const char*> texts[] = {
+        {"", "A\n  b\n    c\n"}, {"[", "[{\"a\": 1}],"}, {"<r>", "<a b=''>c</a>"}};
+    for (const auto& [begin, row] : texts) {
+        std::ofstream(m_Folder / "text") << begin << Repeated(row, 20'000);
+        BackgroundReading reading([path = m_Folder / "text"](ReadProgress& progress) {
+            return ReadSource(path, SourceKind::kByContent, &progress);
+        });
+        uint64_t version = 0;
+        do { // what a window does whose tree is still empty
+            EXPECT_EQ(shown->SetItemFlags(0, NODE_VISIBLE | 1), S_OK);
+            EXPECT_EQ(shown->GetVersion(&version), S_OK);
+        } while (!reading.WaitFor(std::chrono::milliseconds(0)));
+        EXPECT_TRUE(reading.Take()({}));
+    }
+    shown->RemoveAll();
 }
 
 TEST_F(BackgroundThreadsTest, LeavingDoesNotWaitForAPipeThatIsSilent) {

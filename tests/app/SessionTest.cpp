@@ -145,9 +145,8 @@ TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {
         {"tree.json", "x: \"a: b\"", "\"a: b\""}, {"tree.json", "1: 7", "7"},
         {"tree", "Fruit", "Fruit"}, {"tree", "red apple", "red apple"}};
     for (const auto& [shown, selected, copied] : cases) {
-        const auto failures = std::make_shared<ReadFailures>();
         m_Tree->Clear(); // binding keeps what is selected
-        BindCollection(OpenSource((folder / shown).string(), failures));
+        BindCollection(OpenSource((folder / shown).string()));
         OpenLevels(m_Root.Get(), 3);
         std::ostringstream record;
         Session session(m_Tree.Get(), kFourRows, record);
@@ -222,7 +221,7 @@ TEST_F(SessionTest, ReadingFoldersAgainKeepsTheSelectedRowAndTheTopByName) {
     for (const char* name : {"a", "c", "d", "e", "f", "g", "h", "i", "k"}) {
         change(name, "none");
     }
-    BindCollection(OpenSource((folder / "").string(), std::make_shared<ReadFailures>()));
+    BindCollection(OpenSource((folder / "").string()));
     std::ostringstream record;
     Session session(m_Tree.Get(), kFourRows, record);
     DrawPicture(m_Tree.Get(), kFourRows);

@@ -177,7 +177,10 @@ TEST_F(SourceTest, ArchivesAreFoldersOfTheNamesInThem) {
         const std::string bytes = Archive(format, filter, members);
         ExpectRead(ReadBytes, bytes, kRows, "");
         std::ofstream(folder / "archive", std::ios::binary) << bytes;
-        EXPECT_EQ(OpenedRows(OpenSource((folder / "archive").string(), m_Failures), 9), kRows);
+        EXPECT_EQ(
+            OpenedRows(
+                OpenSource((folder / "archive").string(), SourceKind::kByContent, {m_Failures}), 9),
+            kRows);
     }
     EXPECT_TRUE(m_Failures->Lines().empty());
     EXPECT_FALSE(IsArchive({"", "PK is no archive, and neither is #mtree\n./a type=file\n"}));
@@ -243,7 +246,7 @@ TEST_F(SourceTest, FolderShowsFoldersFirstAndReadsThemWhenOpened) {
     for (const char* name : {"file10", "file9", "\xff\xfe.txt", "bad\xff/inside"}) {
         std::ofstream(folder / name) << "content";
     }
-    const auto root = OpenSource((folder / "").string(), m_Failures);
+    const auto root = OpenSource((folder / "").string(), SourceKind::kByContent, {m_Failures});
     const auto zoo = Place{root, 2}.Item();
     EXPECT_FALSE(IsFilled(zoo.Get()));
     EXPECT_TRUE(Query<IRenderableObject>((Place{root, 3}.Item().Get())));
@@ -278,7 +281,7 @@ TEST_F(SourceTest, FolderReadAgainKeepsWhatStaysByName) {
     for (const char* name : {"b/deep/x", "b/y", "m", "n", "o"}) {
         std::ofstream(folder / name) << "content";
     }
-    const auto root = OpenSource((folder / "").string(), m_Failures);
+    const auto root = OpenSource((folder / "").string(), SourceKind::kByContent, {m_Failures});
     EXPECT_EQ(OpenedRows(root, 9), "b1- deep2- x3 y2 c1- lost2 m1 n1 o1");
     const auto deep = Item("deep");
     for (const char* name : {"x", "n"}) {
@@ -331,7 +334,7 @@ TEST_F(SourceTest, FolderOfThousandsOfChangesIsLikeOneReadAfresh) {
     const TemporaryFolder folder;
     std::filesystem::create_directories(folder / "open");
     std::ofstream(folder / "open/file5000x") << "stays";
-    const auto root = OpenSource((folder / "").string(), m_Failures);
+    const auto root = OpenSource((folder / "").string(), SourceKind::kByContent, {m_Failures});
     OpenedRows(root, 1);
     SetFlags("file5000x", Flags("file5000x") | NODE_SELECTED);
     const auto name = [&](const char* kind, int i) {
@@ -351,7 +354,8 @@ TEST_F(SourceTest, FolderOfThousandsOfChangesIsLikeOneReadAfresh) {
     EXPECT_NE(Flags("file5000x") & NODE_SELECTED, 0);
     SetFlags("file5000x", Flags("file5000x") & ~NODE_SELECTED);
     const std::string rows = ShownRows(root);
-    EXPECT_EQ(rows, OpenedRows(OpenSource((folder / "").string(), m_Failures), 1));
+    EXPECT_EQ(rows,
+        OpenedRows(OpenSource((folder / "").string(), SourceKind::kByContent, {m_Failures}), 1));
 }
 
 TEST_F(SourceTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
@@ -360,7 +364,8 @@ TEST_F(SourceTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
     std::filesystem::create_directories(folder / "closed");
     std::filesystem::create_directory_symlink("read", folder / "twice");
     const auto watch = std::make_shared<FolderWatch>();
-    const auto root = OpenSource((folder / "").string(), m_Failures, SourceKind::kByContent, watch);
+    const auto root =
+        OpenSource((folder / "").string(), SourceKind::kByContent, {m_Failures, watch});
     BindCollection(root);
     for (const char* name : {"read", "twice"}) {
         ToggleNode(root.Get(), Find(name).index);
