@@ -27,14 +27,25 @@ public:
         }
     }
 
+    /// Saves what a function has changed, also when that throws.
+    template <class Function>
+    void SaveAfter(Function function) const {
+        try {
+            function();
+        } catch (...) {
+            Save();
+            throw;
+        }
+        Save();
+    }
+
+private:
     /// Only what was changed here is saved: the document may have been changed elsewhere.
     void Save() const {
         if (!m_Document.empty() && (!m_IsThere || m_Loaded != Values())) {
             SaveDocument(m_Control, m_Document);
         }
     }
-
-private:
     /// Without the scroll position, which changes all the time and is not kept.
     std::vector<std::string> Values() const {
         std::vector<std::string> values;
@@ -77,12 +88,11 @@ void RunWindow(const WindowOptions& options) {
         if (options.m_HasGuides) {
             window.ShowGuides();
         }
-        window.Run();
+        settings.SaveAfter([&] { window.Run(); });
     } catch (const NoDisplay& error) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +
                                  "; to draw into a file: treehost shot PATH");
     }
     watch->Remove(number);
-    settings.Save();
     view.CheckAllRead();
 }
