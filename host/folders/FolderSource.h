@@ -52,6 +52,13 @@ public:
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;
 
 private:
+    enum class State {
+        kUnread,  ///< nothing is in it, and it will be read when that is asked for
+        kAwaited, ///< nothing is in it but the row that says that it is being read
+        kRead     ///< what was found last is in it, also while it is read again
+    };
+
+    bool IsShown() const { return m_State != State::kUnread; }
     bool Read(int32_t newFlags);
     std::optional<FolderScan> LookBeside();
     void ShowThatItIsRead();
@@ -70,7 +77,6 @@ private:
     std::shared_ptr<FolderPath> m_Step; ///< this folder, for those below; from the first reading on
     int m_WatchNumber = -1;
     bool m_IsLink = false; ///< reached by a link, and drawn as one
-    bool m_Filled = false;
-    bool m_IsAwaited = false;  ///< by nothing but the row that says so
+    State m_State = State::kUnread;
     bool m_IsOutdated = false; ///< it changed while it was looked into
 };
