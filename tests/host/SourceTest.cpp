@@ -60,11 +60,11 @@ struct Member {
     const char* m_Name;
     unsigned m_Type = AE_IFREG;
     const char* m_Link = nullptr;
+    size_t m_Size = 7;
 };
 
 /// An archive of these members; files hold some bytes.
 std::string Archive(Choice format, Choice filter, const std::vector<Member>& members) {
-    constexpr std::string_view kContent = "content";
     std::string bytes(1 << 16, '\0');
     size_t size = 0;
     archive* out = archive_write_new();
@@ -78,9 +78,10 @@ std::string Archive(Choice format, Choice filter, const std::vector<Member>& mem
         archive_entry_set_filetype(entry, member.m_Type);
         archive_entry_set_perm(entry, 0644);
         archive_entry_set_symlink(entry, member.m_Link);
-        archive_entry_set_size(entry, member.m_Type == AE_IFREG ? int64_t(kContent.size()) : 0);
+        const std::string content(member.m_Type == AE_IFREG ? member.m_Size : 0, 'x');
+        archive_entry_set_size(entry, int64_t(content.size()));
         EXPECT_EQ(archive_write_header(out, entry), ARCHIVE_OK) << archive_error_string(out);
-        archive_write_data(out, kContent.data(), kContent.size());
+        archive_write_data(out, content.data(), content.size());
         archive_entry_free(entry);
     }
     archive_write_free(out);
@@ -227,6 +228,20 @@ TEST_F(SourceTest, BrokenArchiveIsListedUpToTheFault) {
     }
 }
 
+TEST_F(SourceTest, ArchiveIsStoppedInsideAMemberThatIsLarge) {
+    struct Stopper final : ReadProgress {
+        bool Advance(const ReadState&) override { return ++m_Asked < 5; }
+        int m_Asked = 0;
+    } stopper;
+    const std::string packed = Archive(archive_write_set_format_ustar,
+        archive_write_add_filter_gzip, {{"large", AE_IFREG, nullptr, 10'000'000}, {"behind"}});
+    std::string fault;
+    EXPECT_EQ(OpenedRows(ReadArchive({"", packed}, fault, &stopper)(), 1), "large1");
+    EXPECT_EQ(fault, "") << "that it breaks off is none";
+    EXPECT_EQ(stopper.m_Asked, 5);
+    ExpectRead(ReadBytes, packed, "behind1 large1", "");
+}
+
 TEST_F(SourceTest, CollectionInItselfIsShownOnceAndEndsEveryWalk) {
     const auto root = SuperCollection::Make();
     const auto inner = SuperCollection::Make();
@@ -268,6 +283,7 @@ TEST_F(SourceTest, FolderThatCannotBeReadIsEmptyUntilItCan) {
     std::filesystem::permissions(folder / "later/closed", std::filesystem::perms::none);
     EXPECT_EQ(later->Populate(), S_OK);
     EXPECT_EQ(later->Populate(), S_OK) << "read once";
+    EXPECT_TRUE(m_Failures->IsEmpty()) << "repaired";
     // To the superuser the folder is an empty one.
     const SmartPtr<ISuperCollection> root(later.Get());
     EXPECT_EQ(OpenedRows(root, 9), "closed1");
