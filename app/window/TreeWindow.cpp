@@ -1,6 +1,7 @@
 #include "app/window/TreeWindow.h"
 
 #include "app/view/StatusLine.h"
+#include "host/components/HostInterfaces.h"
 #include "host/text/Text.h"
 
 #include <SDL.h>
@@ -24,7 +25,7 @@ void TreeWindow::Run() {
         TakeNews();
         TakeFolderNews();
         for (const Input& input : m_Input.Wait()) {
-            m_Session.Feed(input);
+            Feed(input);
         }
         Update();
         SDL_Event event;
@@ -65,12 +66,19 @@ void TreeWindow::Handle(const SDL_Event& event) {
         if (HandlePanelPointer(input)) {
             m_Session.NoteLeft();
         } else {
-            m_Session.Feed(input);
+            Feed(input);
         }
     }
     if (const auto copied = m_Session.TakeCopied()) {
         Window::Copy(*copied);
     }
+}
+
+void TreeWindow::Feed(const Input& input) {
+    const auto* key = std::get_if<KeyInput>(&input);
+    const bool readsAgain = key && key->m_Key == Key::kF5 && Query<IHostFolder>(m_View.Source());
+    m_WasStopped &= !readsAgain;
+    m_Session.Feed(input);
 }
 
 bool TreeWindow::HandleKey(const SDL_Event& event) {
@@ -179,20 +187,22 @@ std::string TreeWindow::Status() const {
     }
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
-    const size_t unread = m_View.Failures()->Lines().size();
     return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
-           (unread > 0 ? ", not all could be read" : "") +
+           (m_View.Failures()->IsEmpty() ? "" : ", not all could be read") +
            (m_WasStopped ? ", reading was stopped" : "") +
            (selected.empty() ? "" : "  \u2014  " + selected);
 }
 
 /// Once for each picture, however many changes there were.
 void TreeWindow::TakeFolderNews() {
+    m_Folders.m_Scans.RenewPatience();
     if (std::exchange(m_HasScanNews, false)) {
-        m_Scanned = m_Folders.m_Scans.TakeNews();
+        const std::string before = std::exchange(m_Scanned, m_Folders.m_Scans.TakeNews());
+        m_WasStopped &= m_Scanned.empty() || !before.empty();
+        m_AreFoldersChanged |= m_Folders.m_Scans.HasAnswers();
         m_ScansWaker.Arm();
     }
-    if (UntilFolders() == 0 || m_Folders.m_Scans.HasAnswers()) {
+    if (UntilFolders() == 0) {
         ReadChangedFolders();
     }
 }

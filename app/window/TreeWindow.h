@@ -31,6 +31,7 @@ public:
 
 private:
     void Handle(const SDL_Event& event);
+    void Feed(const Input& input);
     /// True when the event is for the panel, or opens it, or ends the program.
     bool HandleKey(const SDL_Event& event);
     bool HandlePanelKey(const SDL_Event& event);
@@ -63,14 +64,14 @@ private:
     WindowInput m_Input;
     std::optional<Panel> m_Panel;
     KeptPicture m_Picture;
-    bool m_IsPanelPressed = false; ///< the button that is held went down on the panel
-    bool m_IsSet = false;          ///< something was set of which the control need not tell
-    bool m_AreFoldersChanged = false;
-    uint64_t m_FoldersRestUntil = 0; ///< milliseconds of SDL's clock
+    bool m_IsPanelPressed = false;    ///< the button that is held went down on the panel
+    bool m_IsSet = false;             ///< something was set of which the control need not tell
+    bool m_AreFoldersChanged = false; ///< or what was looked into is there
+    uint64_t m_FoldersRestUntil = 0;  ///< milliseconds of SDL's clock
     bool m_HasScanNews = false;
     std::string m_Scanned;     ///< what is looked into and how far that is, while it is
     bool m_HasNews = false;    ///< of the reading
-    bool m_WasStopped = false; ///< by the user
+    bool m_WasStopped = false; ///< by the user, and nothing was begun since
     bool m_IsExposed = false;
     bool m_IsClosed = false;
 };

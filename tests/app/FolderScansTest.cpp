@@ -3,6 +3,8 @@
 #include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
 
+#include <atomic>
+#include <future>
 #include <poll.h>
 
 // Folders that are looked into beside the window's thread.
@@ -10,6 +12,28 @@
 namespace {
 
 constexpr size_t kFiles = 100;
+
+constexpr size_t kHeldAt = 10;
+
+/// Holds a reading where it has found so many entries, once.
+class Holder final : public ReadProgress {
+public:
+    Holder(ReadProgress& progress, std::promise<void>& isHeld, std::promise<void>& mayGoOn)
+        : m_Progress(progress), m_IsHeld(isHeld), m_MayGoOn(mayGoOn) {}
+
+    bool Advance(const ReadState& state) override {
+        if (state.m_Done == kHeldAt) {
+            m_IsHeld.set_value();
+            m_MayGoOn.get_future().wait();
+        }
+        return m_Progress.Advance(state);
+    }
+
+private:
+    ReadProgress& m_Progress;
+    std::promise<void>& m_IsHeld;
+    std::promise<void>& m_MayGoOn;
+};
 
 class FolderScansThreadsTest : public HostTest {
 protected:
@@ -78,17 +102,43 @@ TEST_F(FolderScansThreadsTest, ChangeMeanwhileIsNotLost) {
 }
 
 TEST_F(FolderScansThreadsTest, StoppedItIsShownUpToThere) {
-    struct Stopper final : ReadProgress {
-        bool Advance(const ReadState& state) override { return state.m_Done < 10; }
-    } stopper;
-    const FolderScan scan = ScanFolder(m_Path.string(), nullptr, &stopper);
-    EXPECT_EQ(scan.m_Entries.size(), 10U);
-    EXPECT_FALSE(scan.m_Error);
+    std::promise<void> isHeld;
+    std::promise<void> mayGoOn;
+    m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
+        [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+            Holder holder(*progress, isHeld, mayGoOn);
+            return ScanFolder(path, step, &holder);
+        });
     const auto folder = Open(true);
+    isHeld.get_future().wait();
     m_Scans->Stop();
+    mayGoOn.set_value();
     ReadOn(*folder.Get());
-    EXPECT_FALSE(Names(folder) == std::vector<std::string>{"reading\u2026"});
+    EXPECT_EQ(Names(folder).size(), kHeldAt);
     EXPECT_TRUE(m_Failures->Lines().empty());
+}
+
+TEST_F(FolderScansThreadsTest, AFewThreadsReadAllFolders) {
+    std::atomic<int> busy = 0;
+    std::atomic<int> most = 0;
+    m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
+        [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+            const int now = ++busy;
+            for (int known = most; known < now && !most.compare_exchange_weak(known, now);) {
+            }
+            FolderScan scan = ScanFolder(path, step, progress);
+            --busy;
+            return scan;
+        });
+    std::vector<SmartPtr<FolderSource>> folders;
+    for (int i = 0; i < 50; ++i) {
+        folders.push_back(Open(true));
+    }
+    for (const auto& folder : folders) {
+        ReadOn(*folder.Get());
+        EXPECT_EQ(Names(folder).size(), kFiles);
+    }
+    EXPECT_LE(most, 4);
 }
 
 TEST_F(FolderScansThreadsTest, FolderThatIsDroppedIsForgotten) {
