@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/documents/Extents.h"
-#include "host/drawing/ItemPicture.h"
+#include "host/components/ItemLook.h"
 #include "host/reading/ReadProgress.h"
 
 #include <cstddef>

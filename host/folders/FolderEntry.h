@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/drawing/ItemPicture.h"
+#include "host/components/ItemLook.h"
 
 #include <string>
 

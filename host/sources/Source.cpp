@@ -1,8 +1,8 @@
 #include "host/sources/Source.h"
 
 #include "host/documents/DocumentBranch.h"
-#include "host/documents/JsonSource.h"
-#include "host/documents/XmlSource.h"
+#include "host/documents/JsonText.h"
+#include "host/documents/XmlText.h"
 #include "host/reading/ReadBytes.h"
 #include "host/sources/ArchiveSource.h"
 #include "host/sources/OutlineSource.h"

@@ -15,9 +15,9 @@ namespace {
 constexpr std::chrono::minutes kAtMost(1); // only a test that fails waits so long
 
 /// A pipe by its name, which a reading waits for.
-class BackgroundThreadsTest : public HostTest {
+class BackgroundReadingTest : public HostTest {
 protected:
-    BackgroundThreadsTest() { mkfifo(m_Pipe.c_str(), 0600); }
+    BackgroundReadingTest() { mkfifo(m_Pipe.c_str(), 0600); }
 
     static bool HasNews(const BackgroundReading& reading, int milliseconds = 0) {
         pollfd waiting{reading.News(), POLLIN, 0};
@@ -54,7 +54,7 @@ private:
 
 } // namespace
 
-TEST_F(BackgroundThreadsTest, ItTellsHowFarItIsAndThatItIsOver) {
+TEST_F(BackgroundReadingTest, ItTellsHowFarItIsAndThatItIsOver) {
     std::promise<void> isAdvanced;
     std::promise<void> mayEnd;
     BackgroundReading reading([&](ReadProgress& progress) {
@@ -75,7 +75,7 @@ TEST_F(BackgroundThreadsTest, ItTellsHowFarItIsAndThatItIsOver) {
     EXPECT_TRUE(reading.Take()({}));
 }
 
-TEST_F(BackgroundThreadsTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
+TEST_F(BackgroundReadingTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
     BackgroundReading reading([&](ReadProgress& progress) {
         for (size_t done = 0; progress.Advance({done, 0}); ++done) {
         }
@@ -87,7 +87,7 @@ TEST_F(BackgroundThreadsTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
     EXPECT_TRUE(reading.WasStopped());
 }
 
-TEST_F(BackgroundThreadsTest, PipeThatIsStoppedIsShownUpToThere) {
+TEST_F(BackgroundReadingTest, PipeThatIsStoppedIsShownUpToThere) {
     std::string text = "[";
     while (text.size() < 1'500'000) {
         text += "[1],";
@@ -111,7 +111,7 @@ TEST_F(BackgroundThreadsTest, PipeThatIsStoppedIsShownUpToThere) {
     EXPECT_TRUE(failures->Lines().empty()) << "that it breaks off is no fault";
 }
 
-TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere) {
+TEST_F(BackgroundReadingTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere) {
     // What stands in front, a row that is repeated, whether it is below another.
     const std::tuple<const char*, const char*, bool> texts[] = {
         {"", "a\n", false}, {"[", "[1],", false}, {"<r>", "<a b=''/>", true}};
@@ -131,7 +131,7 @@ TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere)
     }
 }
 
-TEST_F(BackgroundThreadsTest, ReadingTouchesNothingThatTheWindowUsesMeanwhile) {
+TEST_F(BackgroundReadingTest, ReadingTouchesNothingThatTheWindowUsesMeanwhile) {
     const auto shown = SuperCollection::Make();
     shown->Append("row", shown->Identity());
     const std::pair<const char*, const char*> texts[] = {
@@ -151,14 +151,14 @@ TEST_F(BackgroundThreadsTest, ReadingTouchesNothingThatTheWindowUsesMeanwhile) {
     shown->RemoveAll();
 }
 
-TEST_F(BackgroundThreadsTest, LeavingDoesNotWaitForAPipeThatIsSilent) {
+TEST_F(BackgroundReadingTest, LeavingDoesNotWaitForAPipeThatIsSilent) {
     const BackgroundReading neverWrittenTo(ReadPipe());
     const int pipe = open(m_Pipe.c_str(), O_RDWR);
     { const BackgroundReading silent(ReadPipe()); }
     close(pipe);
 }
 
-TEST_F(BackgroundThreadsTest, WhatGoesWrongIsThrownWhereItIsAskedFor) {
+TEST_F(BackgroundReadingTest, WhatGoesWrongIsThrownWhereItIsAskedFor) {
     BackgroundReading reading([](ReadProgress& progress) {
         return ReadSource("/nowhere", SourceKind::kByContent, &progress);
     });

@@ -35,9 +35,9 @@ private:
     std::promise<void>& m_MayGoOn;
 };
 
-class FolderScansThreadsTest : public HostTest {
+class FolderScansTest : public HostTest {
 protected:
-    FolderScansThreadsTest() {
+    FolderScansTest() {
         std::filesystem::create_directory(m_Path);
         for (size_t i = 0; i < kFiles; ++i) {
             std::ofstream(m_Path / std::to_string(i)).flush();
@@ -78,7 +78,7 @@ protected:
 
 } // namespace
 
-TEST_F(FolderScansThreadsTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce) {
+TEST_F(FolderScansTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce) {
     const auto folder = Open(true);
     EXPECT_EQ(Names(folder), std::vector<std::string>{"reading\u2026"});
     ReadOn(*folder.Get());
@@ -92,7 +92,7 @@ TEST_F(FolderScansThreadsTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce)
     EXPECT_EQ(Names(folder).size(), again.size() + 1);
 }
 
-TEST_F(FolderScansThreadsTest, ChangeMeanwhileIsNotLost) {
+TEST_F(FolderScansTest, ChangeMeanwhileIsNotLost) {
     const auto folder = Open(true);
     std::ofstream(m_Path / "new").flush();
     m_Watch->Take();
@@ -101,7 +101,7 @@ TEST_F(FolderScansThreadsTest, ChangeMeanwhileIsNotLost) {
     EXPECT_EQ(Names(folder).size(), kFiles + 1);
 }
 
-TEST_F(FolderScansThreadsTest, StoppedItIsShownUpToThere) {
+TEST_F(FolderScansTest, StoppedItIsShownUpToThere) {
     std::promise<void> isHeld;
     std::promise<void> mayGoOn;
     m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
@@ -118,7 +118,7 @@ TEST_F(FolderScansThreadsTest, StoppedItIsShownUpToThere) {
     EXPECT_TRUE(m_Failures->Lines().empty());
 }
 
-TEST_F(FolderScansThreadsTest, AFewThreadsReadAllFolders) {
+TEST_F(FolderScansTest, AFewThreadsReadAllFolders) {
     std::atomic<int> busy = 0;
     std::atomic<int> most = 0;
     m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
@@ -141,13 +141,13 @@ TEST_F(FolderScansThreadsTest, AFewThreadsReadAllFolders) {
     EXPECT_LE(most, 4);
 }
 
-TEST_F(FolderScansThreadsTest, FolderThatIsDroppedIsForgotten) {
+TEST_F(FolderScansTest, FolderThatIsDroppedIsForgotten) {
     const void* dropped = Open(true).Get();
     EXPECT_FALSE(m_Scans->IsAsked(dropped));
     const auto left = Open(true); // and the rest ends without it
 }
 
-TEST_F(FolderScansThreadsTest, QuickFolderIsThereAtOnceAndOneThatIsGoneSaysSo) {
+TEST_F(FolderScansTest, QuickFolderIsThereAtOnceAndOneThatIsGoneSaysSo) {
     m_Scans = std::make_shared<FolderScans>(std::chrono::minutes(1));
     EXPECT_EQ(Names(Open(true)).size(), kFiles);
     const auto gone = FolderSource::Make(

@@ -1,4 +1,4 @@
-#include "host/documents/JsonSource.h"
+#include "host/documents/JsonText.h"
 
 #include "host/documents/JsonCursor.h"
 

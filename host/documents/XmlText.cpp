@@ -1,4 +1,4 @@
-#include "host/documents/XmlSource.h"
+#include "host/documents/XmlText.h"
 
 #include "host/documents/XmlParser.h"
 
