@@ -1,6 +1,7 @@
 #include "host/folders/FolderSource.h"
 
 #include "framework/interfaces/TreeInterfaces.h"
+#include "host/components/ContentState.h"
 #include "host/data/TextItems.h"
 #include "host/folders/FileItem.h"
 #include "host/text/Text.h"
@@ -179,20 +180,10 @@ void FolderSource::NoteFailure(const std::error_code& error) const {
 }
 
 int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {
-    if (!value) {
-        return E_POINTER;
-    }
-    *value = selector == CONTENTSTATE_ARCHIVE && IsShown() ? 1 : 0;
-    return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+    return AnswerContentState(IsShown(), selector, value);
 }
 
 int32_t FolderSource::GetLook(ItemLook* look) {
-    *look = {ItemKind::kFolder, m_IsLink};
-    return S_OK;
-}
-
-int32_t FolderSource::Render(
-    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
-    DrawItemPicture(canvas, rect, {ItemKind::kFolder, m_IsLink});
+    *look = Look();
     return S_OK;
 }

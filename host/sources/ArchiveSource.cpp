@@ -21,20 +21,12 @@
 namespace {
 
 class ArchiveFolder final
-    : public HostObject<ArchiveFolder, SuperCollectionBase, CollectionVersion, IRenderableObject> {
+    : public HostObject<ArchiveFolder, SuperCollectionBase, CollectionVersion, DrawnItem> {
 public:
     static constexpr const char* kKind = "ArchiveFolder";
 
-    explicit ArchiveFolder(bool isLink = false) : m_IsLink(isLink) {}
-
-    int32_t Render(
-        UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) override {
-        DrawItemPicture(canvas, rect, {ItemKind::kFolder, m_IsLink});
-        return S_OK;
-    }
-
-private:
-    bool m_IsLink; ///< the archive has a link of the same name
+    /// It is drawn as a link where the archive has one of the same name.
+    explicit ArchiveFolder(bool isLink) { SetLook({ItemKind::kFolder, isLink}); }
 };
 
 /// Names that an archive has in another encoding become UTF-8 in whatever locale the program is.
