@@ -8,9 +8,9 @@
 #include <string>
 #include <unordered_map>
 
-/// Hears of changes in the folders that were read, from the system. Used on one thread, but for
-/// what waits on its descriptor. A folder that the system does not watch, since it watches enough,
-/// never changes here.
+/// Asks the system to tell of changes in folders. One thread uses it; another one may wait until
+/// there is news. The system limits the number of watches: a folder beyond that is never reported
+/// as changed.
 class FolderWatch {
 public:
     FolderWatch();

@@ -28,8 +28,9 @@ public:
     bool IsOver() const;
     /// Waits for the end; whether it has come.
     bool WaitFor(std::chrono::nanoseconds patience);
-    /// Makes an end of what is being done: of reading bytes first, and, where they are gone through
-    /// by then, of that. What was read until then is the result.
+    /// Ends what the reading does at this time. While it gets the bytes of a text, it goes through
+    /// those that it has got by then; while it goes through them, it ends. What was read until then
+    /// is the result.
     void Stop();
     bool WasStopped() const;
     /// Nobody wants the result any more: the reading ends with its next step.

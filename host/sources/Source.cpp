@@ -65,7 +65,7 @@ SourceMaker WithFault(TreeMaker make, const std::string& name, const std::string
 
 SourceMaker ReadDocument(
     const DocumentTextPtr& text, const std::string& name, ReadProgress* progress) {
-    LaterHalf over(progress, true);
+    Afterwards over(progress);
     auto make = [text, rows = text->ReadRoot(&over)]() mutable {
         return DocumentBranch::MakeRoot(text, std::move(rows));
     };
@@ -75,7 +75,7 @@ SourceMaker ReadDocument(
 /// Goes through what was in a file, which is named as `name`.
 SourceMaker ReadKind(
     SourceKind kind, ReadBytes bytes, const std::string& name, ReadProgress* progress) {
-    LaterHalf half(progress);
+    SecondHalf half(progress);
     const IndexOptions options{.m_Progress = &half, .m_IsCut = bytes.m_IsCut};
     switch (kind == SourceKind::kByContent ? KindByContent(bytes.m_Text) : kind) {
     case SourceKind::kArchive: {
