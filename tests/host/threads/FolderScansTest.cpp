@@ -52,12 +52,15 @@ protected:
     }
     /// Does what a window does until nothing is looked into any more.
     void ReadOn(FolderSource& folder) {
-        while (m_Scans->IsAsked(&folder)) {
-            pollfd waiting{m_Scans->News(), POLLIN, 0};
-            ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
+        while (true) {
             m_Scans->TakeNews();
             m_Watch->Take();
             ReadFoldersAgain(&folder, FoldersRead::kChanged);
+            if (!m_Scans->IsAsked(&folder)) {
+                return;
+            }
+            pollfd waiting{m_Scans->News(), POLLIN, 0};
+            ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
         }
     }
     static std::vector<std::string> Names(const SmartPtr<FolderSource>& folder) {
