@@ -6,6 +6,10 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion
                     $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>
                     # clang counts signs among the conversions, g++ does not
                     $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
+# Files may be larger than 2 GB on 32-bit machines too. No interface has a type that this changes.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    add_compile_definitions(_FILE_OFFSET_BITS=64)
+endif()
 # What is built does not depend on where.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 # Nothing links what it does not use.

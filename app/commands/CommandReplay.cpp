@@ -42,7 +42,7 @@ public:
 
     void Play(const Step& step) {
         std::visit([&](const auto& command) { Play(command, step.m_Text); }, step.m_Command);
-        m_Session.Draw(m_Picture, m_Session.GetSize());
+        m_Session.Draw(m_Picture, {.m_Size = m_Session.GetSize()});
     }
 
 private:
@@ -60,7 +60,8 @@ private:
     }
 
     void Play(const BindCommand& command, const std::string& text) {
-        const auto source = OpenSource(command.m_Path.string(), m_Failures);
+        const auto source =
+            OpenSource(command.m_Path.string(), SourceKind::kByContent, {m_Failures});
         Finish(text, Tree()->put_Collection(source.Get()));
     }
 
@@ -102,7 +103,7 @@ private:
         Redraw();
     }
 
-    void Redraw() { m_Session.Draw(m_Picture, m_Session.GetSize(), true); }
+    void Redraw() { m_Session.Draw(m_Picture, {.m_Size = m_Session.GetSize()}, true); }
 
     Session m_Session;
     ReadFailuresPtr m_Failures;

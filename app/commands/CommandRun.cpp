@@ -27,14 +27,25 @@ public:
         }
     }
 
+    /// Saves what a function has changed, also when that throws.
+    template <class Function>
+    void SaveAfter(Function function) const {
+        try {
+            function();
+        } catch (...) {
+            Save();
+            throw;
+        }
+        Save();
+    }
+
+private:
     /// Only what was changed here is saved: the document may have been changed elsewhere.
     void Save() const {
         if (!m_Document.empty() && (!m_IsThere || m_Loaded != Values())) {
             SaveDocument(m_Control, m_Document);
         }
     }
-
-private:
     /// Without the scroll position, which changes all the time and is not kept.
     std::vector<std::string> Values() const {
         std::vector<std::string> values;
@@ -63,26 +74,25 @@ void RunWindow(const WindowOptions& options) {
     BackgroundReading reading(
         [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress); });
     const bool isRead = reading.WaitFor(kPatience);
-    const SourceMaker make = isRead ? reading.Take() : nullptr;
+    SourceMaker make = isRead ? reading.Take() : SourceMaker();
     TreeView view(watch, scans);
     if (isRead) {
-        view.Show(make);
+        view.Show(std::move(make));
     }
     const KeptSettings settings(view.Control(), options.m_Document);
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window(view, options.m_Path, size, {*watch, *scans},
-            options.m_Record ? std::cout : silence, isRead ? nullptr : &reading);
+        TreeWindow window({view, options.m_Path, *watch, *scans, isRead ? nullptr : &reading}, size,
+            options.m_Record ? std::cout : silence);
         if (options.m_HasGuides) {
             window.ShowGuides();
         }
-        window.Run();
+        settings.SaveAfter([&] { window.Run(); });
     } catch (const NoDisplay& error) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +
                                  "; to draw into a file: treehost shot PATH");
     }
     watch->Remove(number);
-    settings.Save();
     view.CheckAllRead();
 }

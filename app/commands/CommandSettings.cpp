@@ -45,9 +45,9 @@ struct SettingsFile {
 };
 
 /// The files that settings come from and go to. Of those that are there the last one counts.
-class SettingsFiles {
+class ChosenFiles {
 public:
-    SettingsFiles(const std::string& xml, const std::string& document)
+    ChosenFiles(const std::string& xml, const std::string& document)
         : m_Files{{xml, &LoadXml, &SaveXml}, {document, &LoadDocument, &SaveDocument}} {
         const auto place = [](const std::string& name) {
             return std::filesystem::weakly_canonical(name);
@@ -92,7 +92,7 @@ void PrintSettings(const SettingsPage& page) {
 void RunSettings(const SettingsOptions& options) {
     const ControlHost host;
     const auto tree = host.CreateTree();
-    SettingsFiles files(options.m_Xml, options.m_Document);
+    ChosenFiles files(options.m_Xml, options.m_Document);
     const bool areNamed = !options.m_Xml.empty() || !options.m_Document.empty();
     const bool isChanged = !options.m_Set.empty();
     const bool isLoaded = files.Load(tree.Get());

@@ -48,8 +48,10 @@ void RunShot(const ShotOptions& options) {
     if (options.m_Page) {
         panel.emplace(view.Control());
     }
-    const auto picture = DrawPicture(
-        view.Control(), size, panel ? &*panel : nullptr, {.m_HasGuides = options.m_HasGuides});
+    const auto picture = DrawPicture({.m_Tree = view.Control(),
+        .m_Size = size,
+        .m_Panel = panel ? &*panel : nullptr,
+        .m_Highlights = {.m_HasGuides = options.m_HasGuides}});
     WritePicture(picture.get(), file, isFile ? options.m_Out : "standard output");
     if (isFile) {
         std::cout << ToPrintable(Refer(ToWide(options.m_Out))) << '\n';

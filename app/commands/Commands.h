@@ -10,7 +10,7 @@
 // The commands of treehost. Each prints its result on standard output and throws when it fails.
 
 struct ShotOptions {
-    std::string m_Path;             ///< of a folder or an outline, or "-"
+    std::string m_Path;             ///< of anything that ReadSource reads, or "-"
     std::string m_Out = "tree.png"; ///< relative to where the command was called, or "-"
     std::string m_Size = "480x640"; ///< in pixels
     double m_Scale = 1;             ///< the picture's pixels along one of these

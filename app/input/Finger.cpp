@@ -60,7 +60,7 @@ std::vector<Input> Finger::GoUp(int64_t id, int64_t now) {
                                            : std::vector<Input>{};
 }
 
-std::vector<Input> Finger::Wait(int64_t now) {
+std::vector<Input> Finger::TakeDue(int64_t now) {
     if (m_Contact && m_Contact->m_State == State::kDown && now - m_Contact->m_Since >= kLongPress) {
         m_Contact->m_State = State::kPressed;
         return ClickAt(m_Contact->m_X, m_Contact->m_Y, POINTERSTATE_SECONDARY);

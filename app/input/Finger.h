@@ -16,8 +16,8 @@ public:
     std::vector<Input> Move(int64_t id, double x, double y, int64_t now);
     std::vector<Input> GoUp(int64_t id, int64_t now);
 
-    /// What becomes of it without an event: a step of a pan that goes on, or a long press.
-    std::vector<Input> Wait(int64_t now);
+    /// What is due without an event: a step of a pan that goes on, or a long press.
+    std::vector<Input> TakeDue(int64_t now);
     /// In how long that is wanted; none while it is not.
     std::optional<int64_t> UntilNext(int64_t now) const;
     /// The user does something else, which ends a pan that goes on.

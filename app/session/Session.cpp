@@ -177,13 +177,14 @@ void Session::Activate(IUnknown* node) {
     Note("activate " + std::to_string(row), StatusText(status));
 }
 
-bool Session::Draw(
-    KeptPicture& picture, Size size, bool isSet, Panel* panel, const std::string& status) {
-    const bool isChanged = TakeChanged() || isSet;
-    bool isDrawn = picture.Update(m_Tree, isChanged, size, panel, Marked(), status);
+bool Session::Draw(KeptPicture& picture, Scene scene, bool isSet) {
+    const bool isChanged = std::exchange(m_IsChanged, false) || isSet;
+    scene.m_Tree = m_Tree;
+    scene.m_Highlights = Marked();
+    bool isDrawn = picture.Update(scene, isChanged);
     m_Shown = picture.Shown();
-    // Something else may be under the pointer now.
-    isDrawn |= picture.Update(m_Tree, false, size, panel, Marked(), status);
+    scene.m_Highlights = Marked(); // something else may be under the pointer now
+    isDrawn |= picture.Update(scene, false);
     return isDrawn;
 }
 

@@ -44,11 +44,10 @@ public:
 
     /// Guide lines are drawn from now on.
     void ShowGuides() { m_HasGuides = true; }
-    /// Brings a picture of the control up to date, with a panel and a status line when there are
-    /// any; true when it had to be drawn. `isSet` says that something was set of which the control
-    /// does not tell.
-    bool Draw(KeptPicture& picture, Size size, bool isSet = false, Panel* panel = nullptr,
-        const std::string& status = "");
+    /// Brings a picture of a scene up to date, whose control and highlights are the session's; true
+    /// when it had to be drawn. `isSet` says that something was set of which the control does not
+    /// tell.
+    bool Draw(KeptPicture& picture, Scene scene, bool isSet = false);
     /// What to mark beside the selected rows, by what was drawn last.
     Highlights Marked() const;
     /// The pointer is elsewhere now.
@@ -56,7 +55,7 @@ public:
         m_Pointer.reset();
         m_Dwell.End();
     }
-    /// Until when, in milliseconds, nothing that is drawn changes by itself; none for ever.
+    /// For how many milliseconds nothing that is drawn changes by itself; none for ever.
     std::optional<int64_t> UntilNextPicture() const { return m_Dwell.Left(Milliseconds()); }
 
     /// Something else than input may leave several rows marked.
@@ -67,9 +66,6 @@ public:
 
     /// What was copied since the last time it was asked for, UTF-8.
     std::optional<std::string> TakeCopied() { return std::exchange(m_Copied, std::nullopt); }
-
-    /// Whether the control changed since the last time it was asked for.
-    bool TakeChanged() { return std::exchange(m_IsChanged, false); }
 
 private:
     struct Point {

@@ -21,7 +21,7 @@ std::wstring NameOf(ISuperCollection* collection, int32_t index) {
 } // namespace
 
 /// Finds items by their names, then the rows of all of them in one walk.
-class KeptPlace::Search {
+class KeptPlace::Finder {
 public:
     /// The item's index now; negative when it is gone.
     int32_t IndexOf(const Item& item) {
@@ -89,17 +89,17 @@ KeptPlace::KeptPlace(IUITree* tree) : m_Tree(tree) {
 }
 
 int32_t KeptPlace::Restore() const {
-    Search search;
-    search.FindRows(m_Tree, m_Top, m_Selected);
+    Finder finder;
+    finder.FindRows(m_Tree, m_Top, m_Selected);
     for (const Item& item : m_Top) {
-        const int32_t row = search.RowOf(item);
+        const int32_t row = finder.RowOf(item);
         if (row >= 0) {
             m_Tree->Control(PROP_SCROLLPOS, row);
             break;
         }
     }
-    const int32_t selected = search.RowOf(m_Selected);
-    RestoreSelection(search.IndexOf(m_Selected), selected);
+    const int32_t selected = finder.RowOf(m_Selected);
+    RestoreSelection(finder.IndexOf(m_Selected), selected);
     return selected;
 }
 

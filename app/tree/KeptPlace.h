@@ -26,7 +26,7 @@ private:
         int32_t m_Index = -1;
         std::wstring m_Name = {};
     };
-    class Search;
+    class Finder;
 
     void RestoreSelection(int32_t index, int32_t row) const;
 

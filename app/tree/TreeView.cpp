@@ -4,7 +4,7 @@
 #include "host/data/Expansion.h"
 
 TreeView::TreeView(const std::string& path, int32_t depth, SourceKind kind, ReadProgress* progress)
-    : m_Source(OpenSource(AbsolutePath(path), m_Failures, kind, nullptr, progress)),
+    : m_Source(OpenSource(AbsolutePath(path), kind, {m_Failures}, progress)),
       m_Tree(m_Host.CreateTree()) {
     Bind();
     OpenLevels(m_Source.Get(), depth);
@@ -14,8 +14,8 @@ TreeView::TreeView(FolderWatchPtr watch, FolderScansPtr scans)
     : m_Watch(std::move(watch)), m_Scans(std::move(scans)), m_Tree(m_Host.CreateTree()) {}
 
 /// The default sizes came with the empty tree, and may have been changed since.
-void TreeView::Show(const SourceMaker& make) {
-    m_Source = make({m_Failures, m_Watch, m_Scans});
+void TreeView::Show(SourceMaker make) {
+    m_Source = std::move(make)({m_Failures, m_Watch, m_Scans});
     int32_t usesDefaults = 0;
     m_Tree->Inquire(PROP_USEDEFAULTSTYLE, &usesDefaults);
     m_Tree->Control(PROP_USEDEFAULTSTYLE, 0);

@@ -22,7 +22,7 @@ public:
     TreeView(FolderWatchPtr watch, FolderScansPtr scans);
 
     /// Shows what was read, with the settings as they are.
-    void Show(const SourceMaker& make);
+    void Show(SourceMaker make);
 
     IUITree* Control() const { return m_Tree.Get(); }
     ISuperCollection* Source() const { return m_Source.Get(); }

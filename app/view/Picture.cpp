@@ -54,6 +54,12 @@ Noted DrawTree(
     return noted;
 }
 
+/// What is left for the control and the panel, in pixels.
+int32_t HeightAboveStatus(const Scene& scene) {
+    const int32_t height = scene.m_Size.m_Height;
+    return height - (scene.m_Status.empty() ? 0 : StatusHeightIn(height));
+}
+
 } // namespace
 
 Size ParseSize(const std::string& text, double scale) {
@@ -69,8 +75,8 @@ Size ParseSize(const std::string& text, double scale) {
     return size;
 }
 
-SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights& highlights,
-    const std::string& status, Noted* noted) {
+SurfacePtr DrawPicture(const Scene& scene, Noted* noted) {
+    const Size size = scene.m_Size;
     const auto toDisplay = [&size](int32_t side) {
         return static_cast<int32_t>(std::ceil(side * size.m_Scale));
     };
@@ -79,21 +85,23 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights&
     cairo_surface_set_device_scale(surface.get(), size.m_Scale, size.m_Scale);
     const ContextPtr context(cairo_create(surface.get()));
     UbuntuCanvas canvas{context.get()};
-    const int32_t panelWidth = panel ? Panel::WidthIn(size.m_Width) : 0;
-    const int32_t height = size.m_Height - (status.empty() ? 0 : StatusHeightIn(size.m_Height));
+    const Palette palette = PaletteOf(scene.m_Tree);
+    const int32_t panelWidth = scene.m_Panel ? Panel::WidthIn(size.m_Width) : 0;
+    const int32_t height = HeightAboveStatus(scene);
     const CANVASRect rect{0, 0, size.m_Width - panelWidth, height};
-    Noted drawn = DrawTree(canvas, tree, rect, highlights);
-    const NotedText* hint = highlights.m_Hint ? CutLabelAt(drawn, *highlights.m_Hint) : nullptr;
-    if (hint) {
-        DrawHint(context.get(), *hint, rect, PaletteOf(tree));
+    Noted drawn = DrawTree(canvas, scene.m_Tree, rect, scene.m_Highlights);
+    const auto hint = scene.m_Highlights.m_Hint;
+    const NotedText* label = hint ? CutLabelAt(drawn, *hint) : nullptr;
+    if (label) {
+        DrawHint(context.get(), *label, rect, palette);
     }
-    if (panel) {
-        panel->Resize(height);
-        DrawPanel(*panel, canvas, {rect.width, 0, panelWidth, height}, PaletteOf(tree));
+    if (scene.m_Panel) {
+        scene.m_Panel->Resize(height);
+        DrawPanel(*scene.m_Panel, canvas, {rect.width, 0, panelWidth, height}, palette);
     }
     if (height < size.m_Height) {
         const CANVASRect line{0, height, size.m_Width, size.m_Height - height};
-        DrawStatus(status, canvas, line, PaletteOf(tree));
+        DrawStatus(scene.m_Status, canvas, line, palette);
     }
     Check(cairo_status(context.get()), "cannot draw");
     cairo_surface_flush(surface.get());
@@ -103,21 +111,18 @@ SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel, const Highlights&
     return surface;
 }
 
-bool KeptPicture::Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel,
-    const Highlights& highlights, const std::string& status) {
+bool KeptPicture::Update(const Scene& scene, bool isTreeChanged) {
     std::optional<std::vector<Panel::Line>> lines;
-    if (panel) {
-        panel->Resize(size.m_Height - (status.empty() ? 0 : StatusHeightIn(size.m_Height)));
-        lines = panel->Lines();
+    if (scene.m_Panel) {
+        scene.m_Panel->Resize(HeightAboveStatus(scene));
+        lines = scene.m_Panel->Lines();
     }
-    if (m_Surface && !isTreeChanged && size == m_Size && lines == m_Panel &&
-        highlights == m_Highlights && status == m_Status) {
+    if (m_Surface && !isTreeChanged && scene.m_Size == m_Scene.m_Size && lines == m_Panel &&
+        scene.m_Highlights == m_Scene.m_Highlights && scene.m_Status == m_Scene.m_Status) {
         return false;
     }
-    m_Surface = DrawPicture(tree, size, panel, highlights, status, &m_Noted);
-    m_Size = size;
-    m_Highlights = highlights;
-    m_Status = status;
+    m_Surface = DrawPicture(scene, &m_Noted);
+    m_Scene = scene;
     m_Panel = std::move(lines);
     return true;
 }

@@ -21,18 +21,26 @@ struct Size {
 /// Reads WIDTHxHEIGHT. Throws UsageError.
 Size ParseSize(const std::string& text, double scale = 1);
 
-/// The control drawn on its paper, with a panel at its right when there is one and a status line
-/// below both when it has a text, in the display's pixels. `noted` receives what the control drew
-/// where, unless it is null.
-SurfacePtr DrawPicture(IUITree* tree, Size size, Panel* panel = nullptr,
-    const Highlights& highlights = {}, const std::string& status = "", Noted* noted = nullptr);
+/// What a picture shows: a control on its paper, with a panel at its right when there is one, and a
+/// status line below both when it has a text.
+struct Scene {
+    IUITree* m_Tree = nullptr; ///< the control, borrowed
+    Size m_Size = {};
+    Panel* m_Panel = nullptr; ///< which is fitted to the height, or null
+    Highlights m_Highlights = {};
+    std::string m_Status = {}; ///< UTF-8
+};
+
+/// Draws a scene in the display's pixels. `noted` receives what the control drew where, unless it
+/// is null. Throws std::runtime_error.
+SurfacePtr DrawPicture(const Scene& scene, Noted* noted = nullptr);
 
 /// The picture of a window, which is drawn again only when something in it changed.
 class KeptPicture {
 public:
-    /// Brings the picture up to date; true when it had to be drawn.
-    bool Update(IUITree* tree, bool isTreeChanged, Size size, Panel* panel = nullptr,
-        const Highlights& highlights = {}, const std::string& status = "");
+    /// Brings the picture up to date; true when it had to be drawn. `isTreeChanged` says that the
+    /// control has changed, which the scene does not tell.
+    bool Update(const Scene& scene, bool isTreeChanged);
     /// Null before the first update.
     cairo_surface_t* Surface() const { return m_Surface.get(); }
     /// What the control drew in it.
@@ -41,9 +49,7 @@ public:
 private:
     SurfacePtr m_Surface;
     Noted m_Noted;
-    Size m_Size;
-    Highlights m_Highlights;
-    std::string m_Status;
+    Scene m_Scene; ///< what it shows, of which the control and the panel change by themselves
     std::optional<std::vector<Panel::Line>> m_Panel; ///< what the panel shows, when there is one
 };
 

@@ -1,30 +1,24 @@
 #include "app/window/TreeWindow.h"
 
 #include "app/view/StatusLine.h"
+#include "host/components/HostInterfaces.h"
 #include "host/text/Text.h"
 
 #include <SDL.h>
 #include <algorithm>
 #include <climits>
 
-TreeWindow::TreeWindow(TreeView& view, const std::string& path, Size size,
-    const FolderNews& folders, std::ostream& record, BackgroundReading* reading)
-    : m_View(view), m_Path(path), m_Window("treehost " + path, size),
-      m_Session(view.Control(), m_Window.GetSize(), record), m_Folders(folders),
-      m_WatchWaker(folders.m_Watch.Descriptor()), m_ScansWaker(folders.m_Scans.Descriptor()),
-      m_Reading(reading) {
-    if (m_Reading) {
-        m_ReadingWaker.emplace(m_Reading->News());
-        m_HasNews = true;
-    }
-}
+TreeWindow::TreeWindow(const ShownTree& shown, Size size, std::ostream& record)
+    : m_View(shown.m_View), m_Path(shown.m_Path), m_Window("treehost " + m_Path, size),
+      m_Session(m_View.Control(), m_Window.GetSize(), record),
+      m_Folders(shown.m_Watch, shown.m_Scans, m_Session), m_Reading(shown.m_Reading),
+      m_Panel(m_Session) {}
 
 void TreeWindow::Run() {
     while (!m_IsClosed) {
         TakeNews();
-        TakeFolderNews();
-        for (const Input& input : m_Input.Wait()) {
-            m_Session.Feed(input);
+        for (const Input& input : m_Input.TakeDue()) {
+            Feed(input);
         }
         Update();
         SDL_Event event;
@@ -37,7 +31,8 @@ void TreeWindow::Run() {
 /// False when there is something to do without one.
 bool TreeWindow::WaitForEvent(SDL_Event& event) {
     int64_t patience = INT_MAX;
-    for (const auto until : {m_Session.UntilNextPicture(), m_Input.UntilNext(), UntilFolders()}) {
+    const auto untilFolders = m_Reading.IsOn() ? std::nullopt : m_Folders.UntilNext();
+    for (const auto until : {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilFolders}) {
         patience = std::min(patience, until.value_or(INT_MAX));
     }
     if (patience < INT_MAX) {
@@ -52,20 +47,20 @@ bool TreeWindow::WaitForEvent(SDL_Event& event) {
 void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
-    m_AreFoldersChanged |= m_WatchWaker.IsFrom(event);
-    m_HasScanNews |= m_ScansWaker.IsFrom(event);
-    m_HasNews |= m_ReadingWaker && m_ReadingWaker->IsFrom(event);
+    m_Folders.Hear(event);
+    m_Reading.Hear(event);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
         m_Session.NoteLeft();
     }
-    if (HandleKey(event) || HandlePanelFinger(event)) {
+    const Size size = m_Window.GetSize();
+    if (HandleKey(event) || m_Panel.HandleFinger(event, size)) {
         return;
     }
-    for (const Input& input : m_Input.Translate(event, m_Window.GetSize(), m_Window.PerStep())) {
-        if (HandlePanelPointer(input)) {
+    for (const Input& input : m_Input.Translate(event, size, m_Window.PerStep())) {
+        if (m_Panel.HandlePointer(input, size)) {
             m_Session.NoteLeft();
         } else {
-            m_Session.Feed(input);
+            Feed(input);
         }
     }
     if (const auto copied = m_Session.TakeCopied()) {
@@ -80,88 +75,41 @@ bool TreeWindow::HandleKey(const SDL_Event& event) {
     if (isSwitch && event.key.repeat != 0) {
         return true; // one key held down does not close the panel and then the window
     }
-    if (m_Panel) {
-        return HandlePanelKey(event);
+    if (m_Panel.IsOpen()) {
+        return m_Panel.HandleKey(event);
     }
     if (code == SDLK_F2) {
-        OpenPanel();
+        m_Panel.Open();
     }
-    if (code == SDLK_ESCAPE && m_Session.Searching()) {
+    return code == SDLK_ESCAPE ? HandleEscape() : isSwitch;
+}
+
+/// Ends what was begun last: a search, a reading, or else the window.
+bool TreeWindow::HandleEscape() {
+    if (m_Session.Searching()) {
         m_Session.Feed(KeyInput{Key::kEscape});
-        return true;
-    }
-    if (code == SDLK_ESCAPE && m_Reading) {
-        m_Reading->Stop();
-        return true;
-    }
-    if (code == SDLK_ESCAPE && !m_Scanned.empty()) {
-        m_Folders.m_Scans.Stop();
-        m_WasStopped = true;
-        return true;
-    }
-    m_IsClosed |= code == SDLK_ESCAPE;
-    return isSwitch;
-}
-
-bool TreeWindow::HandlePanelKey(const SDL_Event& event) {
-    if (event.type == SDL_TEXTINPUT) {
-        m_Panel->Type(event.text.text);
-    } else if (event.type != SDL_KEYDOWN) {
-        return false;
-    } else if (const auto key = PanelKeyOf(event.key.keysym.sym)) {
-        m_Panel->Press(*key);
-    }
-    if (m_Panel->IsClosed()) {
-        ClosePanel();
+    } else if (m_Reading.IsOn()) {
+        m_Reading.Stop();
+    } else if (!m_Folders.Scanned().empty()) {
+        m_Folders.Stop();
+    } else {
+        m_IsClosed = true;
     }
     return true;
 }
 
-/// A finger that goes down on the panel is a click there, and no pan of the tree.
-bool TreeWindow::HandlePanelFinger(const SDL_Event& event) {
-    const Size size = m_Window.GetSize();
-    if (event.type != SDL_FINGERDOWN || !IsOnPanel(double(event.tfinger.x) * size.m_Width)) {
-        return false;
+void TreeWindow::Feed(const Input& input) {
+    const auto* key = std::get_if<KeyInput>(&input);
+    if (key && key->m_Key == Key::kF5 && Query<IHostFolder>(m_View.Source())) {
+        m_Reading.ForgetStop();
+        m_Folders.ForgetStop();
     }
-    m_Panel->Click(double(event.tfinger.y) * size.m_Height);
-    return true;
-}
-
-/// While a button is held, the pointer belongs to where it went down.
-bool TreeWindow::HandlePanelPointer(const Input& input) {
-    const auto* pointer = std::get_if<PointerInput>(&input);
-    if (!pointer) {
-        return false;
-    }
-    const bool isOnPanel = IsOnPanel(pointer->m_X);
-    if (pointer->m_Action == POINTERACTION_PRESS) {
-        m_IsPanelPressed = isOnPanel;
-        if (isOnPanel) {
-            m_Panel->Click(pointer->m_Y);
-        }
-    }
-    const bool isHeld = (pointer->m_State & (POINTERSTATE_PRIMARY | POINTERSTATE_SECONDARY)) != 0;
-    return isHeld ? m_IsPanelPressed : isOnPanel;
-}
-
-void TreeWindow::OpenPanel() {
-    m_Panel.emplace(m_Session.Tree(), [this](const std::string& text, int32_t status) {
-        m_Session.Note(text, StatusText(status));
-        m_IsSet = true;
-    });
-}
-
-void TreeWindow::ClosePanel() {
-    m_Panel.reset();
-}
-
-bool TreeWindow::IsOnPanel(double x) const {
-    return m_Panel && x >= TreeSize().m_Width;
+    m_Session.Feed(input);
 }
 
 Size TreeWindow::TreeSize() const {
     Size size = m_Window.GetSize();
-    size.m_Width -= m_Panel ? Panel::WidthIn(size.m_Width) : 0;
+    size.m_Width = m_Panel.WidthBeside(size.m_Width);
     size.m_Height -= StatusHeightIn(size.m_Height);
     return size;
 }
@@ -171,74 +119,40 @@ std::string TreeWindow::Status() const {
         const std::string text = ToPrintable(Refer(search->Text()));
         return "/" + text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
     }
-    if (m_Reading) {
-        return "reading " + m_Path + ", " + m_HowFar + "  \u2014  escape stops it";
+    if (m_Reading.IsOn()) {
+        return "reading " + m_Path + ", " + m_Reading.HowFar() + "  \u2014  escape stops it";
     }
-    if (!m_Scanned.empty()) {
-        return "reading " + m_Scanned + "  \u2014  escape stops it";
+    if (!m_Folders.Scanned().empty()) {
+        return "reading " + m_Folders.Scanned() + "  \u2014  escape stops it";
     }
+    const bool wasStopped = m_Reading.WasStopped() || m_Folders.WasStopped();
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
-    const size_t unread = m_View.Failures()->Lines().size();
     return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
-           (unread > 0 ? ", not all could be read" : "") +
-           (m_WasStopped ? ", reading was stopped" : "") +
+           (m_View.Failures()->IsEmpty() ? "" : ", not all could be read") +
+           (wasStopped ? ", reading was stopped" : "") +
            (selected.empty() ? "" : "  \u2014  " + selected);
 }
 
-/// Once for each picture, however many changes there were.
-void TreeWindow::TakeFolderNews() {
-    if (std::exchange(m_HasScanNews, false)) {
-        m_Scanned = m_Folders.m_Scans.TakeNews();
-        m_ScansWaker.Arm();
-    }
-    if (UntilFolders() == 0 || m_Folders.m_Scans.HasAnswers()) {
-        ReadChangedFolders();
-    }
-}
-
-/// However quickly they change, a fifth of the time goes into it at most.
-void TreeWindow::ReadChangedFolders() {
-    constexpr uint64_t kRest = 4;
-    const uint64_t begin = SDL_GetTicks64();
-    m_AreFoldersChanged = false;
-    m_Folders.m_Watch.Take();
-    m_Session.ReadChangedFolders();
-    m_WatchWaker.Arm();
-    const uint64_t end = SDL_GetTicks64();
-    m_FoldersRestUntil = end + kRest * (end - begin);
-}
-
-std::optional<int64_t> TreeWindow::UntilFolders() const {
-    if (m_Reading || !m_AreFoldersChanged) {
-        return {};
-    }
-    const uint64_t now = SDL_GetTicks64();
-    return static_cast<int64_t>(std::max(m_FoldersRestUntil, now) - now);
-}
-
+/// Before each picture.
 void TreeWindow::TakeNews() {
-    if (!std::exchange(m_HasNews, false)) {
-        return;
+    if (auto read = m_Reading.Take()) {
+        m_View.Show(std::move(*read));
+        m_Session.Note(m_Reading.WasStopped() ? "reading stopped" : "reading ended", "");
+        m_IsShownAnew = true;
     }
-    m_HowFar = m_Reading->TakeNews();
-    if (!m_HowFar.empty()) {
-        m_ReadingWaker->Arm();
-        return;
+    if (!m_Reading.IsOn()) {
+        m_Folders.Update();
     }
-    m_WasStopped = m_Reading->WasStopped();
-    m_View.Show(std::exchange(m_Reading, nullptr)->Take());
-    m_ReadingWaker.reset();
-    m_Session.Note(m_WasStopped ? "reading stopped" : "reading ended", "");
-    m_IsSet = true;
 }
 
 /// Draws only what changed, and shows it again when the window asks for that.
 void TreeWindow::Update() {
-    const Size size = m_Window.GetSize();
     m_Session.Resize(TreeSize());
-    const bool isDrawn = m_Session.Draw(
-        m_Picture, size, std::exchange(m_IsSet, false), m_Panel ? &*m_Panel : nullptr, Status());
+    m_IsShownAnew |= m_Panel.TakeSet();
+    const bool isDrawn = m_Session.Draw(m_Picture,
+        {.m_Size = m_Window.GetSize(), .m_Panel = m_Panel.Shown(), .m_Status = Status()},
+        std::exchange(m_IsShownAnew, false));
     if (isDrawn || m_IsExposed) {
         m_Window.Show(m_Picture.Surface());
     }

@@ -5,24 +5,33 @@
 #include <SDL.h>
 #include <cerrno>
 #include <sys/epoll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
+
+namespace {
+
+constexpr const char* kAction = "wait for news";
+
+} // namespace
 
 Waker::Waker(int descriptor)
-    : m_Descriptor(descriptor), m_Poll(epoll_create1(EPOLL_CLOEXEC)),
-      m_Stop(eventfd(0, EFD_CLOEXEC)), m_EventType(SDL_RegisterEvents(1)) {
-    for (const int each : {m_Descriptor, m_Stop}) {
-        epoll_event wanted{.events = EPOLLIN | EPOLLONESHOT, .data = {.fd = each}};
-        epoll_ctl(m_Poll, EPOLL_CTL_ADD, each, &wanted);
+    : m_Descriptor(descriptor), m_Poll(epoll_create1(EPOLL_CLOEXEC), kAction),
+      m_EventType(SDL_RegisterEvents(1)) {
+    for (const int each : {m_Descriptor, m_Stop.Get()}) {
+        Control(EPOLL_CTL_ADD, each);
     }
     m_Thread = StartQuietThread([this] { Run(); });
 }
 
 Waker::~Waker() {
-    eventfd_write(m_Stop, 1);
+    m_Stop.Set();
     m_Thread.join();
-    close(m_Stop);
-    close(m_Poll);
+}
+
+/// Does nothing for a negative descriptor.
+void Waker::Control(int operation, int descriptor) {
+    epoll_event wanted{.events = EPOLLIN | EPOLLONESHOT, .data = {.fd = descriptor}};
+    if (descriptor >= 0) {
+        CheckCall(epoll_ctl(m_Poll.Get(), operation, descriptor, &wanted), kAction);
+    }
 }
 
 bool Waker::IsFrom(const SDL_Event& event) const {
@@ -30,16 +39,15 @@ bool Waker::IsFrom(const SDL_Event& event) const {
 }
 
 void Waker::Arm() {
-    epoll_event wanted{.events = EPOLLIN | EPOLLONESHOT, .data = {.fd = m_Descriptor}};
-    epoll_ctl(m_Poll, EPOLL_CTL_MOD, m_Descriptor, &wanted);
+    Control(EPOLL_CTL_MOD, m_Descriptor);
 }
 
 /// On the waker's own thread.
 void Waker::Run() {
     epoll_event ready{};
     int count = 0;
-    while ((count = epoll_wait(m_Poll, &ready, 1, -1)) > 0 || errno == EINTR) {
-        if (count > 0 && ready.data.fd == m_Stop) {
+    while ((count = epoll_wait(m_Poll.Get(), &ready, 1, -1)) > 0 || errno == EINTR) {
+        if (count > 0 && ready.data.fd == m_Stop.Get()) {
             return;
         }
         SDL_Event wake{};

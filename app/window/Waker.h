@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/reading/Signal.h"
+
 #include <cstdint>
 #include <thread>
 
@@ -9,7 +11,8 @@ union SDL_Event;
 /// system's: once, until it is armed again. A thread waits for it, and costs nothing meanwhile.
 class Waker {
 public:
-    /// `descriptor` outlives it; nothing wakes for a negative one. SDL is started.
+    /// `descriptor` outlives it; nothing wakes for a negative one. SDL is started. Throws
+    /// std::system_error.
     explicit Waker(int descriptor);
     ~Waker();
     Waker(const Waker&) = delete;
@@ -20,11 +23,12 @@ public:
     void Arm();
 
 private:
+    void Control(int operation, int descriptor);
     void Run();
 
     int m_Descriptor;
-    int m_Poll;
-    int m_Stop; ///< readable when the thread is to end
+    Descriptor m_Poll;
+    Signal m_Stop; ///< set when the thread is to end
     uint32_t m_EventType;
     std::thread m_Thread;
 };

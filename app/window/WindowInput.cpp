@@ -70,8 +70,8 @@ std::optional<PanelKey> PanelKeyOf(int32_t code) {
     return MeaningOf(code, kPanelKeys);
 }
 
-std::vector<Input> WindowInput::Wait() {
-    return m_Finger.Wait(SDL_GetTicks());
+std::vector<Input> WindowInput::TakeDue() {
+    return m_Finger.TakeDue(SDL_GetTicks());
 }
 
 std::optional<int64_t> WindowInput::UntilNext() const {

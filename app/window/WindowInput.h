@@ -16,8 +16,8 @@ public:
     /// `size` is the window's, `perStep` how many of the control's pixels a step of the pointer is.
     /// Empty for events that are no input.
     std::vector<Input> Translate(const SDL_Event& event, Size size, double perStep);
-    /// What comes of time alone, where a finger is or was on the screen.
-    std::vector<Input> Wait();
+    /// What is due by time alone, where a finger is or was on the screen.
+    std::vector<Input> TakeDue();
     /// In how many milliseconds that is wanted; none while it is not.
     std::optional<int64_t> UntilNext() const;
 

@@ -35,9 +35,12 @@ struct IHostFileItem : IUnknown {
 struct IHostFolder : IUnknown {
     /// Reads the folder again, not those below it. Items that stay, by name and look, keep their
     /// flag words and what was read below them; new ones get `newFlags`. What cannot be read is
-    /// empty then. S_FALSE when nothing changed; after a failure all is as it was.
+    /// empty then. S_FALSE when nothing changed, and when that is not known yet: a folder that is
+    /// read beside the window's thread stays as it is, and counts as changed when that is over.
+    /// After a failure all is as it was.
     virtual int32_t ReadAgain(int32_t newFlags) = 0;
-    /// Whether its watch heard of a change: S_OK, or S_FALSE.
+    /// S_OK when its watch heard of a change, or when what was read beside the window's thread is
+    /// there, so that reading it again has something to do; else S_FALSE.
     virtual int32_t IsChanged() = 0;
     /// Where it is, as it was opened.
     virtual int32_t GetPath(IString** path) = 0;

@@ -176,11 +176,6 @@ void SuperCollectionBase::Append(Entry entry) {
     NoteItem(m_Entries.back().m_Item.Get());
 }
 
-void SuperCollectionBase::ReplaceLast(IUnknown* item) {
-    m_Entries.back().m_Item = item;
-    NoteItem(item);
-}
-
 void SuperCollectionBase::NoteItem(IUnknown* item) {
     CollectionVersion::Advance();
     if (!m_IsBlind && !CollectionVersion::Covers(item)) {

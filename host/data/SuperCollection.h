@@ -44,8 +44,6 @@ public:
     void Append(Entry entry);
     /// The same for a named item.
     void Append(std::string name, IUnknown* item);
-    /// Puts another item in the last one's place.
-    void ReplaceLast(IUnknown* item);
     bool IsEmpty() const { return m_Entries.empty(); }
 
 protected:

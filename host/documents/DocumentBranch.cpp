@@ -1,5 +1,6 @@
 #include "host/documents/DocumentBranch.h"
 
+#include "host/components/ContentState.h"
 #include "host/documents/ValueItem.h"
 
 namespace {
@@ -50,15 +51,5 @@ int32_t DocumentBranch::Populate() {
 }
 
 int32_t DocumentBranch::GetContentState(int32_t selector, int32_t* value) {
-    if (!value) {
-        return E_POINTER;
-    }
-    *value = selector == CONTENTSTATE_ARCHIVE && !m_Text ? 1 : 0;
-    return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
-}
-
-int32_t DocumentBranch::Render(
-    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
-    DrawItemPicture(canvas, rect, {m_Kind});
-    return S_OK;
+    return AnswerContentState(!m_Text, selector, value);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "host/components/ItemLook.h"
 #include "host/documents/Extents.h"
-#include "host/drawing/ItemPicture.h"
 #include "host/reading/ReadProgress.h"
 
 #include <cstddef>
@@ -18,7 +18,7 @@ struct DocumentPart {
     bool IsSomewhere() const { return m_End > m_Begin; }
 };
 
-/// A row of a part, or of a row before it.
+/// A row of a part of a text, or a row below an earlier one of these.
 struct DocumentRow {
     std::string m_Label;
     ItemKind m_Kind;
@@ -49,9 +49,15 @@ public:
     DocumentText(const DocumentText&) = delete;
     DocumentText& operator=(const DocumentText&) = delete;
 
-    /// The rows of the whole, the fault among them. `progress` may be null. Throws std::bad_alloc,
-    /// as the next does.
-    virtual DocumentRows ReadRoot(ReadProgress* progress) const = 0;
+    /// The rows of the whole, and the fault as the last one. `progress` may be null. Throws
+    /// std::bad_alloc, as the next does.
+    DocumentRows ReadRoot(ReadProgress* progress) const {
+        DocumentRows rows = ReadWhole(progress);
+        if (!m_Fault.empty()) {
+            rows.m_Rows.push_back({.m_Label = m_Fault, .m_Kind = ItemKind::kFault});
+        }
+        return rows;
+    }
     /// The rows of a part that a row has named.
     virtual DocumentRows ReadPart(const DocumentPart& part) const = 0;
 
@@ -59,8 +65,11 @@ public:
     const std::string& Fault() const { return m_Fault; }
 
 protected:
+    /// The rows of what is right.
+    virtual DocumentRows ReadWhole(ReadProgress* progress) const = 0;
+
     std::string m_Text;
-    size_t m_End; ///< what is behind it was not gone through
+    size_t m_End; ///< in bytes: the text was gone through up to there
     std::string m_Fault;
 };
 using DocumentTextPtr = std::shared_ptr<const DocumentText>;

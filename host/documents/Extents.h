@@ -12,10 +12,11 @@ struct Extent {
 
 constexpr size_t kLeastExtent = 512;
 
-/// The containers of a text that are worth jumping over when the one around them is read: those
-/// that hold something, and at least `least` bytes outside the ones kept that they hold themselves.
-/// So a text has no more of them than one for `least` bytes, and what is read of a container
-/// without its own bytes is less than `least` for each that stands in it, however deep it goes.
+/// The containers of a text that are worth jumping over when the container around them is read. A
+/// container is kept when it is not empty and has at least `least` bytes of its own, which are
+/// those outside the kept containers in it. So there is at most one kept container for each `least`
+/// bytes of the text. Whoever reads a container goes through its own bytes, and through less than
+/// `least` bytes of each container directly in it, however deep that is.
 class Extents {
 public:
     explicit Extents(size_t least) : m_Least(least) {}

@@ -1,6 +1,7 @@
 #include "host/drawing/IconFile.h"
 
 #include "framework/support/FileNames.h"
+#include "host/components/ContentState.h"
 #include "host/components/CreatableString.h"
 #include "host/text/Text.h"
 
@@ -151,11 +152,7 @@ int32_t IconFile::Populate() {
 }
 
 int32_t IconFile::GetContentState(int32_t selector, int32_t* value) {
-    if (!value) {
-        return E_POINTER;
-    }
-    *value = selector == CONTENTSTATE_ARCHIVE && m_Image ? 1 : 0;
-    return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+    return AnswerContentState(m_Image != nullptr, selector, value);
 }
 
 int32_t IconFile::GetName(int32_t /*kind*/, tagREFString* name) {

@@ -1,26 +1,17 @@
 #pragma once
 
-#include "framework/interfaces/DrawingInterfaces.h"
 #include "host/components/HostObject.h"
-#include "host/drawing/ItemPicture.h"
+#include "host/drawing/DrawnItem.h"
 
-/// A file in a folder; draws itself as what it is.
-class FileItem final : public HostObject<FileItem, IRenderableObject, IHostFileItem> {
+/// A file in a folder.
+class FileItem final : public HostObject<FileItem, DrawnItem, IHostFileItem> {
 public:
     static constexpr const char* kKind = "FileItem";
 
-    explicit FileItem(ItemLook look) : m_Look(look) {}
+    explicit FileItem(ItemLook look) { SetLook(look); }
 
-    int32_t Render(
-        UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) override {
-        DrawItemPicture(canvas, rect, m_Look);
-        return S_OK;
-    }
     int32_t GetLook(ItemLook* look) override {
-        *look = m_Look;
+        *look = Look();
         return S_OK;
     }
-
-private:
-    ItemLook m_Look;
 };

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "host/drawing/ItemPicture.h"
+#include "host/components/ItemLook.h"
 
 #include <string>
 
-/// What stands in a folder, in the order of a folder: folders first, each kind by name in the order
-/// of the program's locale.
+/// An entry of a folder. Entries are ordered as a folder shows them: folders come first, and then
+/// files, each of them by name in the order of the program's locale.
 struct FolderEntry {
     FolderEntry(std::string name, ItemLook look);
 

@@ -40,6 +40,10 @@ ItemLook LookOf(const std::filesystem::directory_entry& entry, const FolderPath*
 
 } // namespace
 
+// Numbers of large file systems and files do not fit into 32 bits, which are the default of a
+// 32-bit machine: stat would fail for them.
+static_assert(sizeof(off_t) == 8 && sizeof(ino_t) == 8);
+
 void Identify(const std::string& path, FolderPath& step) {
     struct stat found {};
     const bool isThere = stat(path.c_str(), &found) == 0;

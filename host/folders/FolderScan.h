@@ -3,29 +3,29 @@
 #include "host/folders/FolderEntry.h"
 #include "host/reading/ReadProgress.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
-#include <sys/types.h>
 #include <system_error>
 #include <vector>
 
-/// What tells folders apart, however they are reached, and those above on the path that was taken.
-/// A folder brings its own up to date each time that it is read.
+/// A step of the path to a folder: the numbers that identify the folder, whatever its path is, and
+/// the steps above it. A folder sets its own step each time that it is read.
 struct FolderPath {
-    dev_t m_Device = 0;
-    ino_t m_Inode = 0;
+    uint64_t m_Device = 0;
+    uint64_t m_Inode = 0;
     std::shared_ptr<const FolderPath> m_Above = {};
 };
 using FolderPathPtr = std::shared_ptr<const FolderPath>;
 
-/// Brings a step up to the folder that is there now. No folder is known by what remains when it
-/// cannot be looked at.
+/// Sets a step to the folder that is at a path now. When that folder cannot be looked at, the step
+/// matches no folder.
 void Identify(const std::string& path, FolderPath& step);
 
 /// What was found in a folder.
 struct FolderScan {
     std::vector<FolderEntry> m_Entries; ///< in their order
-    std::error_code m_Error;            ///< what was read before it stands
+    std::error_code m_Error;            ///< ended the reading; the entries before it are valid
 };
 
 /// Looks into a folder, whose own step is `step`; a linked folder that leads back to one of its

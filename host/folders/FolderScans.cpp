@@ -1,13 +1,8 @@
 #include "host/folders/FolderScans.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <sys/epoll.h>
-#include <unistd.h>
 
 namespace {
-
-constexpr std::chrono::milliseconds kNow(0);
 
 /// The steps as they are now: the window's thread brings its own up to date meanwhile.
 FolderPath CopyOf(const FolderPath& step) {
@@ -23,53 +18,68 @@ FolderPath CopyOf(const FolderPath& step) {
 
 } // namespace
 
-FolderScans::FolderScans(std::chrono::milliseconds patience)
-    : m_Patience(patience), m_Descriptor(epoll_create1(EPOLL_CLOEXEC)) {
-    if (m_Descriptor < 0) {
-        throw std::system_error(errno, std::generic_category(), "cannot wait for folders");
-    }
-}
-
 FolderScans::~FolderScans() {
-    m_Scans.clear();
-    close(m_Descriptor);
+    for (auto& [who, scan] : m_Scans) {
+        scan.m_Task->Leave();
+    }
 }
 
 std::optional<FolderScan> FolderScans::Ask(
     const void* who, const std::string& path, const FolderPath& step) {
-    if (!IsAsked(who)) {
-        const auto look = [path, step = CopyOf(step)](ReadProgress& progress) {
-            return ScanFolder(path, &step, &progress);
-        };
-        const auto place = m_Scans.try_emplace(who, path, look).first;
-        Background<FolderScan>& work = place->second.m_Work;
-        epoll_event wanted{.events = EPOLLIN, .data = {}};
-        epoll_ctl(m_Descriptor, EPOLL_CTL_ADD, work.News(), &wanted);
-        if (m_Patience == kNow || !work.WaitFor(m_Patience)) {
-            return {};
-        }
-    }
-    if (!IsOver(who)) {
+    const bool isThere = IsAsked(who) ? IsOver(who) : WaitFor(Begin(who, path, step));
+    if (!isThere) {
         return {};
     }
     const auto scan = m_Scans.extract(who); // also where it throws
-    return scan.mapped().m_Work.Take();
+    return scan.mapped().m_Task->Take();
 }
 
-bool FolderScans::IsOver(const void* who) {
+BackgroundTask& FolderScans::Begin(
+    const void* who, const std::string& path, const FolderPath& step) {
+    const auto work = [this, path, step = CopyOf(step)](
+                          ReadProgress& progress) { return m_Look(path, &step, &progress); };
+    const ReadState begin{.m_AreEntries = true};
+    const auto task = std::make_shared<Task<FolderScan>>(work, m_News, nullptr, begin);
+    m_Workers.Do(task);
+    m_Scans.emplace(who, Scan{path, task});
+    return *task;
+}
+
+/// Whether it is over within what is left of the patience.
+bool FolderScans::WaitFor(BackgroundTask& task) {
+    using std::chrono::steady_clock;
+    if (m_PatienceLeft <= std::chrono::nanoseconds::zero()) {
+        return false;
+    }
+    const auto begin = steady_clock::now();
+    const bool isOver = task.WaitFor(m_PatienceLeft);
+    m_PatienceLeft -= steady_clock::now() - begin;
+    return isOver;
+}
+
+bool FolderScans::IsOver(const void* who) const {
     const auto scan = m_Scans.find(who);
-    return scan != m_Scans.end() && scan->second.m_Work.WaitFor(kNow);
+    return scan != m_Scans.end() && scan->second.m_Task->IsOver();
 }
 
-bool FolderScans::HasAnswers() {
+void FolderScans::Forget(const void* who) {
+    const auto scan = m_Scans.find(who);
+    if (scan != m_Scans.end()) {
+        scan->second.m_Task->Leave();
+        m_Scans.erase(scan);
+    }
+}
+
+bool FolderScans::HasAnswers() const {
     return std::any_of(m_Scans.begin(), m_Scans.end(),
-        [](auto& scan) { return scan.second.m_Work.WaitFor(kNow); });
+        [](const auto& scan) { return scan.second.m_Task->IsOver(); });
 }
 
 std::string FolderScans::TakeNews() {
+    m_News.Clear();
     std::string news;
-    for (auto& [who, scan] : m_Scans) {
-        const std::string text = scan.m_Work.TakeNews();
+    for (const auto& [who, scan] : m_Scans) {
+        const std::string text = scan.m_Task->HowFar();
         news += text.empty() ? "" : (news.empty() ? "" : "; ") + scan.m_Path + ", " + text;
     }
     return news;
@@ -77,6 +87,6 @@ std::string FolderScans::TakeNews() {
 
 void FolderScans::Stop() {
     for (auto& [who, scan] : m_Scans) {
-        scan.m_Work.Stop();
+        scan.m_Task->Stop();
     }
 }

@@ -1,6 +1,7 @@
 #include "host/folders/FolderSource.h"
 
 #include "framework/interfaces/TreeInterfaces.h"
+#include "host/components/ContentState.h"
 #include "host/data/TextItems.h"
 #include "host/folders/FileItem.h"
 #include "host/text/Text.h"
@@ -23,15 +24,16 @@ int32_t FolderSource::SetFileName(IString* fileName) {
         RemoveAll();
         Unwatch();
         Forget();
-        m_Filled = false;
+        m_State = State::kUnread;
+        m_IsOutdated = false;
         return S_OK;
     });
 }
 
 int32_t FolderSource::Populate() {
-    return m_Filled ? S_OK : Guarded([&] {
+    return IsShown() ? S_OK : Guarded([&] {
         Read(0);
-        return m_Filled ? S_OK : E_FAIL;
+        return IsShown() ? S_OK : E_FAIL;
     });
 }
 
@@ -61,7 +63,6 @@ void FolderSource::Forget() {
     if (m_Helpers.m_Scans) {
         m_Helpers.m_Scans->Forget(this);
     }
-    m_IsAwaited = false;
 }
 
 void FolderSource::Unwatch() {
@@ -101,11 +102,10 @@ std::optional<FolderScan> FolderSource::LookBeside() {
 
 /// An empty folder would not stay open.
 void FolderSource::ShowThatItIsRead() {
-    if (!m_Filled) {
+    if (m_State == State::kUnread) {
         const SmartPtr<IUnknown> leaf(TextLeaf::Make().Get());
         Replace({{.m_Name = "reading\u2026", .m_Item = leaf, .m_Data = {}}});
-        m_Filled = true;
-        m_IsAwaited = true;
+        m_State = State::kAwaited;
     }
 }
 
@@ -125,14 +125,15 @@ void FolderSource::Prepare() {
 bool FolderSource::Take(FolderScan scan, int32_t newFlags) {
     bool isChanged = false;
     auto entries = Merge(std::move(scan.m_Entries), newFlags, isChanged);
+    m_Helpers.m_Failures->Drop(m_Path);
     if (scan.m_Error) {
         NoteFailure(scan.m_Error);
     }
     if (isChanged) {
         Replace(std::move(entries));
     }
-    m_Filled = (m_Filled && !m_IsAwaited) || !scan.m_Error || !IsEmpty();
-    m_IsAwaited = false;
+    const bool isRead = m_State == State::kRead || !scan.m_Error || !IsEmpty();
+    m_State = isRead ? State::kRead : State::kUnread;
     return isChanged;
 }
 
@@ -172,27 +173,17 @@ SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
 /// A folder that goes while its rows are shown is no failure: it goes from the one above it too,
 /// where there is one.
 void FolderSource::NoteFailure(const std::error_code& error) const {
-    const bool isGone = m_Filled && m_Above && error == std::errc::no_such_file_or_directory;
-    if (m_Helpers.m_Failures && !isGone) {
+    const bool isGone = IsShown() && m_Above && error == std::errc::no_such_file_or_directory;
+    if (!isGone) {
         m_Helpers.m_Failures->Add(m_Path, error.value());
     }
 }
 
 int32_t FolderSource::GetContentState(int32_t selector, int32_t* value) {
-    if (!value) {
-        return E_POINTER;
-    }
-    *value = selector == CONTENTSTATE_ARCHIVE && m_Filled ? 1 : 0;
-    return selector == CONTENTSTATE_ARCHIVE ? S_OK : E_INVALIDARG;
+    return AnswerContentState(IsShown(), selector, value);
 }
 
 int32_t FolderSource::GetLook(ItemLook* look) {
-    *look = {ItemKind::kFolder, m_IsLink};
-    return S_OK;
-}
-
-int32_t FolderSource::Render(
-    UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) {
-    DrawItemPicture(canvas, rect, {ItemKind::kFolder, m_IsLink});
+    *look = Look();
     return S_OK;
 }

@@ -1,20 +1,21 @@
 #pragma once
 
-#include "framework/interfaces/DrawingInterfaces.h"
 #include "framework/interfaces/FileInterfaces.h"
 #include "host/components/CreatableString.h"
 #include "host/data/SuperCollection.h"
+#include "host/drawing/DrawnItem.h"
 #include "host/folders/FolderScans.h"
 #include "host/folders/FolderWatch.h"
 #include "host/reading/ReadFailures.h"
 
 #include <string>
 
-/// What the folders of one tree share; each may be null.
+/// What the folders of one tree share.
 struct FolderHelpers {
-    ReadFailuresPtr m_Failures = {}; ///< hears of what cannot be read
-    FolderWatchPtr m_Watch = {};     ///< watches what was read
-    FolderScansPtr m_Scans = {};     ///< looks into what takes long, meanwhile
+    /// Hears of what cannot be read; never null.
+    ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
+    FolderWatchPtr m_Watch = {}; ///< watches what was read, unless it is null
+    FolderScansPtr m_Scans = {}; ///< reads beside the window's thread; null to read at once
 };
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
@@ -24,23 +25,26 @@ struct FolderHelpers {
 /// it goes on beside: one that was never read has a single row meanwhile that says so, and another
 /// one stays as it was. It counts as changed when that is over.
 class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion,
-                               IFileArchive, IRenderableObject, IHostFileItem, IHostFolder> {
+                               IFileArchive, DrawnItem, IHostFileItem, IHostFolder> {
 public:
     static constexpr const char* kKind = "FolderSource";
 
-    FolderSource() = default;
-    /// `path` as the system has it, which need not be UTF-8.
+    /// `path` as the system has it, which need not be UTF-8. `isLink`: it is reached by a link, and
+    /// drawn as one.
     explicit FolderSource(std::string path, FolderHelpers helpers = {},
         FolderPathPtr above = nullptr, bool isLink = false)
-        : m_Path(std::move(path)), m_Helpers(std::move(helpers)), m_Above(std::move(above)),
-          m_IsLink(isLink) {}
+        : m_Path(std::move(path)), m_Helpers(std::move(helpers)), m_Above(std::move(above)) {
+        SetLook({ItemKind::kFolder, isLink});
+    }
     ~FolderSource();
 
     /// Takes what was found in the folder instead of looking into it. Throws when memory runs out.
     void Fill(FolderScan scan);
 
     int32_t SetFileName(IString* fileName) override;
-    /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again.
+    /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again. S_OK also
+    /// when it takes longer and goes on beside the window's thread, until when the folder has its
+    /// one row.
     int32_t Populate() override;
     int32_t GetContentState(int32_t selector, int32_t* value) override;
 
@@ -48,10 +52,15 @@ public:
     int32_t IsChanged() override;
     int32_t GetPath(IString** path) override { return HandOutString(m_Path, path); }
     int32_t GetLook(ItemLook* look) override;
-    int32_t Render(
-        UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;
 
 private:
+    enum class State {
+        kUnread,  ///< nothing is in it, and it will be read when that is asked for
+        kAwaited, ///< nothing is in it but the row that says that it is being read
+        kRead     ///< what was found last is in it, also while it is read again
+    };
+
+    bool IsShown() const { return m_State != State::kUnread; }
     bool Read(int32_t newFlags);
     std::optional<FolderScan> LookBeside();
     void ShowThatItIsRead();
@@ -67,10 +76,8 @@ private:
     std::string m_Path;
     FolderHelpers m_Helpers;
     FolderPathPtr m_Above;
-    std::shared_ptr<FolderPath> m_Step; ///< this folder, for those below; from the first reading on
+    std::shared_ptr<FolderPath> m_Step; ///< null until the first reading; the folders below hold it
     int m_WatchNumber = -1;
-    bool m_IsLink = false; ///< reached by a link, and drawn as one
-    bool m_Filled = false;
-    bool m_IsAwaited = false;  ///< by nothing but the row that says so
+    State m_State = State::kUnread;
     bool m_IsOutdated = false; ///< it changed while it was looked into
 };

@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <sys/inotify.h>
-#include <unistd.h>
 
 namespace {
 
@@ -12,16 +11,15 @@ constexpr uint32_t kChanges =
 
 } // namespace
 
-FolderWatch::FolderWatch() : m_Descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
-
-FolderWatch::~FolderWatch() {
-    if (m_Descriptor >= 0) {
-        close(m_Descriptor);
+FolderWatch::FolderWatch() {
+    const int number = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    if (number >= 0) {
+        m_Events.emplace(number, "watch folders");
     }
 }
 
 int FolderWatch::Add(const std::string& path) {
-    const int number = inotify_add_watch(m_Descriptor, path.c_str(), kChanges | IN_ONLYDIR);
+    const int number = inotify_add_watch(News(), path.c_str(), kChanges | IN_ONLYDIR);
     if (number >= 0) {
         ++m_Watches[number];
     }
@@ -32,7 +30,7 @@ void FolderWatch::Remove(int number) {
     const auto watch = m_Watches.find(number);
     if (watch != m_Watches.end() && --watch->second == 0) {
         m_Watches.erase(watch);
-        inotify_rm_watch(m_Descriptor, number); // fails where the folder is gone, and it with it
+        inotify_rm_watch(News(), number); // fails where the folder is gone, and it with it
     }
 }
 
@@ -42,7 +40,7 @@ void FolderWatch::Take() {
     m_Changed.clear();
     m_AreAllChanged = false;
     ssize_t size = 0;
-    while ((size = read(m_Descriptor, events.data(), events.size())) > 0) {
+    while ((size = read(News(), events.data(), events.size())) > 0) {
         inotify_event event{};
         for (size_t at = 0; at < static_cast<size_t>(size); at += sizeof(event) + event.len) {
             std::memcpy(&event, events.data() + at, sizeof(event));

@@ -1,17 +1,19 @@
 #pragma once
 
+#include "host/reading/Descriptor.h"
+
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
 
-/// Hears of changes in the folders that were read, from the system. Used on one thread, but for
-/// what waits on its descriptor. A folder that the system does not watch, since it watches enough,
-/// never changes here.
+/// Asks the system to tell of changes in folders. One thread uses it; another one may wait until
+/// there is news. The system limits the number of watches: a folder beyond that is never reported
+/// as changed.
 class FolderWatch {
 public:
     FolderWatch();
-    ~FolderWatch();
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;
 
@@ -23,7 +25,7 @@ public:
     void Remove(int number);
 
     /// Readable while there are changes to take; negative when the system has no watches at all.
-    int Descriptor() const { return m_Descriptor; }
+    int News() const { return m_Events ? m_Events->Get() : -1; }
     /// Takes the changes that there are, whatever their number. Throws std::bad_alloc.
     void Take();
     /// Whether a folder was changed, by what was taken last. So were all when the system lost
@@ -31,7 +33,7 @@ public:
     bool IsChanged(int number) const { return m_AreAllChanged || m_Changed.contains(number); }
 
 private:
-    int m_Descriptor;
+    std::optional<Descriptor> m_Events;     ///< none where the system has no watches
     std::unordered_map<int, int> m_Watches; ///< how often each is wanted
     std::set<int> m_Changed;
     bool m_AreAllChanged = false;

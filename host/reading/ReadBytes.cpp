@@ -24,7 +24,7 @@ void MakeRoom(std::string& text, size_t expected) {
 /// Waits for more; false when the progress is to be asked first.
 bool WaitFor(int descriptor, ReadProgress* progress) {
     pollfd waited[] = {
-        {descriptor, POLLIN, 0}, {progress ? progress->Descriptor() : -1, POLLIN, 0}};
+        {descriptor, POLLIN, 0}, {progress ? progress->Interruption() : -1, POLLIN, 0}};
     return poll(waited, std::size(waited), -1) < 0 || waited[1].revents == 0;
 }
 
@@ -43,20 +43,21 @@ bool IsOver(ssize_t count) {
 
 } // namespace
 
-ByteSource::ByteSource(const std::string& path)
-    : m_Descriptor(
-          path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)),
-      m_Error(m_Descriptor < 0 ? errno : 0) {}
-
-ByteSource::~ByteSource() {
-    if (m_Descriptor > STDIN_FILENO) {
-        close(m_Descriptor);
+ByteSource::ByteSource(const std::string& path) {
+    if (path == "-") {
+        return;
+    }
+    m_Number = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (m_Number < 0) {
+        m_Error = errno;
+    } else {
+        m_File.emplace(m_Number, "read");
     }
 }
 
 size_t ByteSource::Size() const {
     struct stat found {};
-    const bool isFile = fstat(m_Descriptor, &found) == 0 && S_ISREG(found.st_mode);
+    const bool isFile = fstat(m_Number, &found) == 0 && S_ISREG(found.st_mode);
     return isFile ? static_cast<size_t>(found.st_size) : 0;
 }
 
@@ -70,8 +71,8 @@ ReadBytes ByteSource::Read(ReadProgress* progress) const {
     try {
         for (bool isOver = false; !isOver && !bytes.m_IsCut;) {
             bytes.m_IsCut = progress && !progress->Advance({bytes.m_Text.size(), 2 * size});
-            if (!bytes.m_IsCut && WaitFor(m_Descriptor, progress)) {
-                const ssize_t count = ReadOn(m_Descriptor, bytes.m_Text);
+            if (!bytes.m_IsCut && WaitFor(m_Number, progress)) {
+                const ssize_t count = ReadOn(m_Number, bytes.m_Text);
                 isOver = IsOver(count);
                 bytes.m_Error = isOver && count < 0 ? errno : 0;
             }

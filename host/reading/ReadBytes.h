@@ -1,7 +1,9 @@
 #pragma once
 
+#include "host/reading/Descriptor.h"
 #include "host/reading/ReadProgress.h"
 
+#include <optional>
 #include <string>
 
 /// What there is of a text before it ends or fails, or before its progress makes an end of it.
@@ -16,9 +18,6 @@ class ByteSource {
 public:
     /// A pipe that nobody writes to yet is waited for when it is read.
     explicit ByteSource(const std::string& path);
-    ~ByteSource();
-    ByteSource(const ByteSource&) = delete;
-    ByteSource& operator=(const ByteSource&) = delete;
 
     /// Reads it to its end. `progress` may be null.
     ReadBytes Read(ReadProgress* progress) const;
@@ -26,6 +25,7 @@ public:
 private:
     size_t Size() const;
 
-    int m_Descriptor;
-    int m_Error; ///< of opening it
+    int m_Number = 0; ///< of the descriptor, which is standard input unless there is a file
+    std::optional<Descriptor> m_File;
+    int m_Error = 0; ///< of opening it
 };

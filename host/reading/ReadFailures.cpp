@@ -8,8 +8,20 @@ void ReadFailures::Add(const std::string& what, int error) {
 }
 
 void ReadFailures::AddFault(const std::string& what, const std::string& fault) {
-    std::string line = "cannot read " + what + ": " + fault;
-    if (std::find(m_Lines.begin(), m_Lines.end(), line) == m_Lines.end()) {
-        m_Lines.push_back(std::move(line));
+    Failure failure(what, fault);
+    if (std::find(m_Failures.begin(), m_Failures.end(), failure) == m_Failures.end()) {
+        m_Failures.push_back(std::move(failure));
     }
+}
+
+void ReadFailures::Drop(const std::string& what) {
+    std::erase_if(m_Failures, [&](const Failure& each) { return each.first == what; });
+}
+
+std::vector<std::string> ReadFailures::Lines() const {
+    std::vector<std::string> lines;
+    for (const auto& [what, fault] : m_Failures) {
+        lines.push_back("cannot read " + what + ": " + fault);
+    }
+    return lines;
 }

@@ -18,26 +18,40 @@ class ReadProgress {
 public:
     virtual ~ReadProgress() = default;
 
-    /// Answers whether to go on; what was read until then is the result else.
+    /// Answers whether to go on. If not, what was read until then is the result.
     virtual bool Advance(const ReadState& state) = 0;
-    /// Can be read from when a reading that waits for more is to ask; negative for never.
-    virtual int Descriptor() const { return -1; }
+    /// A descriptor that becomes readable when a reading that waits for more should call Advance;
+    /// negative for a progress that never wants that.
+    virtual int Interruption() const { return -1; }
 };
 
-/// A text is read in two halves: its bytes first, and then they are gone through. What goes through
-/// them knows of nothing before it.
-class LaterHalf final : public ReadProgress {
+/// The progress of the second half of a reading. The first half gets the bytes of a text, and the
+/// second one goes through them; it counts from 0, and this adds the first half to that.
+class SecondHalf final : public ReadProgress {
 public:
-    /// `progress` outlives it, and may be null. What comes after both halves adds nothing.
-    explicit LaterHalf(ReadProgress* progress, bool isOver = false)
-        : m_Progress(progress), m_IsOver(isOver) {}
+    /// `progress` outlives it, and may be null.
+    explicit SecondHalf(ReadProgress* progress) : m_Progress(progress) {}
 
     bool Advance(const ReadState& state) override {
-        const size_t done = m_IsOver ? state.m_Whole : state.m_Done;
-        return !m_Progress || m_Progress->Advance({state.m_Whole + done, 2 * state.m_Whole});
+        return !m_Progress ||
+               m_Progress->Advance({state.m_Whole + state.m_Done, 2 * state.m_Whole});
     }
 
 private:
     ReadProgress* m_Progress;
-    bool m_IsOver;
+};
+
+/// The progress of what is done when both halves are over. It is part of neither, so the user sees
+/// that all is done; it can still be stopped.
+class Afterwards final : public ReadProgress {
+public:
+    /// `progress` outlives it, and may be null.
+    explicit Afterwards(ReadProgress* progress) : m_Progress(progress) {}
+
+    bool Advance(const ReadState& state) override {
+        return !m_Progress || m_Progress->Advance({2 * state.m_Whole, 2 * state.m_Whole});
+    }
+
+private:
+    ReadProgress* m_Progress;
 };

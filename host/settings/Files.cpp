@@ -1,42 +1,24 @@
 #include "host/settings/Files.h"
 
+#include "host/reading/Descriptor.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <optional>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kAction = "save";
+
 [[noreturn]] void Throw(int error) {
-    throw std::system_error(error, std::generic_category());
+    throw std::system_error(error, std::generic_category(), kAction);
 }
-
-int Check(int result) {
-    if (result < 0) {
-        Throw(errno);
-    }
-    return result;
-}
-
-/// An open file, closed with the object.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : m_Number(Check(number)) {}
-    ~Descriptor() { close(m_Number); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int Get() const { return m_Number; }
-
-private:
-    int m_Number;
-};
 
 /// The file at the end of a chain of links; it need not exist.
 fs::path FollowLinks(const std::string& file) {
@@ -64,7 +46,7 @@ void CheckReplaceable(const fs::path& path, const struct stat& status) {
     if (!S_ISREG(status.st_mode)) {
         Throw(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     }
-    Check(access(path.c_str(), W_OK));
+    CheckCall(access(path.c_str(), W_OK), kAction);
 }
 
 /// A file under another name beside the one that it is to replace, gone with the object unless it
@@ -73,9 +55,9 @@ class Replacement {
 public:
     explicit Replacement(const fs::path& target)
         : m_Target(target),
-          m_Folder(open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+          m_Folder(open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), kAction),
           m_Name(target.parent_path() / ".treehost.XXXXXX"),
-          m_File(mkostemp(m_Name.data(), O_CLOEXEC)) {}
+          m_File(mkostemp(m_Name.data(), O_CLOEXEC), kAction) {}
     ~Replacement() {
         if (!m_Name.empty()) {
             unlink(m_Name.c_str());
@@ -88,12 +70,12 @@ public:
         if (!old) {
             const mode_t mask = umask(0);
             umask(mask);
-            Check(fchmod(m_File.Get(), 0666 & ~mask));
+            CheckCall(fchmod(m_File.Get(), 0666 & ~mask), kAction);
             return;
         }
         // Only the superuser gives files away; for others the file becomes their own.
         [[maybe_unused]] const int owner = fchown(m_File.Get(), old->st_uid, old->st_gid);
-        Check(fchmod(m_File.Get(), old->st_mode & 07777));
+        CheckCall(fchmod(m_File.Get(), old->st_mode & 07777), kAction);
     }
     void Write(std::string_view content) {
         while (!content.empty()) {
@@ -103,10 +85,10 @@ public:
             }
             content.remove_prefix(static_cast<size_t>(std::max<ssize_t>(written, 0)));
         }
-        Check(fsync(m_File.Get()));
+        CheckCall(fsync(m_File.Get()), kAction);
     }
     void TakePlace() {
-        Check(rename(m_Name.c_str(), m_Target.c_str()));
+        CheckCall(rename(m_Name.c_str(), m_Target.c_str()), kAction);
         m_Name.clear();
         if (fsync(m_Folder.Get()) < 0 && errno != EINVAL) { // not every file system knows it
             Throw(errno);

@@ -21,20 +21,12 @@
 namespace {
 
 class ArchiveFolder final
-    : public HostObject<ArchiveFolder, SuperCollectionBase, CollectionVersion, IRenderableObject> {
+    : public HostObject<ArchiveFolder, SuperCollectionBase, CollectionVersion, DrawnItem> {
 public:
     static constexpr const char* kKind = "ArchiveFolder";
 
-    explicit ArchiveFolder(bool isLink = false) : m_IsLink(isLink) {}
-
-    int32_t Render(
-        UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) override {
-        DrawItemPicture(canvas, rect, {ItemKind::kFolder, m_IsLink});
-        return S_OK;
-    }
-
-private:
-    bool m_IsLink; ///< the archive has a link of the same name
+    /// It is drawn as a link where the archive has one of the same name.
+    explicit ArchiveFolder(bool isLink) { SetLook({ItemKind::kFolder, isLink}); }
 };
 
 /// Names that an archive has in another encoding become UTF-8 in whatever locale the program is.
@@ -155,18 +147,18 @@ public:
     /// Adds what there is; what is wrong with the rest.
     std::string Read(Members& members, ReadProgress* progress, size_t size) {
         archive_entry* entry = nullptr;
-        while (IsOpen()) {
-            const auto done = static_cast<size_t>(archive_filter_bytes(m_Archive.get(), -1));
-            if (progress && !progress->Advance({std::min(done, size), size})) {
-                return {};
-            }
+        while (IsOpen() && Advance(progress, size)) {
             m_Status = archive_read_next_header(m_Archive.get(), &entry);
             if (m_Status == ARCHIVE_EOF) {
                 return {};
             }
             if (IsOpen()) {
                 members.Add(NameOf(entry), LookOf(entry));
+                SkipContent(progress, size);
             }
+        }
+        if (m_IsStopped) {
+            return {};
         }
         const char* fault = archive_error_string(m_Archive.get());
         return fault ? fault : "this is no archive";
@@ -176,6 +168,27 @@ private:
     struct Closer {
         void operator()(archive* opened) const { archive_read_free(opened); }
     };
+
+    /// False from the time on when the progress has said so.
+    bool Advance(ReadProgress* progress, size_t size) {
+        const auto done = static_cast<size_t>(archive_filter_bytes(m_Archive.get(), -1));
+        m_IsStopped = m_IsStopped || (progress && !progress->Advance({std::min(done, size), size}));
+        return !m_IsStopped;
+    }
+
+    /// What is compressed as a whole has to be unpacked to be skipped, which takes long for a large
+    /// member: the progress is asked for each block of it. What is wrong with one member only does
+    /// not keep the next one from being read.
+    void SkipContent(ReadProgress* progress, size_t size) {
+        const void* block = nullptr;
+        size_t length = 0;
+        la_int64_t place = 0;
+        int status = archive_filter_count(m_Archive.get()) > 1 ? ARCHIVE_OK : ARCHIVE_EOF;
+        while (status == ARCHIVE_OK && Advance(progress, size)) {
+            status = archive_read_data_block(m_Archive.get(), &block, &length, &place);
+        }
+        m_Status = status == ARCHIVE_FATAL ? status : m_Status;
+    }
 
     static std::string NameOf(archive_entry* entry) {
         const char* name = archive_entry_pathname_utf8(entry);
@@ -195,6 +208,7 @@ private:
     Utf8Names m_Utf8Names;
     std::unique_ptr<archive, Closer> m_Archive{archive_read_new()};
     int m_Status = ARCHIVE_FATAL;
+    bool m_IsStopped = false;
 };
 
 } // namespace
@@ -209,13 +223,13 @@ TreeMaker ReadArchive(const ArchivePlace& place, std::string& fault, ReadProgres
     const auto size = static_cast<size_t>(place.m_Path.empty()
                                               ? place.m_Bytes.size()
                                               : std::filesystem::file_size(place.m_Path, unknown));
-    const auto members = std::make_shared<Members>();
-    fault = Reader(place).Read(*members, progress, unknown ? 0 : size);
-    return [members, fault] {
-        const auto root = members->MakeTree();
+    Members members;
+    fault = Reader(place).Read(members, progress, unknown ? 0 : size);
+    return TreeMaker([members = std::move(members), fault]() mutable {
+        const auto root = members.MakeTree();
         if (!fault.empty()) {
             root->Append(fault, ValueItem::Make(ItemKind::kFault)->Identity());
         }
         return SmartPtr<ISuperCollection>(root.Get());
-    };
+    });
 }

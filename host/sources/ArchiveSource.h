@@ -21,6 +21,6 @@ bool IsArchive(const ArchivePlace& place);
 /// but themselves: `..` and the `/` in front are folders of that name. What stands in it twice is
 /// one row. An archive that goes wrong is listed up to there, ends in a row that tells the fault,
 /// and `fault` tells it too; that is empty otherwise. `progress` may be null. Throws
-/// when memory runs out, as the tree's maker does, which is to be called once.
+/// when memory runs out.
 TreeMaker ReadArchive(
     const ArchivePlace& place, std::string& fault, ReadProgress* progress = nullptr);

@@ -32,38 +32,22 @@ Line Parse(std::string_view text) {
     return line;
 }
 
-/// The road from the first level down to the line read last.
-class OutlineBuilder {
+/// Gives each line its level, by how the lines before it are indented.
+class Levels {
 public:
-    void Add(const Line& line) {
-        while (m_Open.size() > 1 && m_Open.back().m_Indent > line.m_Indent) {
-            m_Open.pop_back();
+    uint32_t Add(size_t indent) {
+        while (m_Indents.size() > 1 && m_Indents.back() > indent) {
+            m_Indents.pop_back();
         }
-        Level& level = m_Open.back();
-        if (line.m_Indent <= level.m_Indent || level.m_Branch->IsEmpty()) {
-            level.m_Indent = line.m_Indent;
-            level.m_Branch->AppendLeaf(std::string(line.m_Label));
-            level.m_LastBranch.Reset();
-            return;
+        if (m_Indents.empty() || m_Indents.back() < indent) {
+            m_Indents.push_back(indent);
         }
-        if (!level.m_LastBranch) {
-            level.m_LastBranch = TextBranch::Make();
-            level.m_Branch->ReplaceLast(level.m_LastBranch->Identity());
-        }
-        level.m_LastBranch->AppendLeaf(std::string(line.m_Label));
-        m_Open.push_back({line.m_Indent, level.m_LastBranch, {}});
+        m_Indents.back() = indent;
+        return static_cast<uint32_t>(m_Indents.size() - 1);
     }
 
-    TextBranch* Root() const { return m_Open.front().m_Branch.Get(); }
-
 private:
-    struct Level {
-        size_t m_Indent;
-        SmartPtr<TextBranch> m_Branch;
-        SmartPtr<TextBranch> m_LastBranch; ///< below the last line; null while that is a leaf
-    };
-
-    std::vector<Level> m_Open{{0, TextBranch::Make(), {}}};
+    std::vector<size_t> m_Indents; ///< of the levels down to the line read last
 };
 
 /// Asks a progress, which may be null, now and then.
@@ -91,20 +75,41 @@ private:
 
 } // namespace
 
-SmartPtr<ISuperCollection> ReadOutline(std::istream& input, ReadProgress* progress, size_t size) {
-    OutlineBuilder outline;
+OutlineRows ReadOutlineRows(std::istream& input, ReadProgress* progress, size_t size) {
+    OutlineRows rows;
+    Levels levels;
     LinesRead read(progress, size);
     std::string text;
     try { // a line that memory does not hold fails too
         while (std::getline(input, text) && read.Add(text.size() + 1)) {
             const Line line = Parse(text);
             if (!line.m_Label.empty()) {
-                outline.Add(line);
+                rows.push_back({std::string(line.m_Label), levels.Add(line.m_Indent)});
             }
         }
     } catch (const std::bad_alloc&) {
         errno = ENOMEM;
         input.setstate(std::ios::badbit);
     }
-    return SmartPtr<ISuperCollection>(outline.Root());
+    return rows;
+}
+
+SmartPtr<ISuperCollection> MakeOutline(OutlineRows rows) {
+    std::vector<SmartPtr<TextBranch>> branches{TextBranch::Make()}; // from the root down to the row
+    for (; !rows.empty(); rows.pop_front()) {
+        OutlineRow& row = rows.front();
+        branches.resize(row.m_Level + size_t{1});
+        TextBranch& branch = *branches.back().Get();
+        if (rows.size() > 1 && rows[1].m_Level > row.m_Level) {
+            branches.push_back(TextBranch::Make());
+            branch.Append(std::move(row.m_Label), branches.back()->Identity());
+        } else {
+            branch.AppendLeaf(std::move(row.m_Label));
+        }
+    }
+    return SmartPtr<ISuperCollection>(branches.front().Get());
+}
+
+SmartPtr<ISuperCollection> ReadOutline(std::istream& input) {
+    return MakeOutline(ReadOutlineRows(input));
 }

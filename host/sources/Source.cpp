@@ -1,8 +1,8 @@
 #include "host/sources/Source.h"
 
 #include "host/documents/DocumentBranch.h"
-#include "host/documents/JsonSource.h"
-#include "host/documents/XmlSource.h"
+#include "host/documents/JsonText.h"
+#include "host/documents/XmlText.h"
 #include "host/reading/ReadBytes.h"
 #include "host/sources/ArchiveSource.h"
 #include "host/sources/OutlineSource.h"
@@ -18,12 +18,12 @@ namespace {
 SourceMaker ReadFolder(const std::string& path, ReadProgress* progress) {
     FolderPath step;
     Identify(path, step);
-    const auto scan = std::make_shared<FolderScan>(ScanFolder(path, &step, progress));
-    return [path, scan](const FolderHelpers& helpers) {
-        const auto folder = FolderSource::Make(path, helpers);
-        folder->Fill(std::move(*scan));
-        return SmartPtr<ISuperCollection>(folder.Get());
-    };
+    return SourceMaker(
+        [path, scan = ScanFolder(path, &step, progress)](const FolderHelpers& helpers) mutable {
+            const auto folder = FolderSource::Make(path, helpers);
+            folder->Fill(std::move(scan));
+            return SmartPtr<ISuperCollection>(folder.Get());
+        });
 }
 
 SourceKind KindByContent(std::string_view text) {
@@ -43,37 +43,39 @@ SourceKind KindByContent(std::string_view text) {
 SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgress* progress) {
     const size_t size = text.size();
     std::istringstream lines(std::move(text));
-    auto tree = ReadOutline(lines, progress, size);
-    return [tree, name, isAll = !lines.bad()](const FolderHelpers& helpers) {
-        if (!isAll) {
-            helpers.m_Failures->Add(name, ENOMEM);
-        }
-        return tree;
-    };
+    auto rows = ReadOutlineRows(lines, progress, size);
+    return SourceMaker(
+        [rows = std::move(rows), name, isAll = !lines.bad()](const FolderHelpers& helpers) mutable {
+            if (!isAll) {
+                helpers.m_Failures->Add(name, ENOMEM);
+            }
+            return MakeOutline(std::move(rows));
+        });
 }
 
 /// Names what is wrong with a tree.
 SourceMaker WithFault(TreeMaker make, const std::string& name, const std::string& fault) {
-    return [make = std::move(make), name, fault](const FolderHelpers& helpers) {
+    return SourceMaker([make = std::move(make), name, fault](const FolderHelpers& helpers) mutable {
         if (!fault.empty()) {
             helpers.m_Failures->AddFault(name, fault);
         }
-        return make();
-    };
+        return std::move(make)();
+    });
 }
 
 SourceMaker ReadDocument(
     const DocumentTextPtr& text, const std::string& name, ReadProgress* progress) {
-    LaterHalf over(progress, true);
-    const auto rows = std::make_shared<DocumentRows>(text->ReadRoot(&over));
-    const auto make = [text, rows] { return DocumentBranch::MakeRoot(text, std::move(*rows)); };
-    return WithFault(make, name, text->Fault());
+    Afterwards over(progress);
+    auto make = [text, rows = text->ReadRoot(&over)]() mutable {
+        return DocumentBranch::MakeRoot(text, std::move(rows));
+    };
+    return WithFault(TreeMaker(std::move(make)), name, text->Fault());
 }
 
 /// Goes through what was in a file, which is named as `name`.
 SourceMaker ReadKind(
     SourceKind kind, ReadBytes bytes, const std::string& name, ReadProgress* progress) {
-    LaterHalf half(progress);
+    SecondHalf half(progress);
     const IndexOptions options{.m_Progress = &half, .m_IsCut = bytes.m_IsCut};
     switch (kind == SourceKind::kByContent ? KindByContent(bytes.m_Text) : kind) {
     case SourceKind::kArchive: {
@@ -101,13 +103,13 @@ SourceMaker ReadFile(
     const std::string& path, const std::string& name, SourceKind kind, ReadProgress* progress) {
     ReadBytes bytes = ByteSource(path).Read(progress);
     const int error = bytes.m_Error;
-    const SourceMaker make = ReadKind(kind, std::move(bytes), name, progress);
-    return [error, name, make](const FolderHelpers& helpers) {
+    SourceMaker make = ReadKind(kind, std::move(bytes), name, progress);
+    return SourceMaker([error, name, make = std::move(make)](const FolderHelpers& helpers) mutable {
         if (error != 0) {
             helpers.m_Failures->Add(name, error);
         }
-        return make(helpers);
-    };
+        return std::move(make)(helpers);
+    });
 }
 
 } // namespace
@@ -134,7 +136,7 @@ SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* p
     return ReadFile(path, path, kind, progress);
 }
 
-SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
-    SourceKind kind, const FolderWatchPtr& watch, ReadProgress* progress) {
-    return ReadSource(path, kind, progress)({failures, watch});
+SmartPtr<ISuperCollection> OpenSource(const std::string& path, SourceKind kind,
+    const FolderHelpers& helpers, ReadProgress* progress) {
+    return ReadSource(path, kind, progress)(helpers);
 }

@@ -3,8 +3,8 @@
 #include "host/folders/FolderSource.h"
 #include "host/reading/Background.h"
 #include "host/reading/ReadProgress.h"
+#include "host/sources/Once.h"
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -22,10 +22,10 @@ enum class SourceKind {
     kArchive ///< tar, compressed or not, zip or 7z
 };
 
-/// Makes the tree of a source that was read, once, on the thread of host objects. What cannot be
-/// read, now or when a folder is opened, is missing from the tree and named in the failures.
-/// Folders that are read are watched. Throws when memory runs out.
-using SourceMaker = std::function<SmartPtr<ISuperCollection>(const FolderHelpers& helpers)>;
+/// Makes the tree of a source that was read, on the thread of host objects. What cannot be read,
+/// now or when a folder is opened, is missing from the tree and named in the failures. Folders that
+/// are read are watched. Throws when memory runs out.
+using SourceMaker = Once<SmartPtr<ISuperCollection>(const FolderHelpers& helpers)>;
 
 /// Reads a source on a thread of its own.
 using BackgroundReading = Background<SourceMaker>;
@@ -35,7 +35,7 @@ using BackgroundReading = Background<SourceMaker>;
 /// std::bad_alloc.
 SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* progress);
 
-/// The same at once.
-SmartPtr<ISuperCollection> OpenSource(const std::string& path, const ReadFailuresPtr& failures,
-    SourceKind kind = SourceKind::kByContent, const FolderWatchPtr& watch = nullptr,
+/// Reads a source and makes its tree.
+SmartPtr<ISuperCollection> OpenSource(const std::string& path,
+    SourceKind kind = SourceKind::kByContent, const FolderHelpers& helpers = {},
     ReadProgress* progress = nullptr);

@@ -49,14 +49,14 @@ TEST(FingerTest, FingerThatStaysIsASecondaryClickAndNothingMore) {
     Finger finger;
     finger.GoDown(7, 30, 40, 1000);
     EXPECT_EQ(finger.UntilNext(1100), 500);
-    EXPECT_EQ(Texts(finger.Wait(1599)), "");
-    EXPECT_EQ(Texts(finger.Wait(1600)), "press 30 40 secondary; release 30 40 secondary");
-    EXPECT_EQ(Texts(finger.Wait(2600)) + Texts(finger.Move(7, 30, 90, 2600)), "");
+    EXPECT_EQ(Texts(finger.TakeDue(1599)), "");
+    EXPECT_EQ(Texts(finger.TakeDue(1600)), "press 30 40 secondary; release 30 40 secondary");
+    EXPECT_EQ(Texts(finger.TakeDue(2600)) + Texts(finger.Move(7, 30, 90, 2600)), "");
     EXPECT_EQ(finger.UntilNext(2600), std::nullopt);
     EXPECT_EQ(Texts(finger.GoUp(7, 2700)), "");
     finger.GoDown(7, 30, 40, 3000);
     finger.Move(7, 30, 60, 3100);
-    EXPECT_EQ(Texts(finger.Wait(4000)), "") << "it pans";
+    EXPECT_EQ(Texts(finger.TakeDue(4000)), "") << "it pans";
 }
 
 class FlingTest : public testing::Test {
@@ -72,7 +72,7 @@ protected:
     }
     /// The length of the pan in a moment.
     double PanIn(int64_t milliseconds) {
-        const auto inputs = m_Finger.Wait(m_Now + milliseconds);
+        const auto inputs = m_Finger.TakeDue(m_Now + milliseconds);
         return inputs.size() == 1 ? std::get<TouchInput>(inputs.front()).m_PanY : NAN;
     }
 

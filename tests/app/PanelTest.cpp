@@ -62,7 +62,7 @@ TEST_F(PanelTest, ChosenLineStaysInViewInAnyWindow) {
     Panel panel(m_Tree.Get());
     panel.Press(PanelKey::kEnd);
     for (const Size size : {Size{1, 1}, Size{2, 5}, Size{40, 3 * Panel::kLineHeight}}) {
-        EXPECT_TRUE(DrawPicture(m_Tree.Get(), size, &panel));
+        EXPECT_TRUE(DrawPicture({m_Tree.Get(), size, &panel}));
         EXPECT_EQ(Chosen(panel), "ResetIcons action");
     }
     panel.Press(PanelKey::kHome);

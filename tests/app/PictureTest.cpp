@@ -53,7 +53,7 @@ protected:
 
     /// The colours in the middle of the rows, right of their texts.
     std::vector<int32_t> RowColors() {
-        const auto picture = DrawPicture(m_Tree.Get(), kFourRows, nullptr, m_Session->Marked());
+        const auto picture = DrawPicture({m_Tree.Get(), kFourRows, nullptr, m_Session->Marked()});
         std::vector<int32_t> colors;
         const auto* pixels = cairo_image_surface_get_data(picture.get());
         for (int row = 0; row < 4; ++row) {
@@ -94,7 +94,7 @@ TEST_F(PictureTest, SelectedAndPointedRowsHaveBandsInEveryTheme) {
 TEST_F(PictureTest, BarIsSlimUntilThePointerIsNearAndTellsThatItIsHeld) {
     Bind("A\nB\nC\nD\nE\nF\nG\nH");
     KeptPicture picture;
-    m_Session->Draw(picture, kFourRows);
+    m_Session->Draw(picture, {.m_Size = kFourRows});
     const struct {
         double m_X, m_Y;
         int32_t m_State, m_Action;
@@ -111,7 +111,7 @@ TEST_F(PictureTest, BarIsSlimUntilThePointerIsNearAndTellsThatItIsHeld) {
     std::set<std::string> looks;
     for (const auto& [x, y, state, action, look] : steps) {
         m_Session->Feed(PointerInput{state, action, 0, x, y});
-        m_Session->Draw(picture, kFourRows);
+        m_Session->Draw(picture, {.m_Size = kFourRows});
         EXPECT_EQ(m_Session->Marked().m_Bar, look) << x << ", " << y;
         EXPECT_EQ(m_Session->Marked().m_Pointed.has_value(), x < 178) << x << ", " << y;
         looks.insert(std::to_string(int(look)) + ' ' + PixelsOf(picture.Surface()));
@@ -124,7 +124,7 @@ TEST_F(PictureTest, BarIsSlimUntilThePointerIsNearAndTellsThatItIsHeld) {
 TEST_F(PictureTest, LabelThatIsCutIsShownWholeAfterAMomentUntilSomethingIsDone) {
     Bind("A label that is too long for four rows and a picture of them\nB\nC\nD\nE");
     KeptPicture picture;
-    m_Session->Draw(picture, kFourRows);
+    m_Session->Draw(picture, {.m_Size = kFourRows});
     const Input ends[] = {KeyInput{Key::kDown}, TypedInput{"x"},
         PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_PRESS, 0, 60, 11},
         PointerInput{POINTERSTATE_WHEEL, POINTERACTION_MOVE, 0, 60, 11},
@@ -132,15 +132,15 @@ TEST_F(PictureTest, LabelThatIsCutIsShownWholeAfterAMomentUntilSomethingIsDone) 
         PointerInput{0, POINTERACTION_MOVE, 0, 190, 11}}; // the scroll bar
     for (const Input& end : ends) {
         Point(11, POINTERACTION_MOVE, 0);
-        m_Session->Draw(picture, kFourRows);
+        m_Session->Draw(picture, {.m_Size = kFourRows});
         const std::string before = PixelsOf(picture.Surface());
         m_Clock.Advance(Dwell::kPatience * 500);
         Point(12, POINTERACTION_MOVE, 0); // stays on it
         EXPECT_EQ(m_Session->UntilNextPicture(), Dwell::kPatience / 2);
-        EXPECT_FALSE(m_Session->Draw(picture, kFourRows));
+        EXPECT_FALSE(m_Session->Draw(picture, {.m_Size = kFourRows}));
         m_Clock.Advance(Dwell::kPatience * 500);
         EXPECT_EQ(m_Session->UntilNextPicture(), std::nullopt);
-        EXPECT_TRUE(m_Session->Draw(picture, kFourRows));
+        EXPECT_TRUE(m_Session->Draw(picture, {.m_Size = kFourRows}));
         EXPECT_NE(PixelsOf(picture.Surface()), before);
         m_Session->Feed(end);
         EXPECT_EQ(m_Session->Marked().m_Hint, std::nullopt) << ToText(end);
@@ -176,7 +176,7 @@ TEST_F(PictureTest, OpenersPicturesGuidesBandsAndBarAreDrawnAsTheyWereLookedAt) 
         for (const int32_t scale : {1, 2}) {
             const std::string file = PICTURES "/" + theme + std::to_string(scale) + ".png";
             const Size size{100, 88, double(scale)};
-            const auto picture = DrawPicture(m_Tree.Get(), size, nullptr, m_Session->Marked());
+            const auto picture = DrawPicture({m_Tree.Get(), size, nullptr, m_Session->Marked()});
             if (std::getenv("UPDATE_PICTURES")) {
                 WritePicture(picture.get(), file, file);
             }

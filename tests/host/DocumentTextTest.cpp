@@ -1,6 +1,6 @@
 #include "host/documents/DocumentText.h"
-#include "host/documents/JsonSource.h"
-#include "host/documents/XmlSource.h"
+#include "host/documents/JsonText.h"
+#include "host/documents/XmlText.h"
 #include "tests/support/HostTest.h"
 
 #include <climits>

@@ -15,16 +15,18 @@ namespace {
 constexpr std::chrono::minutes kAtMost(1); // only a test that fails waits so long
 
 /// A pipe by its name, which a reading waits for.
-class BackgroundThreadsTest : public HostTest {
+class BackgroundReadingTest : public HostTest {
 protected:
-    BackgroundThreadsTest() { mkfifo(m_Pipe.c_str(), 0600); }
+    BackgroundReadingTest() { mkfifo(m_Pipe.c_str(), 0600); }
 
     static bool HasNews(const BackgroundReading& reading, int milliseconds = 0) {
         pollfd waiting{reading.News(), POLLIN, 0};
         return poll(&waiting, 1, milliseconds) == 1;
     }
     static SourceMaker Nothing() {
-        return [](const FolderHelpers&) { return SmartPtr<ISuperCollection>(); };
+        return SourceMaker([](const FolderHelpers&) {
+            return SmartPtr<ISuperCollection>(SuperCollection::Make().Get());
+        });
     }
     std::function<SourceMaker(ReadProgress&)> ReadPipe() const {
         return [path = m_Pipe](ReadProgress& progress) {
@@ -52,7 +54,7 @@ private:
 
 } // namespace
 
-TEST_F(BackgroundThreadsTest, ItTellsHowFarItIsAndThatItIsOver) {
+TEST_F(BackgroundReadingTest, ItTellsHowFarItIsAndThatItIsOver) {
     std::promise<void> isAdvanced;
     std::promise<void> mayEnd;
     BackgroundReading reading([&](ReadProgress& progress) {
@@ -70,10 +72,10 @@ TEST_F(BackgroundThreadsTest, ItTellsHowFarItIsAndThatItIsOver) {
     EXPECT_TRUE(HasNews(reading));
     EXPECT_EQ(reading.TakeNews(), "");
     EXPECT_FALSE(reading.WasStopped());
-    EXPECT_TRUE(reading.Take());
+    EXPECT_TRUE(reading.Take()({}));
 }
 
-TEST_F(BackgroundThreadsTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
+TEST_F(BackgroundReadingTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
     BackgroundReading reading([&](ReadProgress& progress) {
         for (size_t done = 0; progress.Advance({done, 0}); ++done) {
         }
@@ -85,7 +87,7 @@ TEST_F(BackgroundThreadsTest, StopEndsOneHalfOfAReadingAndNotTheOther) {
     EXPECT_TRUE(reading.WasStopped());
 }
 
-TEST_F(BackgroundThreadsTest, PipeThatIsStoppedIsShownUpToThere) {
+TEST_F(BackgroundReadingTest, PipeThatIsStoppedIsShownUpToThere) {
     std::string text = "[";
     while (text.size() < 1'500'000) {
         text += "[1],";
@@ -109,7 +111,7 @@ TEST_F(BackgroundThreadsTest, PipeThatIsStoppedIsShownUpToThere) {
     EXPECT_TRUE(failures->Lines().empty()) << "that it breaks off is no fault";
 }
 
-TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere) {
+TEST_F(BackgroundReadingTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere) {
     // What stands in front, a row that is repeated, whether it is below another.
     const std::tuple<const char*, const char*, bool> texts[] = {
         {"", "a\n", false}, {"[", "[1],", false}, {"<r>", "<a b=''/>", true}};
@@ -118,7 +120,7 @@ TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere)
         StopsBehind progress(0.75);
         const auto failures = std::make_shared<ReadFailures>();
         const auto tree =
-            OpenSource(m_Folder / "text", failures, SourceKind::kByContent, nullptr, &progress);
+            OpenSource(m_Folder / "text", SourceKind::kByContent, {failures}, &progress);
         OpenLevels(tree.Get(), 1);
         const auto shown = isBelow ? CollectionBelow(tree.Get(), 0) : tree;
         int32_t count = 0;
@@ -129,14 +131,34 @@ TEST_F(BackgroundThreadsTest, WhatIsStoppedWhileItIsGoneThroughIsShownUpToThere)
     }
 }
 
-TEST_F(BackgroundThreadsTest, LeavingDoesNotWaitForAPipeThatIsSilent) {
+TEST_F(BackgroundReadingTest, ReadingTouchesNothingThatTheWindowUsesMeanwhile) {
+    const auto shown = SuperCollection::Make();
+    shown->Append("row", shown->Identity());
+    const std::pair<const char*, const char*> texts[] = {
+        {"", "A\n  b\n    c\n"}, {"[", "[{\"a\": 1}],"}, {"<r>", "<a b=''>c</a>"}};
+    for (const auto& [begin, row] : texts) {
+        std::ofstream(m_Folder / "text") << begin << Repeated(row, 20'000);
+        BackgroundReading reading([path = m_Folder / "text"](ReadProgress& progress) {
+            return ReadSource(path, SourceKind::kByContent, &progress);
+        });
+        uint64_t version = 0;
+        do { // what a window does whose tree is still empty
+            EXPECT_EQ(shown->SetItemFlags(0, NODE_VISIBLE | 1), S_OK);
+            EXPECT_EQ(shown->GetVersion(&version), S_OK);
+        } while (!reading.WaitFor(std::chrono::milliseconds(0)));
+        EXPECT_TRUE(reading.Take()({}));
+    }
+    shown->RemoveAll();
+}
+
+TEST_F(BackgroundReadingTest, LeavingDoesNotWaitForAPipeThatIsSilent) {
     const BackgroundReading neverWrittenTo(ReadPipe());
     const int pipe = open(m_Pipe.c_str(), O_RDWR);
     { const BackgroundReading silent(ReadPipe()); }
     close(pipe);
 }
 
-TEST_F(BackgroundThreadsTest, WhatGoesWrongIsThrownWhereItIsAskedFor) {
+TEST_F(BackgroundReadingTest, WhatGoesWrongIsThrownWhereItIsAskedFor) {
     BackgroundReading reading([](ReadProgress& progress) {
         return ReadSource("/nowhere", SourceKind::kByContent, &progress);
     });

@@ -1,4 +1,4 @@
-#include "host/documents/JsonSource.h"
+#include "host/documents/JsonText.h"
 
 #include "host/documents/JsonCursor.h"
 
@@ -216,22 +216,18 @@ public:
         m_Extents.Finish(m_End);
     }
 
-    DocumentRows ReadRoot(ReadProgress* progress) const override {
+    DocumentRows ReadWhole(ReadProgress* progress) const override {
+        if (!m_IsLines) {
+            return Read({0, m_End}, progress);
+        }
         DocumentRows rows;
-        if (m_IsLines) {
-            VisitLines(Text(), [&](size_t number, const DocumentPart& line) {
-                rows.m_Rows.push_back({.m_Label = std::to_string(number),
-                    .m_Kind = KindOfLine(Text().substr(line.m_Begin)),
-                    .m_IsBranch = true,
-                    .m_Part = line});
-                return true;
-            });
-        } else {
-            rows = Read({0, m_End}, progress);
-        }
-        if (!m_Fault.empty()) {
-            rows.m_Rows.push_back({.m_Label = m_Fault, .m_Kind = ItemKind::kFault});
-        }
+        VisitLines(Text(), [&](size_t number, const DocumentPart& line) {
+            rows.m_Rows.push_back({.m_Label = std::to_string(number),
+                .m_Kind = KindOfLine(Text().substr(line.m_Begin)),
+                .m_IsBranch = true,
+                .m_Part = line});
+            return true;
+        });
         return rows;
     }
 

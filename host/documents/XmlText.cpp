@@ -1,4 +1,4 @@
-#include "host/documents/XmlSource.h"
+#include "host/documents/XmlText.h"
 
 #include "host/documents/XmlParser.h"
 
@@ -239,12 +239,8 @@ public:
         m_Extents.Finish(m_End);
     }
 
-    DocumentRows ReadRoot(ReadProgress* progress) const override {
-        DocumentRows rows = Read({0, m_End}, false, progress);
-        if (!m_Fault.empty()) {
-            rows.m_Rows.push_back({.m_Label = m_Fault, .m_Kind = ItemKind::kFault});
-        }
-        return rows;
+    DocumentRows ReadWhole(ReadProgress* progress) const override {
+        return Read({0, m_End}, false, progress);
     }
 
     DocumentRows ReadPart(const DocumentPart& part) const override {

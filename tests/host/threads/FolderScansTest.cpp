@@ -3,6 +3,8 @@
 #include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
 
+#include <atomic>
+#include <future>
 #include <poll.h>
 
 // Folders that are looked into beside the window's thread.
@@ -11,9 +13,31 @@ namespace {
 
 constexpr size_t kFiles = 100;
 
-class FolderScansThreadsTest : public HostTest {
+constexpr size_t kHeldAt = 10;
+
+/// Holds a reading where it has found so many entries, once.
+class Holder final : public ReadProgress {
+public:
+    Holder(ReadProgress& progress, std::promise<void>& isHeld, std::promise<void>& mayGoOn)
+        : m_Progress(progress), m_IsHeld(isHeld), m_MayGoOn(mayGoOn) {}
+
+    bool Advance(const ReadState& state) override {
+        if (state.m_Done == kHeldAt) {
+            m_IsHeld.set_value();
+            m_MayGoOn.get_future().wait();
+        }
+        return m_Progress.Advance(state);
+    }
+
+private:
+    ReadProgress& m_Progress;
+    std::promise<void>& m_IsHeld;
+    std::promise<void>& m_MayGoOn;
+};
+
+class FolderScansTest : public HostTest {
 protected:
-    FolderScansThreadsTest() {
+    FolderScansTest() {
         std::filesystem::create_directory(m_Path);
         for (size_t i = 0; i < kFiles; ++i) {
             std::ofstream(m_Path / std::to_string(i)).flush();
@@ -28,12 +52,15 @@ protected:
     }
     /// Does what a window does until nothing is looked into any more.
     void ReadOn(FolderSource& folder) {
-        while (m_Scans->IsAsked(&folder)) {
-            pollfd waiting{m_Scans->Descriptor(), POLLIN, 0};
-            ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
+        while (true) {
             m_Scans->TakeNews();
             m_Watch->Take();
             ReadFoldersAgain(&folder, FoldersRead::kChanged);
+            if (!m_Scans->IsAsked(&folder)) {
+                return;
+            }
+            pollfd waiting{m_Scans->News(), POLLIN, 0};
+            ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
         }
     }
     static std::vector<std::string> Names(const SmartPtr<FolderSource>& folder) {
@@ -54,7 +81,7 @@ protected:
 
 } // namespace
 
-TEST_F(FolderScansThreadsTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce) {
+TEST_F(FolderScansTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce) {
     const auto folder = Open(true);
     EXPECT_EQ(Names(folder), std::vector<std::string>{"reading\u2026"});
     ReadOn(*folder.Get());
@@ -68,7 +95,7 @@ TEST_F(FolderScansThreadsTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce)
     EXPECT_EQ(Names(folder).size(), again.size() + 1);
 }
 
-TEST_F(FolderScansThreadsTest, ChangeMeanwhileIsNotLost) {
+TEST_F(FolderScansTest, ChangeMeanwhileIsNotLost) {
     const auto folder = Open(true);
     std::ofstream(m_Path / "new").flush();
     m_Watch->Take();
@@ -77,27 +104,53 @@ TEST_F(FolderScansThreadsTest, ChangeMeanwhileIsNotLost) {
     EXPECT_EQ(Names(folder).size(), kFiles + 1);
 }
 
-TEST_F(FolderScansThreadsTest, StoppedItIsShownUpToThere) {
-    struct Stopper final : ReadProgress {
-        bool Advance(const ReadState& state) override { return state.m_Done < 10; }
-    } stopper;
-    const FolderScan scan = ScanFolder(m_Path.string(), nullptr, &stopper);
-    EXPECT_EQ(scan.m_Entries.size(), 10U);
-    EXPECT_FALSE(scan.m_Error);
+TEST_F(FolderScansTest, StoppedItIsShownUpToThere) {
+    std::promise<void> isHeld;
+    std::promise<void> mayGoOn;
+    m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
+        [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+            Holder holder(*progress, isHeld, mayGoOn);
+            return ScanFolder(path, step, &holder);
+        });
     const auto folder = Open(true);
+    isHeld.get_future().wait();
     m_Scans->Stop();
+    mayGoOn.set_value();
     ReadOn(*folder.Get());
-    EXPECT_FALSE(Names(folder) == std::vector<std::string>{"reading\u2026"});
+    EXPECT_EQ(Names(folder).size(), kHeldAt);
     EXPECT_TRUE(m_Failures->Lines().empty());
 }
 
-TEST_F(FolderScansThreadsTest, FolderThatIsDroppedIsForgotten) {
+TEST_F(FolderScansTest, AFewThreadsReadAllFolders) {
+    std::atomic<int> busy = 0;
+    std::atomic<int> most = 0;
+    m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
+        [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+            const int now = ++busy;
+            for (int known = most; known < now && !most.compare_exchange_weak(known, now);) {
+            }
+            FolderScan scan = ScanFolder(path, step, progress);
+            --busy;
+            return scan;
+        });
+    std::vector<SmartPtr<FolderSource>> folders;
+    for (int i = 0; i < 50; ++i) {
+        folders.push_back(Open(true));
+    }
+    for (const auto& folder : folders) {
+        ReadOn(*folder.Get());
+        EXPECT_EQ(Names(folder).size(), kFiles);
+    }
+    EXPECT_LE(most, 4);
+}
+
+TEST_F(FolderScansTest, FolderThatIsDroppedIsForgotten) {
     const void* dropped = Open(true).Get();
     EXPECT_FALSE(m_Scans->IsAsked(dropped));
     const auto left = Open(true); // and the rest ends without it
 }
 
-TEST_F(FolderScansThreadsTest, QuickFolderIsThereAtOnceAndOneThatIsGoneSaysSo) {
+TEST_F(FolderScansTest, QuickFolderIsThereAtOnceAndOneThatIsGoneSaysSo) {
     m_Scans = std::make_shared<FolderScans>(std::chrono::minutes(1));
     EXPECT_EQ(Names(Open(true)).size(), kFiles);
     const auto gone = FolderSource::Make(
