@@ -54,8 +54,11 @@ void Identify(const std::string& path, FolderPath& step) {
 FolderScan ScanFolder(const std::string& path, const FolderPath* step, ReadProgress* progress) {
     FolderScan scan;
     std::filesystem::directory_iterator place(path, scan.m_Error);
-    while (!scan.m_Error && place != std::filesystem::directory_iterator() &&
-           (!progress || progress->Advance({scan.m_Entries.size(), 0, true}))) {
+    while (!scan.m_Error && place != std::filesystem::directory_iterator()) {
+        scan.m_IsCut = progress && !progress->Advance({scan.m_Entries.size(), 0, true});
+        if (scan.m_IsCut) {
+            break;
+        }
         scan.m_Entries.emplace_back(place->path().filename().string(), LookOf(*place, step));
         place.increment(scan.m_Error);
     }

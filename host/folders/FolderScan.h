@@ -26,6 +26,7 @@ void Identify(const std::string& path, FolderPath& step);
 struct FolderScan {
     std::vector<FolderEntry> m_Entries; ///< in their order
     std::error_code m_Error;            ///< ended the reading; the entries before it are valid
+    bool m_IsCut = false;               ///< a progress made an end of it
 };
 
 /// Looks into a folder, whose own step is `step`; a linked folder that leads back to one of its

@@ -122,7 +122,11 @@ void FolderSource::Prepare() {
     WatchAnew();
 }
 
+/// What a user has made an end of says nothing of what was not found: shown rows stay then.
 bool FolderSource::Take(FolderScan scan, int32_t newFlags) {
+    if (scan.m_IsCut && m_State == State::kRead) {
+        return false;
+    }
     bool isChanged = false;
     auto entries = Merge(std::move(scan.m_Entries), newFlags, isChanged);
     m_Helpers.m_Failures->Drop(m_Path);

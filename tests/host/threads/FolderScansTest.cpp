@@ -121,6 +121,24 @@ TEST_F(FolderScansTest, StoppedItIsShownUpToThere) {
     EXPECT_TRUE(m_Failures->Lines().empty());
 }
 
+TEST_F(FolderScansTest, StoppedWhenItIsReadAgainItKeepsItsRows) {
+    struct Ending final : ReadProgress {
+        bool Advance(const ReadState& state) override { return state.m_Done < kHeldAt; }
+    } ending;
+    bool isFirst = true;
+    m_Scans = std::make_shared<FolderScans>(std::chrono::milliseconds(0),
+        [&](const std::string& path, const FolderPath* step, ReadProgress*) {
+            return ScanFolder(path, step, std::exchange(isFirst, false) ? nullptr : &ending);
+        });
+    const auto folder = Open(true);
+    ReadOn(*folder.Get());
+    const auto before = Names(folder);
+    EXPECT_EQ(before.size(), kFiles);
+    folder->ReadAgain(0);
+    ReadOn(*folder.Get());
+    EXPECT_EQ(Names(folder), before);
+}
+
 TEST_F(FolderScansTest, AFewThreadsReadAllFolders) {
     std::atomic<int> busy = 0;
     std::atomic<int> most = 0;
