@@ -21,7 +21,7 @@ void ReadFailures::Drop(const std::string& what) {
 std::vector<std::string> ReadFailures::Lines() const {
     std::vector<std::string> lines;
     for (const auto& [what, fault] : m_Failures) {
-        lines.push_back("cannot read " + what + ": " + fault);
+        lines.emplace_back("cannot read ").append(what).append(": ").append(fault);
     }
     return lines;
 }

@@ -95,7 +95,8 @@ OutlineRows ReadOutlineRows(std::istream& input, ReadProgress* progress, size_t 
 }
 
 SmartPtr<ISuperCollection> MakeOutline(OutlineRows rows) {
-    std::vector<SmartPtr<TextBranch>> branches{TextBranch::Make()}; // from the root down to the row
+    const auto root = TextBranch::Make();
+    std::vector<SmartPtr<TextBranch>> branches{root}; // down to the row
     for (; !rows.empty(); rows.pop_front()) {
         OutlineRow& row = rows.front();
         branches.resize(row.m_Level + size_t{1});
@@ -107,7 +108,7 @@ SmartPtr<ISuperCollection> MakeOutline(OutlineRows rows) {
             branch.AppendLeaf(std::move(row.m_Label));
         }
     }
-    return SmartPtr<ISuperCollection>(branches.front().Get());
+    return SmartPtr<ISuperCollection>(root.Get());
 }
 
 SmartPtr<ISuperCollection> ReadOutline(std::istream& input) {
