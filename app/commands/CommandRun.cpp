@@ -83,8 +83,9 @@ void RunWindow(const WindowOptions& options) {
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window({view, options.m_Path, *watch, *scans, isRead ? nullptr : &reading}, size,
-            options.m_Record ? std::cout : silence);
+        TreeWindow window({view, path == "-" ? "standard input" : path, *watch, *scans,
+                              isRead ? nullptr : &reading},
+            size, options.m_Record ? std::cout : silence);
         if (options.m_HasGuides) {
             window.ShowGuides();
         }

@@ -5,6 +5,7 @@
 #include "host/data/SuperCollection.h"
 #include "host/text/Text.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
@@ -42,5 +43,12 @@ SmartPtr<IUITree> ControlHost::CreateTree() const {
 }
 
 std::string AbsolutePath(const std::string& path) {
-    return path == "-" || path.empty() ? path : std::filesystem::absolute(path).string();
+    if (path == "-" || path.empty()) {
+        return path;
+    }
+    auto absolute = std::filesystem::absolute(path);
+    if (std::find(absolute.begin(), absolute.end(), "..") == absolute.end()) {
+        absolute = absolute.lexically_normal(); // a step back may lead out of a link
+    }
+    return (absolute.has_filename() ? absolute : absolute.parent_path()).string();
 }

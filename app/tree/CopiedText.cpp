@@ -6,7 +6,9 @@
 #include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <optional>
 
 namespace {
 
@@ -21,18 +23,19 @@ std::string Shortened(const std::string& path) {
     return shortened.string();
 }
 
-std::wstring ValueIn(const std::wstring& label) {
-    constexpr std::wstring_view kMark = L": ";
-    const size_t mark = label.find(kMark);
-    return mark == std::wstring::npos ? label : label.substr(mark + kMark.size());
-}
-
-/// Whether an item has a value, and not just a place.
-bool IsValue(const Place& place) {
-    SmartPtr<IUnknown> item;
-    place.m_Collection->GetItem(place.m_Index, item.Receive());
-    return !Query<IHostFileItem>(item.Get()) &&
-           !CollectionBelow(place.m_Collection.Get(), place.m_Index);
+/// What a leaf is called, but for the name in front of its value; nothing for what is no leaf.
+std::optional<std::string> ValueOf(const Place& place) {
+    const auto item = NodeAt(place);
+    if (Query<IHostFileItem>(item.Get()) ||
+        CollectionBelow(place.m_Collection.Get(), place.m_Index)) {
+        return {};
+    }
+    const std::string label = ToUtf8(Refer(LabelOf(place)));
+    uint32_t begin = 0;
+    if (const auto value = Query<IHostValueItem>(item.Get())) {
+        value->GetValuePlace(&begin);
+    }
+    return label.substr(std::min<size_t>(begin, label.size()));
 }
 
 std::wstring LabelsDownTo(IUITree* tree, const Place& wanted) {
@@ -54,11 +57,11 @@ std::string CopiedText(IUITree* tree) {
     if (!selected.m_Collection) {
         return "";
     }
-    const std::wstring label = LabelOf(selected);
     if (const auto folder = Query<IHostFolder>(selected.m_Collection.Get())) {
         SmartPtr<IString> path;
         folder->GetPath(path.Receive());
-        return Shortened(ToUtf8(CREFString(path.Get())) + '/' + ToUtf8(Refer(label)));
+        return Shortened(ToUtf8(CREFString(path.Get())) + '/' + ToUtf8(Refer(LabelOf(selected))));
     }
-    return ToUtf8(Refer(IsValue(selected) ? ValueIn(label) : LabelsDownTo(tree, selected)));
+    const auto value = ValueOf(selected);
+    return value ? *value : ToUtf8(Refer(LabelsDownTo(tree, selected)));
 }

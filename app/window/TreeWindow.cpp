@@ -7,9 +7,21 @@
 #include <SDL.h>
 #include <algorithm>
 #include <climits>
+#include <filesystem>
+
+namespace {
+
+/// The name of what is shown, and not the way to it.
+std::string TitleOf(const std::string& path) {
+    const std::string name = std::filesystem::path(path).filename().string();
+    return ToPrintable(Refer(ToWide(name.empty() ? path : name))) + " \u2014 treehost";
+}
+
+} // namespace
 
 TreeWindow::TreeWindow(const ShownTree& shown, Size size, std::ostream& record)
-    : m_View(shown.m_View), m_Path(shown.m_Path), m_Window("treehost " + m_Path, size),
+    : m_View(shown.m_View), m_ShownPath(ToPrintable(Refer(ToWide(shown.m_Path)))),
+      m_Window(TitleOf(shown.m_Path), size),
       m_Session(m_View.Control(), m_Window.GetSize(), record),
       m_Folders(shown.m_Watch, shown.m_Scans, m_Session), m_Reading(shown.m_Reading),
       m_Panel(m_Session) {}
@@ -120,7 +132,7 @@ std::string TreeWindow::Status() const {
         return "/" + text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
     }
     if (m_Reading.IsOn()) {
-        return "reading " + m_Path + ", " + m_Reading.HowFar() + "  \u2014  escape stops it";
+        return "reading " + m_ShownPath + ", " + m_Reading.HowFar() + "  \u2014  escape stops it";
     }
     if (!m_Folders.Scanned().empty()) {
         return "reading " + m_Folders.Scanned() + "  \u2014  escape stops it";
@@ -128,8 +140,9 @@ std::string TreeWindow::Status() const {
     const bool wasStopped = m_Reading.WasStopped() || m_Folders.WasStopped();
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
-    return m_Path + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
-           (m_View.Failures()->IsEmpty() ? "" : ", not all could be read") +
+    const auto unread = m_View.Failures()->Lines();
+    return m_ShownPath + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
+           (unread.empty() ? "" : ", " + ToPrintable(Refer(ToWide(unread.back())))) +
            (wasStopped ? ", reading was stopped" : "") +
            (selected.empty() ? "" : "  \u2014  " + selected);
 }

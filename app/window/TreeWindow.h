@@ -11,7 +11,7 @@
 /// What a window shows. All that it refers to outlives the window.
 struct ShownTree {
     TreeView& m_View;
-    std::string m_Path;           ///< of what the view shows, as the user said it
+    std::string m_Path;           ///< of what the view shows
     FolderWatch& m_Watch;         ///< the view's
     FolderScans& m_Scans;         ///< the view's
     BackgroundReading* m_Reading; ///< of what it will show; null where it does already
@@ -42,7 +42,7 @@ private:
     void Update();
 
     TreeView& m_View;
-    std::string m_Path;
+    std::string m_ShownPath; ///< for users
     Window m_Window;
     Session m_Session;
     FolderUpdates m_Folders;

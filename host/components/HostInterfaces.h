@@ -31,6 +31,18 @@ struct IHostFileItem : IUnknown {
     virtual int32_t GetLook(ItemLook* look) = 0;
 };
 
+/// An item that shows whether its row is open.
+struct IHostOpenItem : IUnknown {
+    /// Told by the collection that holds it, as the flag word says.
+    virtual int32_t SetOpen(bool isOpen) = 0;
+};
+
+/// An item whose label ends with its value.
+struct IHostValueItem : IUnknown {
+    /// Where in the label, as UTF-8, the value begins.
+    virtual int32_t GetValuePlace(uint32_t* place) = 0;
+};
+
 /// A folder whose collection can be brought up to what is on disk now.
 struct IHostFolder : IUnknown {
     /// Reads the folder again, not those below it. Items that stay, by name and look, keep their
@@ -110,7 +122,9 @@ HOST_IDENTIFIER(IHostComponents)
 HOST_IDENTIFIER(IHostEntry)
 HOST_IDENTIFIER(IHostFileItem)
 HOST_IDENTIFIER(IHostFolder)
+HOST_IDENTIFIER(IHostOpenItem)
 HOST_IDENTIFIER(IHostPropertyPage)
 HOST_IDENTIFIER(IHostRenderStyle)
+HOST_IDENTIFIER(IHostValueItem)
 HOST_IDENTIFIER(IHostVersionSource)
 #undef HOST_IDENTIFIER

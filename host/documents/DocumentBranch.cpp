@@ -22,7 +22,7 @@ std::vector<Entry> MakeEntries(const DocumentTextPtr& text, std::deque<DocumentR
             above.push_back(DocumentBranch::Make(row.m_Kind, isLeft ? text : nullptr, row.m_Part));
             entry.m_Item = above.back()->Identity();
         } else {
-            entry.m_Item = ValueItem::Make(row.m_Kind)->Identity();
+            entry.m_Item = ValueItem::Make(row.m_Kind, row.m_Value)->Identity();
         }
         if (row.m_Level == 0) {
             entries.push_back(std::move(entry));

@@ -22,6 +22,7 @@ struct DocumentPart {
 struct DocumentRow {
     std::string m_Label;
     ItemKind m_Kind;
+    uint32_t m_Value = 0; ///< where in the label the value begins, behind a name
     uint32_t m_Level = 0; ///< 0 for those of the part; one more than that of the row it belongs to
     bool m_IsBranch = false;  ///< other rows may belong to it
     DocumentPart m_Part = {}; ///< which is still to be read; else they follow

@@ -119,7 +119,9 @@ private:
         if (m_Depth == 0) {
             m_Rows.push_back({.m_Label = text(), .m_Kind = kind});
         } else if (m_Depth == 1) {
-            m_Rows.push_back({.m_Label = TakeName() + ": " + text(), .m_Kind = kind});
+            std::string label = TakeName() + ": ";
+            const auto value = static_cast<uint32_t>(label.size());
+            m_Rows.push_back({.m_Label = label.append(text()), .m_Kind = kind, .m_Value = value});
         }
         m_IsEmpty = false;
         return true;

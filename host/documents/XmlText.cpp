@@ -122,8 +122,7 @@ public:
             if (!m_Levels.back().m_Part.IsSomewhere()) {
                 std::string value;
                 AppendWords(value, attributes[1]);
-                Add(ItemKind::kAttribute,
-                    std::string("@") + attributes[0] + ": " + TakeWords(value));
+                AddNamed(ItemKind::kAttribute, std::string("@") + attributes[0], TakeWords(value));
             }
         }
         if (isJumped) {
@@ -178,6 +177,12 @@ private:
             .m_Kind = kind,
             .m_Level = uint32_t(m_Levels.size() - 1)});
     }
+    void AddNamed(ItemKind kind, std::string name, const std::string& value) {
+        name += ": ";
+        const auto place = static_cast<uint32_t>(name.size());
+        Add(kind, name.append(value));
+        m_Rows.back().m_Value = place;
+    }
     /// Makes a branch of the last open element, with its text so far as a row; those that it is in
     /// have become branches before.
     void MakeBranch() {
@@ -209,8 +214,11 @@ private:
         Level level = std::move(m_Levels.back());
         m_Levels.pop_back();
         const std::string text = TakeWords(level.m_Text);
-        Add(ItemKind::kElement,
-            text.empty() ? std::move(level.m_Name) : level.m_Name + ": " + text);
+        if (text.empty()) {
+            Add(ItemKind::kElement, std::move(level.m_Name));
+        } else {
+            AddNamed(ItemKind::kElement, std::move(level.m_Name), text);
+        }
     }
 
     const XmlPlaces& m_Places;

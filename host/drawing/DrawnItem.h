@@ -11,7 +11,7 @@ public:
 
     int32_t Render(
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* /*context*/, int32_t /*param*/) override {
-        DrawItemPicture(canvas, rect, m_Look);
+        DrawItemPicture(canvas, rect, m_Look, m_IsOpen);
         return S_OK;
     }
     ItemLook Look() const { return m_Look; }
@@ -20,6 +20,10 @@ protected:
     ~DrawnItem() = default;
     void SetLook(ItemLook look) { m_Look = look; }
 
+    /// For a folder.
+    void DrawOpen(bool isOpen) { m_IsOpen = isOpen; }
+
 private:
     ItemLook m_Look;
+    bool m_IsOpen = false;
 };

@@ -13,6 +13,7 @@ constexpr int32_t kSmallest = 6; // pixels
 constexpr int32_t kOutlineColor = 0x7D8894;
 constexpr int32_t kPaperColor = 0xFDFDFD;
 constexpr int32_t kFolderColor = 0xE8B54A;
+constexpr int32_t kFolderFront = 0xF3CE7A;
 constexpr int32_t kFolderOutline = 0xB07F1A;
 constexpr int32_t kTextColor = 0xA3ADB8;
 constexpr int32_t kSkyColor = 0x9CC4EA;
@@ -41,6 +42,12 @@ public:
         FillAndOutline(kFolderColor, kFolderOutline);
         Trace({{1.5, 7}, {14.5, 7}}, false);
         Stroke(kFolderOutline);
+    }
+    void DrawOpenFolder() {
+        Trace({{1.5, 13.5}, {1.5, 3}, {6, 3}, {7.5, 5}, {13, 5}, {13, 7.5}, {13, 13.5}}, true);
+        FillAndOutline(kFolderColor, kFolderOutline);
+        Trace({{1.5, 13.5}, {4, 7.5}, {15, 7.5}, {13, 13.5}}, true);
+        FillAndOutline(kFolderFront, kFolderOutline);
     }
     void DrawPage() {
         Trace({{3.5, 1.5}, {9.5, 1.5}, {12.5, 4.5}, {12.5, 14.5}, {3.5, 14.5}}, true);
@@ -183,10 +190,10 @@ private:
     int32_t m_Top;
 };
 
-void Draw(Painter& painter, ItemKind kind) {
+void Draw(Painter& painter, ItemKind kind, bool isOpen) {
     switch (kind) {
     case ItemKind::kFolder:
-        return painter.DrawFolder();
+        return isOpen ? painter.DrawOpenFolder() : painter.DrawFolder();
     case ItemKind::kFile:
         return painter.DrawPage();
     case ItemKind::kText:
@@ -222,13 +229,13 @@ void Draw(Painter& painter, ItemKind kind) {
 
 } // namespace
 
-void DrawItemPicture(UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look) {
+void DrawItemPicture(UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look, bool isOpen) {
     if (!CanDraw(canvas, rect) || std::min(rect->width, rect->height) < kSmallest) {
         return;
     }
     const CairoState state(canvas->m_Context);
     Painter painter(canvas->m_Context, *rect);
-    Draw(painter, look.m_Kind);
+    Draw(painter, look.m_Kind, isOpen);
     if (look.m_IsLink) {
         painter.DrawLink();
     }

@@ -6,4 +6,5 @@
 /// Draws an item in the middle of a rectangle of whole pixels, with lines in the pixels of whatever
 /// scale the canvas has, in colours that stand out on light and dark paper. Nothing below 6 pixels,
 /// where a picture is a blot.
-void DrawItemPicture(UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look);
+void DrawItemPicture(
+    UbuntuCanvas* canvas, const CANVASRect* rect, ItemLook look, bool isOpen = false);

@@ -2,7 +2,7 @@
 
 #include "framework/interfaces/FileInterfaces.h"
 #include "host/components/CreatableString.h"
-#include "host/data/SuperCollection.h"
+#include "host/data/FolderCollection.h"
 #include "host/drawing/DrawnItem.h"
 #include "host/folders/FolderScans.h"
 #include "host/folders/FolderWatch.h"
@@ -24,8 +24,8 @@ struct FolderHelpers {
 /// empty, and one that is gone when it is read again becomes so. Where looking into it takes long
 /// it goes on beside: one that was never read has a single row meanwhile that says so, and another
 /// one stays as it was. It counts as changed when that is over.
-class FolderSource final : public HostObject<FolderSource, SuperCollectionBase, CollectionVersion,
-                               IFileArchive, DrawnItem, IHostFileItem, IHostFolder> {
+class FolderSource final : public HostObject<FolderSource, FolderCollection, CollectionVersion,
+                               IFileArchive, DrawnItem, IHostFileItem, IHostFolder, IHostOpenItem> {
 public:
     static constexpr const char* kKind = "FolderSource";
 
@@ -52,6 +52,10 @@ public:
     int32_t IsChanged() override;
     int32_t GetPath(IString** path) override { return HandOutString(m_Path, path); }
     int32_t GetLook(ItemLook* look) override;
+    int32_t SetOpen(bool isOpen) override {
+        DrawOpen(isOpen);
+        return S_OK;
+    }
 
 private:
     enum class State {

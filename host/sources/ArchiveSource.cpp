@@ -1,7 +1,7 @@
 #include "host/sources/ArchiveSource.h"
 
 #include "host/data/CollectionVersion.h"
-#include "host/data/SuperCollection.h"
+#include "host/data/FolderCollection.h"
 #include "host/documents/ValueItem.h"
 #include "host/folders/FileItem.h"
 #include "host/folders/FolderEntry.h"
@@ -20,13 +20,18 @@
 
 namespace {
 
-class ArchiveFolder final
-    : public HostObject<ArchiveFolder, SuperCollectionBase, CollectionVersion, DrawnItem> {
+class ArchiveFolder final : public HostObject<ArchiveFolder, FolderCollection, CollectionVersion,
+                                DrawnItem, IHostOpenItem> {
 public:
     static constexpr const char* kKind = "ArchiveFolder";
 
     /// It is drawn as a link where the archive has one of the same name.
     explicit ArchiveFolder(bool isLink) { SetLook({ItemKind::kFolder, isLink}); }
+
+    int32_t SetOpen(bool isOpen) override {
+        DrawOpen(isOpen);
+        return S_OK;
+    }
 };
 
 /// Names that an archive has in another encoding become UTF-8 in whatever locale the program is.

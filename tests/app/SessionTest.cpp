@@ -136,13 +136,14 @@ TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {
     for (const char* name : {"sub/a: b", "sub/\xC3\xA9"}) {
         std::ofstream(folder / name).flush();
     }
-    std::ofstream(folder / "tree.json") << R"({"list": [{"x": "a: b"}, 7], "n": 1})";
-    std::ofstream(folder / "tree") << "Fruit\n  red apple\n";
+    std::ofstream(folder / "tree.json") << R"({"list": [{"x": "a: b"}, 7], "n": 1, "at: last": 5})";
+    std::ofstream(folder / "tree") << "Fruit\n  red apple\nNote: milk\n";
     const std::string sub = (folder / "sub").string();
     const std::tuple<const char*, const char*, std::string> cases[] = {{".", "sub", sub},
         {".", "a: b", sub + "/a: b"}, {".", "\xC3\xA9", sub + "/\xC3\xA9"},
         {"tree.json", "list", "list"}, {"tree.json", "0", "list/0"},
         {"tree.json", "x: \"a: b\"", "\"a: b\""}, {"tree.json", "1: 7", "7"},
+        {"tree.json", "at: last: 5", "5"}, {"tree", "Note: milk", "Note: milk"},
         {"tree", "Fruit", "Fruit"}, {"tree", "red apple", "red apple"}};
     for (const auto& [shown, selected, copied] : cases) {
         m_Tree->Clear(); // binding keeps what is selected

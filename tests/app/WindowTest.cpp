@@ -41,7 +41,7 @@ protected:
         m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
                          "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" + m_Scale +
                          " --record --document '" + m_Settings + "'");
-        Do("search --sync --onlyvisible --name '^treehost' windowmove --sync %1 0 0 "
+        Do("search --sync --onlyvisible --name 'treehost$' windowmove --sync %1 0 0 "
            "windowfocus --sync %1");
     }
 

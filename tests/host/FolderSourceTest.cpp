@@ -1,5 +1,6 @@
 #include "tests/host/SourceTest.h"
 
+#include "host/drawing/Cairo.h"
 #include "host/folders/FolderSource.h"
 #include "host/folders/Rereading.h"
 
@@ -35,6 +36,27 @@ TEST_F(FolderSourceTest, FolderShowsFoldersFirstAndReadsThemWhenOpened) {
     EXPECT_EQ(OpenedRows(root, 9), "bad\uFFFD1- inside2 link1- cage2 loop2 zoo1- cage2 loop2 "
                                    "file101 file91 \uFFFD\uFFFD.txt1");
     EXPECT_TRUE(IsFilled(zoo.Get()));
+}
+
+TEST_F(FolderSourceTest, FolderIsDrawnOpenWhileItsRowIs) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "a/b");
+    const auto root = OpenSource((folder / "").string(), SourceKind::kByContent, {m_Failures});
+    const auto picture = Query<IRenderableObject>(Place{root, 0}.Item().Get());
+    const auto draw = [&](int32_t flags) {
+        root->SetItemFlags(0, flags);
+        const SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 16, 16));
+        const ContextPtr context(cairo_create(surface.get()));
+        UbuntuCanvas canvas{context.get()};
+        CANVASRect rect{0, 0, 16, 16};
+        picture->Render(&canvas, &rect, nullptr, 1);
+        cairo_surface_flush(surface.get());
+        const auto* pixels = cairo_image_surface_get_data(surface.get());
+        return std::string(pixels, pixels + size_t{16} * 16 * 4);
+    };
+    const std::string closed = draw(NODE_VISIBLE | 1);
+    EXPECT_NE(draw(NODE_VISIBLE | NODE_EXPANDED | 1), closed);
+    EXPECT_EQ(draw(NODE_VISIBLE | NODE_SELECTED | 1), closed);
 }
 
 TEST_F(FolderSourceTest, FolderThatCannotBeReadIsEmptyUntilItCan) {
