@@ -81,8 +81,11 @@ void XMLIndex::Take(const CREFString& text, Note&& note) {
         Build(text);
         note();
     } catch (const std::bad_alloc&) {
-        *this = {};
         m_State = State::kLeftOut;
+        m_Closings.clear();
+        m_Names.clear();
+        m_Beginnings.clear();
+        m_Unopened.clear();
     }
 }
 

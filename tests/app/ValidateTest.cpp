@@ -75,11 +75,6 @@ TEST_F(ValidateTest, ControlAndSampleModulePassEveryCheck) {
     }
 }
 
-TEST_F(ValidateTest, ControlMayBeUsedBySeveralThreads) {
-    EXPECT_EQ(Validate("UITree.so", "--only ^threads --in-process"), 0) << m_Output;
-    EXPECT_THAT(m_Output, HasSubstr("\n3 passed, 0 failed, 0 skipped"));
-}
-
 /// A module with one fault: the checks that find it, what they say, and which are tried.
 struct Fault {
     const char *m_Name, *m_Checks, *m_Says, *m_Arguments = "--time-limit 900";
