@@ -160,6 +160,6 @@ TEST_F(ValidateTest, ReportsForProgramsHoldTheSame) {
     EXPECT_THAT(Content(junit), HasSubstr("skipped=\"0\" time=\""));
     EXPECT_THAT(Content(junit), HasSubstr("<testcase classname=\"UITree\" name=\"module.names\""));
     Validate("broken/BrokenCrash.so", "--json --only null --junit '" + junit + "'");
-    EXPECT_THAT(m_Output, HasSubstr("\"output\": \"last words\\n\""));
+    EXPECT_THAT(m_Output, HasSubstr("\"output\": \"last words\\n"));
     EXPECT_THAT(Content(junit), HasSubstr("<system-out>last words"));
 }
