@@ -88,6 +88,9 @@ class BrokenModuleTest : public ValidateTest, public testing::WithParamInterface
 
 TEST_P(BrokenModuleTest, IsFoundByTheCheckNamedForItAndByNoOther) {
     const auto& [name, checks, says, arguments] = GetParam();
+    if (*EMULATOR && std::string(name) == "MappingLeak") {
+        GTEST_SKIP() << "an emulator's own mappings hide it";
+    }
     EXPECT_EQ(Validate("broken/Broken" + std::string(name) + ".so", arguments), *checks ? 1 : 0);
     EXPECT_THAT(m_Output, HasSubstr(says));
     for (const std::string& failed : FailedChecks()) {
