@@ -264,7 +264,8 @@ int32_t GoThrough(IUITree& tree, IRenderableObject& object) {
     tree.HitTest(5, rows - 1, &rect, node.Receive());
     tree.get_Node(0, rows - 1, 0, node.Receive());
     tree.SelectNode(rows - 1, SELECT_ABSOLUTE | SELECT_CURRENT);
-    tree.Insert(DataOf("x\n").Get(), node.Get(), {}, {}, {}); // searched everywhere in vain
+    // Searched everywhere in vain, and appended; the last row itself would be a ring of its own.
+    tree.Insert(DataOf("x\n").Get(), DataOf("y\n").Get(), {}, {}, {});
     tree.CompactNodes();
     tree.Clear();
     return rows;
