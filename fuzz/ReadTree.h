@@ -37,7 +37,9 @@ void RequireTree(Index index, const uint8_t* data, size_t size) {
     std::string rows;
     for (const size_t least : {SIZE_MAX, size_t{24}, size_t{1}}) {
         const DocumentTextPtr document = index(std::string(text), IndexOptions{.m_Least = least});
-        const auto tree = DocumentBranch::MakeRoot(document, document->ReadRoot(nullptr));
+        const auto tree =
+            DocumentBranch::MakeRoot(std::make_shared<DocumentHelpers>(DocumentHelpers{document}),
+                document->ReadRoot(nullptr));
         const std::string shown = ShownRows(tree.Get());
         const std::wstring fault = ToWide(document->Fault());
         Require(shown.ends_with(fault.empty() ? "" : ToPrintable(Refer(fault)) + '\n'));

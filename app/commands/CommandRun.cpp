@@ -68,14 +68,14 @@ private:
 void RunWindow(const WindowOptions& options) {
     const Size size = ParseSize(options.m_Size, options.m_Scale);
     const auto watch = std::make_shared<FolderWatch>();
-    const auto scans = std::make_shared<FolderScans>(kPatience);
+    const auto reads = std::make_shared<BackgroundReads>(kPatience);
     const std::string path = AbsolutePath(options.m_Path);
     const int number = watch->Add(path); // nothing of a folder is missed while it is read
     BackgroundReading reading(
         [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress); });
     const bool isRead = reading.WaitFor(kPatience);
     SourceMaker make = isRead ? reading.Take() : SourceMaker();
-    TreeView view(watch, scans);
+    TreeView view(watch, reads);
     if (isRead) {
         view.Show(std::move(make));
     }
@@ -83,7 +83,7 @@ void RunWindow(const WindowOptions& options) {
     ApplyTheme(view.Control(), options.m_Theme);
     std::ostream silence(nullptr);
     try {
-        TreeWindow window({view, path == "-" ? "standard input" : path, *watch, *scans,
+        TreeWindow window({view, path == "-" ? "standard input" : path, *watch, *reads,
                               isRead ? nullptr : &reading},
             size, options.m_Record ? std::cout : silence);
         if (options.m_HasGuides) {

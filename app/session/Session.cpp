@@ -84,7 +84,7 @@ int32_t Session::Perform(const KeyInput& input) {
         return Copy();
     }
     if (input.m_Key == Key::kF5) {
-        return ReadAgain(FoldersRead::kAll);
+        return ReadAgain(RereadParts::kAll);
     }
     if (!m_Search && input.m_Key == Key::kEscape) {
         return S_FALSE;
@@ -131,13 +131,13 @@ int32_t Session::Perform(const TypedInput& input) {
     return SearchIn(Search::Direction::kStay);
 }
 
-void Session::ReadChangedFolders() {
-    Note("folders changed", StatusText(ReadAgain(FoldersRead::kChanged)));
+void Session::ReadChanged() {
+    Note("tree changed", StatusText(ReadAgain(RereadParts::kChanged)));
 }
 
-int32_t Session::ReadAgain(FoldersRead which) {
+int32_t Session::ReadAgain(RereadParts which) {
     const KeptPlace place(m_Tree);
-    if (!ReadFoldersAgain(RootOf(m_Tree).Get(), which)) {
+    if (!RereadTree(RootOf(m_Tree).Get(), which)) {
         return S_FALSE;
     }
     TellScrollBar();

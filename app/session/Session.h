@@ -7,7 +7,7 @@
 #include "app/session/EventLog.h"
 #include "app/view/Backdrop.h"
 #include "app/view/Picture.h"
-#include "host/folders/Rereading.h"
+#include "host/data/Rereading.h"
 
 #include <ostream>
 
@@ -38,9 +38,9 @@ public:
     /// What is searched for; none unless a search was begun by typing '/'. Letters go on with it,
     /// down, enter and up go to the next and to the previous item found, and any other key ends it.
     const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
-    /// Brings the folders of which a watch has heard up to what is on disk now. What is at the top
-    /// and what is selected stay so, by name.
-    void ReadChangedFolders();
+    /// Brings the folders of which a watch has heard up to what is on disk now, and takes what was
+    /// read beside the window's thread. What is at the top and what is selected stay so, by name.
+    void ReadChanged();
 
     /// Guide lines are drawn from now on.
     void ShowGuides() { m_HasGuides = true; }
@@ -77,7 +77,7 @@ private:
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
-    int32_t ReadAgain(FoldersRead which);
+    int32_t ReadAgain(RereadParts which);
     int32_t Copy();
     void PrepareForKeys();
     int32_t PressInSearch(Key key);

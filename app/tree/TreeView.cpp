@@ -10,12 +10,12 @@ TreeView::TreeView(const std::string& path, int32_t depth, SourceKind kind, Read
     OpenLevels(m_Source.Get(), depth);
 }
 
-TreeView::TreeView(FolderWatchPtr watch, FolderScansPtr scans)
-    : m_Watch(std::move(watch)), m_Scans(std::move(scans)), m_Tree(m_Host.CreateTree()) {}
+TreeView::TreeView(FolderWatchPtr watch, BackgroundReadsPtr reads)
+    : m_Watch(std::move(watch)), m_Reads(std::move(reads)), m_Tree(m_Host.CreateTree()) {}
 
 /// The default sizes came with the empty tree, and may have been changed since.
 void TreeView::Show(SourceMaker make) {
-    m_Source = std::move(make)({m_Failures, m_Watch, m_Scans});
+    m_Source = std::move(make)({m_Failures, m_Watch, m_Reads});
     int32_t usesDefaults = 0;
     m_Tree->Inquire(PROP_USEDEFAULTSTYLE, &usesDefaults);
     m_Tree->Control(PROP_USEDEFAULTSTYLE, 0);

@@ -17,9 +17,8 @@ class TreeView {
 public:
     /// Opens `depth` levels of the tree. `progress`, which may be null, hears of the reading.
     TreeView(const std::string& path, int32_t depth, SourceKind kind, ReadProgress* progress);
-    /// Shows nothing yet. Folders will be watched by `watch`, and those that are opened looked into
-    /// by `scans`.
-    TreeView(FolderWatchPtr watch, FolderScansPtr scans);
+    /// Shows nothing yet. Folders will be watched by `watch`, and what is opened read by `reads`.
+    TreeView(FolderWatchPtr watch, BackgroundReadsPtr reads);
 
     /// Shows what was read, with the settings as they are.
     void Show(SourceMaker make);
@@ -35,7 +34,7 @@ private:
 
     ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
     FolderWatchPtr m_Watch;
-    FolderScansPtr m_Scans;
+    BackgroundReadsPtr m_Reads;
     SmartPtr<ISuperCollection> m_Source;
     ControlHost m_Host;
     SmartPtr<IUITree> m_Tree;

@@ -23,7 +23,7 @@ TreeWindow::TreeWindow(const ShownTree& shown, Size size, std::ostream& record)
     : m_View(shown.m_View), m_ShownPath(ToPrintable(Refer(ToWide(shown.m_Path)))),
       m_Window(TitleOf(shown.m_Path), size),
       m_Session(m_View.Control(), m_Window.GetSize(), record),
-      m_Folders(shown.m_Watch, shown.m_Scans, m_Session), m_Reading(shown.m_Reading),
+      m_Updates(shown.m_Watch, shown.m_Reads, m_Session), m_Reading(shown.m_Reading),
       m_Panel(m_Session) {}
 
 void TreeWindow::Run() {
@@ -43,8 +43,8 @@ void TreeWindow::Run() {
 /// False when there is something to do without one.
 bool TreeWindow::WaitForEvent(SDL_Event& event) {
     int64_t patience = INT_MAX;
-    const auto untilFolders = m_Reading.IsOn() ? std::nullopt : m_Folders.UntilNext();
-    for (const auto until : {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilFolders}) {
+    const auto untilUpdate = m_Reading.IsOn() ? std::nullopt : m_Updates.UntilNext();
+    for (const auto until : {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilUpdate}) {
         patience = std::min(patience, until.value_or(INT_MAX));
     }
     if (patience < INT_MAX) {
@@ -59,7 +59,7 @@ bool TreeWindow::WaitForEvent(SDL_Event& event) {
 void TreeWindow::Handle(const SDL_Event& event) {
     m_IsClosed |= event.type == SDL_QUIT;
     m_IsExposed |= event.type == SDL_WINDOWEVENT;
-    m_Folders.Hear(event);
+    m_Updates.Hear(event);
     m_Reading.Hear(event);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_LEAVE) {
         m_Session.NoteLeft();
@@ -102,8 +102,8 @@ bool TreeWindow::HandleEscape() {
         m_Session.Feed(KeyInput{Key::kEscape});
     } else if (m_Reading.IsOn()) {
         m_Reading.Stop();
-    } else if (!m_Folders.Scanned().empty()) {
-        m_Folders.Stop();
+    } else if (!m_Updates.Reading().empty()) {
+        m_Updates.Stop();
     } else {
         m_IsClosed = true;
     }
@@ -114,7 +114,7 @@ void TreeWindow::Feed(const Input& input) {
     const auto* key = std::get_if<KeyInput>(&input);
     if (key && key->m_Key == Key::kF5 && Query<IHostFolder>(m_View.Source())) {
         m_Reading.ForgetStop();
-        m_Folders.ForgetStop();
+        m_Updates.ForgetStop();
     }
     m_Session.Feed(input);
 }
@@ -134,10 +134,10 @@ std::string TreeWindow::Status() const {
     if (m_Reading.IsOn()) {
         return "reading " + m_ShownPath + ", " + m_Reading.HowFar() + "  \u2014  escape stops it";
     }
-    if (!m_Folders.Scanned().empty()) {
-        return "reading " + m_Folders.Scanned() + "  \u2014  escape stops it";
+    if (!m_Updates.Reading().empty()) {
+        return "reading " + m_Updates.Reading() + "  \u2014  escape stops it";
     }
-    const bool wasStopped = m_Reading.WasStopped() || m_Folders.WasStopped();
+    const bool wasStopped = m_Reading.WasStopped() || m_Updates.WasStopped();
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
     const auto unread = m_View.Failures()->Lines();
@@ -155,7 +155,7 @@ void TreeWindow::TakeNews() {
         m_IsShownAnew = true;
     }
     if (!m_Reading.IsOn()) {
-        m_Folders.Update();
+        m_Updates.Update();
     }
 }
 

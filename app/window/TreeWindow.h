@@ -2,9 +2,9 @@
 
 #include "app/session/Session.h"
 #include "app/tree/TreeView.h"
-#include "app/window/FolderUpdates.h"
 #include "app/window/ReadingNews.h"
 #include "app/window/SidePanel.h"
+#include "app/window/TreeUpdates.h"
 #include "app/window/Window.h"
 #include "app/window/WindowInput.h"
 
@@ -13,7 +13,7 @@ struct ShownTree {
     TreeView& m_View;
     std::string m_Path;           ///< of what the view shows
     FolderWatch& m_Watch;         ///< the view's
-    FolderScans& m_Scans;         ///< the view's
+    BackgroundReads& m_Reads;     ///< the view's
     BackgroundReading* m_Reading; ///< of what it will show; null where it does already
 };
 
@@ -45,7 +45,7 @@ private:
     std::string m_ShownPath; ///< for users
     Window m_Window;
     Session m_Session;
-    FolderUpdates m_Folders;
+    TreeUpdates m_Updates;
     ReadingNews m_Reading;
     WindowInput m_Input;
     SidePanel m_Panel;

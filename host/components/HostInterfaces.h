@@ -43,17 +43,22 @@ struct IHostValueItem : IUnknown {
     virtual int32_t GetValuePlace(uint32_t* place) = 0;
 };
 
-/// A folder whose collection can be brought up to what is on disk now.
-struct IHostFolder : IUnknown {
-    /// Reads the folder again, not those below it. Items that stay, by name and look, keep their
-    /// flag words and what was read below them; new ones get `newFlags`. What cannot be read is
-    /// empty then. S_FALSE when nothing changed, and when that is not known yet: a folder that is
-    /// read beside the window's thread stays as it is, and counts as changed when that is over.
-    /// After a failure all is as it was.
+/// A collection that can be brought up to what is behind it now.
+struct IHostRereadable : IUnknown {
+    /// Reads it again, and not what is below. Items that stay, by name and look, keep their flag
+    /// words and what was read below them; new ones get `newFlags`. What cannot be read is empty
+    /// then. What never changes takes what was read beside the window's thread. S_FALSE when
+    /// nothing changed, and when that is not known yet: what is read beside the window's thread
+    /// stays as it is, and counts as changed when that is over. After a failure all is as it was,
+    /// or it may be filled again.
     virtual int32_t ReadAgain(int32_t newFlags) = 0;
     /// S_OK when its watch heard of a change, or when what was read beside the window's thread is
     /// there, so that reading it again has something to do; else S_FALSE.
     virtual int32_t IsChanged() = 0;
+};
+
+/// A folder of the file system.
+struct IHostFolder : IUnknown {
     /// Where it is, as it was opened.
     virtual int32_t GetPath(IString** path) = 0;
 };
@@ -125,6 +130,7 @@ HOST_IDENTIFIER(IHostFolder)
 HOST_IDENTIFIER(IHostOpenItem)
 HOST_IDENTIFIER(IHostPropertyPage)
 HOST_IDENTIFIER(IHostRenderStyle)
+HOST_IDENTIFIER(IHostRereadable)
 HOST_IDENTIFIER(IHostValueItem)
 HOST_IDENTIFIER(IHostVersionSource)
 #undef HOST_IDENTIFIER

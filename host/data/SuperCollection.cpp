@@ -145,6 +145,7 @@ int32_t SuperCollectionBase::InsertItem(int32_t index, int32_t, IUnknown* item, 
         const auto place = Find(index) ? m_Entries.begin() + index : m_Entries.end();
         m_Entries.insert(place, Entry{.m_Name = {}, .m_Item = SmartPtr(item), .m_Data = {}});
         NoteItem(item);
+        CollectionVersion::Advance();
         return S_OK;
     });
 }
@@ -162,7 +163,9 @@ void SuperCollectionBase::Replace(std::vector<Entry> entries) {
 void SuperCollectionBase::Exchange(std::vector<Entry>& entries) {
     // What dies may look back at this collection, which has its new entries by then.
     entries.swap(m_Entries);
-    CollectionVersion::AddBlind(std::exchange(m_IsBlind, false) ? -1 : 0);
+    if (std::exchange(m_IsBlind, false)) {
+        CollectionVersion::AddBlind(-1);
+    }
     for (const Entry& entry : m_Entries) {
         NoteItem(entry.m_Item.Get());
     }
@@ -174,10 +177,10 @@ void SuperCollectionBase::Exchange(std::vector<Entry>& entries) {
 void SuperCollectionBase::Append(Entry entry) {
     m_Entries.push_back(std::move(entry));
     NoteItem(m_Entries.back().m_Item.Get());
+    CollectionVersion::Advance();
 }
 
 void SuperCollectionBase::NoteItem(IUnknown* item) {
-    CollectionVersion::Advance();
     if (!m_IsBlind && !CollectionVersion::Covers(item)) {
         m_IsBlind = true;
         CollectionVersion::AddBlind(1);

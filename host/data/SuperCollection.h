@@ -44,12 +44,18 @@ public:
     void Append(Entry entry);
     /// The same for a named item.
     void Append(std::string name, IUnknown* item);
+    /// The same while nobody else knows the collection, on any thread. It must cover the item with
+    /// its version.
+    void AppendNew(Entry entry) { m_Entries.push_back(std::move(entry)); }
     bool IsEmpty() const { return m_Entries.empty(); }
 
 protected:
     const std::vector<Entry>& Entries() const { return m_Entries; }
     /// Puts these entries in the place of all that there are.
     void Replace(std::vector<Entry> entries);
+    /// The same while nobody else knows the collection, on any thread. It must cover the items with
+    /// its version.
+    void Fill(std::vector<Entry> entries) { m_Entries = std::move(entries); }
 
     SuperCollectionBase() = default;
     ~SuperCollectionBase() { Clear(); }

@@ -17,6 +17,17 @@ class TextBranch final : public HostObject<TextBranch, SuperCollectionBase, Coll
 public:
     static constexpr const char* kKind = "TextBranch";
 
-    /// Throws when memory runs out.
-    void AppendLeaf(std::string label) { Append(std::move(label), TextLeaf::Make().Get()); }
+    /// Appends a leaf while nobody else knows the branch. Throws when memory runs out.
+    void AppendLeaf(std::string label) {
+        AppendNew({.m_Name = std::move(label),
+            .m_Item = SmartPtr<IUnknown>(TextLeaf::Make().Get()),
+            .m_Data = {}});
+    }
 };
+
+/// The one row of what is being read.
+inline SuperCollectionBase::Entry MakeReadingRow() {
+    return {.m_Name = "reading\u2026",
+        .m_Item = SmartPtr<IUnknown>(TextLeaf::Make().Get()),
+        .m_Data = {}};
+}

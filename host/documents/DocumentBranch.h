@@ -5,30 +5,51 @@
 #include "host/data/SuperCollection.h"
 #include "host/documents/DocumentText.h"
 #include "host/drawing/DrawnItem.h"
+#include "host/reading/BackgroundReads.h"
 
-/// A part of a text as a collection, read when it is asked to be, as a folder is. Its text lives as
-/// long as something of it is still to be read.
+/// What the branches of one document share, which live as long as something of it is to be read.
+struct DocumentHelpers {
+    DocumentTextPtr m_Text;  ///< never null
+    std::string m_Name = {}; ///< of the document, for users
+    /// Reads beside the window's thread; without it all is read at once. Not held, since a thread
+    /// of its own may be the last to hold what it read.
+    std::weak_ptr<BackgroundReads> m_Reads = {};
+};
+using DocumentHelpersPtr = std::shared_ptr<const DocumentHelpers>;
+
+/// A part of a text as a collection, read when it is asked to be, as a folder is. Where that takes
+/// long it goes on beside the window's thread: until it is over, when it counts as changed, the
+/// part has a single row that says so.
 class DocumentBranch final : public HostObject<DocumentBranch, SuperCollectionBase,
-                                 CollectionVersion, IFileArchive, DrawnItem> {
+                                 CollectionVersion, IFileArchive, DrawnItem, IHostRereadable> {
 public:
     static constexpr const char* kKind = "DocumentBranch";
 
-    /// Without a text, one that holds what it is given.
+    /// Without helpers, one that holds what it is given.
     explicit DocumentBranch(
-        ItemKind kind, DocumentTextPtr text = nullptr, const DocumentPart& part = {})
-        : m_Text(std::move(text)), m_Part(part) {
+        ItemKind kind, DocumentHelpersPtr helpers = nullptr, const DocumentPart& part = {})
+        : m_Helpers(std::move(helpers)), m_Part(part) {
         SetLook({kind});
     }
+    ~DocumentBranch();
 
-    /// The whole text, which was read. Throws when memory runs out.
-    static SmartPtr<ISuperCollection> MakeRoot(const DocumentTextPtr& text, DocumentRows rows);
+    /// The whole text, of which these rows were read; on any thread. Throws when memory runs out.
+    static SmartPtr<ISuperCollection> MakeRoot(
+        const DocumentHelpersPtr& helpers, DocumentRows rows);
 
     int32_t SetFileName(IString* /*fileName*/) override { return E_FAIL; }
-    /// Reads the part once. E_FAIL when memory runs out; a later call tries again.
+    /// Reads the part once, or begins to. E_FAIL when memory runs out; a later call tries again.
     int32_t Populate() override;
     int32_t GetContentState(int32_t selector, int32_t* value) override;
 
+    int32_t ReadAgain(int32_t newFlags) override;
+    int32_t IsChanged() override;
+
 private:
-    DocumentTextPtr m_Text; ///< null once it is read
+    BackgroundReadsPtr Reads() const { return m_Helpers->m_Reads.lock(); }
+    std::optional<std::vector<Entry>> Read();
+
+    DocumentHelpersPtr m_Helpers; ///< null once the part is read
     DocumentPart m_Part;
+    bool m_IsAwaited = false; ///< it is being read
 };

@@ -59,8 +59,10 @@ public:
         }
         return rows;
     }
-    /// The rows of a part that a row has named.
-    virtual DocumentRows ReadPart(const DocumentPart& part) const = 0;
+    /// The rows of a part that a row has named. `progress` may be null; it hears of places in the
+    /// whole text.
+    virtual DocumentRows ReadPart(
+        const DocumentPart& part, ReadProgress* progress = nullptr) const = 0;
 
     /// What is wrong with the text, with its line; "" when nothing is.
     const std::string& Fault() const { return m_Fault; }

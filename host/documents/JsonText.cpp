@@ -233,7 +233,9 @@ public:
         return rows;
     }
 
-    DocumentRows ReadPart(const DocumentPart& part) const override { return Read(part, nullptr); }
+    DocumentRows ReadPart(const DocumentPart& part, ReadProgress* progress) const override {
+        return Read(part, progress);
+    }
 
 private:
     DocumentRows Read(const DocumentPart& part, ReadProgress* progress) const {

@@ -251,8 +251,8 @@ public:
         return Read({0, m_End}, false, progress);
     }
 
-    DocumentRows ReadPart(const DocumentPart& part) const override {
-        return Read(part, true, nullptr);
+    DocumentRows ReadPart(const DocumentPart& part, ReadProgress* progress) const override {
+        return Read(part, true, progress);
     }
 
 private:

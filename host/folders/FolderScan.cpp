@@ -51,6 +51,31 @@ void Identify(const std::string& path, FolderPath& step) {
     step.m_Inode = isThere ? found.st_ino : 0;
 }
 
+FolderPathPtr StepsAbove(const std::string& path) {
+    std::error_code unknown;
+    const auto folder = std::filesystem::canonical(path, unknown).parent_path();
+    std::filesystem::path reached;
+    FolderPathPtr steps;
+    for (const auto& name : folder) {
+        reached /= name;
+        FolderPath step{.m_Above = std::move(steps)};
+        Identify(reached.string(), step);
+        steps = std::make_shared<FolderPath>(std::move(step));
+    }
+    return steps;
+}
+
+FolderPath CopyOf(const FolderPath& step) {
+    FolderPath copy{step.m_Device, step.m_Inode};
+    std::shared_ptr<const FolderPath>* place = &copy.m_Above;
+    for (const FolderPath* each = step.m_Above.get(); each; each = each->m_Above.get()) {
+        const auto above = std::make_shared<FolderPath>(FolderPath{each->m_Device, each->m_Inode});
+        *place = above;
+        place = &above->m_Above;
+    }
+    return copy;
+}
+
 FolderScan ScanFolder(const std::string& path, const FolderPath* step, ReadProgress* progress) {
     FolderScan scan;
     std::filesystem::directory_iterator place(path, scan.m_Error);

@@ -22,6 +22,12 @@ using FolderPathPtr = std::shared_ptr<const FolderPath>;
 /// matches no folder.
 void Identify(const std::string& path, FolderPath& step);
 
+/// The steps above a folder that is the root of a tree. Throws std::bad_alloc.
+FolderPathPtr StepsAbove(const std::string& path);
+
+/// The steps as they are now, for another thread: folders bring theirs up to date meanwhile.
+FolderPath CopyOf(const FolderPath& step);
+
 /// What was found in a folder.
 struct FolderScan {
     std::vector<FolderEntry> m_Entries; ///< in their order
@@ -29,7 +35,7 @@ struct FolderScan {
     bool m_IsCut = false;               ///< a progress made an end of it
 };
 
-/// Looks into a folder, whose own step is `step`; a linked folder that leads back to one of its
-/// steps is a file. `progress` may be null. Throws std::bad_alloc.
+/// Looks into a folder, on any thread. `step` is the folder's own one: a linked folder that leads
+/// back to one of its steps is a file. `progress` may be null. Throws std::bad_alloc.
 FolderScan ScanFolder(
     const std::string& path, const FolderPath* step, ReadProgress* progress = nullptr);

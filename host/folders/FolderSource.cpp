@@ -24,6 +24,7 @@ int32_t FolderSource::SetFileName(IString* fileName) {
         RemoveAll();
         Unwatch();
         Forget();
+        m_Step.reset();
         m_State = State::kUnread;
         m_IsOutdated = false;
         return S_OK;
@@ -43,7 +44,7 @@ int32_t FolderSource::ReadAgain(int32_t newFlags) {
 
 int32_t FolderSource::IsChanged() {
     const bool isChanged = m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
-    return isChanged || (m_Helpers.m_Scans && m_Helpers.m_Scans->IsOver(this)) ? S_OK : S_FALSE;
+    return isChanged || (m_Helpers.m_Reads && m_Helpers.m_Reads->IsOver(this)) ? S_OK : S_FALSE;
 }
 
 /// Before each reading: another folder may have come in the place of the one that was watched.
@@ -60,8 +61,8 @@ FolderSource::~FolderSource() {
 
 /// What is being looked for is of no use any more.
 void FolderSource::Forget() {
-    if (m_Helpers.m_Scans) {
-        m_Helpers.m_Scans->Forget(this);
+    if (m_Helpers.m_Reads) {
+        m_Helpers.m_Reads->Forget(this);
     }
 }
 
@@ -73,7 +74,7 @@ void FolderSource::Unwatch() {
 
 /// Whether the entries are others now. Until they are all there, nothing is changed.
 bool FolderSource::Read(int32_t newFlags) {
-    if (!m_Helpers.m_Scans) {
+    if (!m_Helpers.m_Reads) {
         Prepare();
         return Take(ScanFolder(m_Path, m_Step.get()), newFlags);
     }
@@ -86,25 +87,24 @@ bool FolderSource::Read(int32_t newFlags) {
 
 /// What was found, when that is all. What was looked into before a change is looked into again.
 std::optional<FolderScan> FolderSource::LookBeside() {
-    FolderScans& scans = *m_Helpers.m_Scans;
-    const bool isAsked = scans.IsAsked(this);
-    m_IsOutdated |= isAsked && m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
-    if (!isAsked) {
-        Prepare();
-    }
-    auto scan = scans.Ask(this, m_Path, *m_Step);
-    if (scan && std::exchange(m_IsOutdated, false)) {
-        Prepare();
-        scan = scans.Ask(this, m_Path, *m_Step);
-    }
-    return scan;
+    const bool isBegun = m_Helpers.m_Reads->IsBegun(this);
+    m_IsOutdated |= isBegun && m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
+    auto scan = isBegun ? m_Helpers.m_Reads->Take<FolderScan>(this) : BeginToLook();
+    return scan && std::exchange(m_IsOutdated, false) ? BeginToLook() : std::move(scan);
+}
+
+std::optional<FolderScan> FolderSource::BeginToLook() {
+    Prepare();
+    auto work = [look = m_Helpers.m_Look, path = m_Path, step = CopyOf(*m_Step)](
+                    ReadProgress& progress) { return look(path, &step, &progress); };
+    return m_Helpers.m_Reads->Begin<FolderScan>(
+        this, m_Path, std::move(work), {.m_AreEntries = true});
 }
 
 /// An empty folder would not stay open.
 void FolderSource::ShowThatItIsRead() {
     if (m_State == State::kUnread) {
-        const SmartPtr<IUnknown> leaf(TextLeaf::Make().Get());
-        Replace({{.m_Name = "reading\u2026", .m_Item = leaf, .m_Data = {}}});
+        Replace({MakeReadingRow()});
         m_State = State::kAwaited;
     }
 }
@@ -116,7 +116,8 @@ void FolderSource::Fill(FolderScan scan) {
 
 void FolderSource::Prepare() {
     if (!m_Step) {
-        m_Step = std::make_shared<FolderPath>(FolderPath{.m_Above = m_Above});
+        m_Step = std::make_shared<FolderPath>(
+            FolderPath{.m_Above = m_Above ? m_Above : StepsAbove(m_Path)});
     }
     Identify(m_Path, *m_Step);
     WatchAnew();

@@ -4,18 +4,24 @@
 #include "host/components/CreatableString.h"
 #include "host/data/FolderCollection.h"
 #include "host/drawing/DrawnItem.h"
-#include "host/folders/FolderScans.h"
+#include "host/folders/FolderScan.h"
 #include "host/folders/FolderWatch.h"
+#include "host/reading/BackgroundReads.h"
 #include "host/reading/ReadFailures.h"
 
+#include <functional>
 #include <string>
 
 /// What the folders of one tree share.
 struct FolderHelpers {
     /// Hears of what cannot be read; never null.
     ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
-    FolderWatchPtr m_Watch = {}; ///< watches what was read, unless it is null
-    FolderScansPtr m_Scans = {}; ///< reads beside the window's thread; null to read at once
+    FolderWatchPtr m_Watch = {};     ///< watches what was read, unless it is null
+    BackgroundReadsPtr m_Reads = {}; ///< reads beside the window's thread; null to read at once
+    /// Looks into a folder, on any thread, as ScanFolder does.
+    std::function<FolderScan(
+        const std::string& path, const FolderPath* step, ReadProgress* progress)>
+        m_Look = &ScanFolder;
 };
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
@@ -24,8 +30,9 @@ struct FolderHelpers {
 /// empty, and one that is gone when it is read again becomes so. Where looking into it takes long
 /// it goes on beside: one that was never read has a single row meanwhile that says so, and another
 /// one stays as it was. It counts as changed when that is over.
-class FolderSource final : public HostObject<FolderSource, FolderCollection, CollectionVersion,
-                               IFileArchive, DrawnItem, IHostFileItem, IHostFolder, IHostOpenItem> {
+class FolderSource final
+    : public HostObject<FolderSource, FolderCollection, CollectionVersion, IFileArchive, DrawnItem,
+          IHostFileItem, IHostFolder, IHostRereadable, IHostOpenItem> {
 public:
     static constexpr const char* kKind = "FolderSource";
 
@@ -67,6 +74,7 @@ private:
     bool IsShown() const { return m_State != State::kUnread; }
     bool Read(int32_t newFlags);
     std::optional<FolderScan> LookBeside();
+    std::optional<FolderScan> BeginToLook();
     void ShowThatItIsRead();
     void Prepare();
     bool Take(FolderScan scan, int32_t newFlags);
@@ -79,7 +87,7 @@ private:
 
     std::string m_Path;
     FolderHelpers m_Helpers;
-    FolderPathPtr m_Above;
+    FolderPathPtr m_Above;              ///< null for the root of a tree
     std::shared_ptr<FolderPath> m_Step; ///< null until the first reading; the folders below hold it
     int m_WatchNumber = -1;
     State m_State = State::kUnread;

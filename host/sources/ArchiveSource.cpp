@@ -86,11 +86,10 @@ public:
         for (auto place = order.begin() + 1; place != order.end(); ++place) {
             auto& [entry, number] = *place;
             ArchiveFolder& above = *folders[m_Members[number].m_Above].Get();
-            if (folders[number]) {
-                above.Append(std::move(entry.m_Name), folders[number]->Identity());
-            } else {
-                above.Append(std::move(entry.m_Name), FileItem::Make(entry.m_Look)->Identity());
-            }
+            SmartPtr<IUnknown> item(folders[number] ? folders[number]->Identity()
+                                                    : FileItem::Make(entry.m_Look)->Identity());
+            above.AppendNew(
+                {.m_Name = std::move(entry.m_Name), .m_Item = std::move(item), .m_Data = {}});
         }
         return folders.front();
     }
@@ -223,18 +222,19 @@ bool IsArchive(const ArchivePlace& place) {
     return reader.IsOpen() || reader.IsOnlyCompressed();
 }
 
-TreeMaker ReadArchive(const ArchivePlace& place, std::string& fault, ReadProgress* progress) {
+SmartPtr<ISuperCollection> ReadArchive(
+    const ArchivePlace& place, std::string& fault, ReadProgress* progress) {
     std::error_code unknown;
     const auto size = static_cast<size_t>(place.m_Path.empty()
                                               ? place.m_Bytes.size()
                                               : std::filesystem::file_size(place.m_Path, unknown));
     Members members;
     fault = Reader(place).Read(members, progress, unknown ? 0 : size);
-    return TreeMaker([members = std::move(members), fault]() mutable {
-        const auto root = members.MakeTree();
-        if (!fault.empty()) {
-            root->Append(fault, ValueItem::Make(ItemKind::kFault)->Identity());
-        }
-        return SmartPtr<ISuperCollection>(root.Get());
-    });
+    const auto root = members.MakeTree();
+    if (!fault.empty()) {
+        root->AppendNew({.m_Name = fault,
+            .m_Item = SmartPtr<IUnknown>(ValueItem::Make(ItemKind::kFault)->Identity()),
+            .m_Data = {}});
+    }
+    return SmartPtr<ISuperCollection>(root.Get());
 }

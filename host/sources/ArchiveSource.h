@@ -1,7 +1,8 @@
 #pragma once
 
+#include "framework/interfaces/CollectionInterfaces.h"
+#include "framework/runtime/SmartPtr.h"
 #include "host/reading/ReadProgress.h"
-#include "host/sources/TreeMaker.h"
 
 #include <string>
 #include <string_view>
@@ -20,7 +21,7 @@ bool IsArchive(const ArchivePlace& place);
 /// in the order of folders. Nothing is unpacked, no link is followed, and names stand for nothing
 /// but themselves: `..` and the `/` in front are folders of that name. What stands in it twice is
 /// one row. An archive that goes wrong is listed up to there, ends in a row that tells the fault,
-/// and `fault` tells it too; that is empty otherwise. `progress` may be null. Throws
-/// when memory runs out.
-TreeMaker ReadArchive(
+/// and `fault` tells it too; that is empty otherwise. Any thread may read. `progress` may be null.
+/// Throws when memory runs out.
+SmartPtr<ISuperCollection> ReadArchive(
     const ArchivePlace& place, std::string& fault, ReadProgress* progress = nullptr);

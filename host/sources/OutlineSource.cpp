@@ -73,10 +73,48 @@ private:
     size_t m_Next = 0;
 };
 
+/// Makes a tree of rows. A row is known to be a leaf when the next one is there.
+class OutlineTree {
+public:
+    /// `level` is at most one more than that of the row before.
+    void Add(std::string_view label, uint32_t level) {
+        std::string text(label);
+        Put(level > m_Level);
+        m_Label = std::move(text);
+        m_Level = level;
+    }
+    SmartPtr<ISuperCollection> Finish() {
+        Put(false);
+        return SmartPtr<ISuperCollection>(m_Branches.front().Get());
+    }
+
+private:
+    void Put(bool isBranch) {
+        if (m_Label.empty()) {
+            return;
+        }
+        m_Branches.resize(m_Level + size_t{1});
+        TextBranch& above = *m_Branches.back().Get();
+        std::string label = std::exchange(m_Label, {});
+        if (isBranch) {
+            m_Branches.push_back(TextBranch::Make());
+            above.AppendNew({.m_Name = std::move(label),
+                .m_Item = SmartPtr(m_Branches.back()->Identity()),
+                .m_Data = {}});
+        } else {
+            above.AppendLeaf(std::move(label));
+        }
+    }
+
+    std::vector<SmartPtr<TextBranch>> m_Branches{TextBranch::Make()}; ///< down to the row
+    std::string m_Label; ///< of the last row, which is still to be put; "" for none
+    uint32_t m_Level = 0;
+};
+
 } // namespace
 
-OutlineRows ReadOutlineRows(std::istream& input, ReadProgress* progress, size_t size) {
-    OutlineRows rows;
+SmartPtr<ISuperCollection> ReadOutline(std::istream& input, ReadProgress* progress, size_t size) {
+    OutlineTree tree;
     Levels levels;
     LinesRead read(progress, size);
     std::string text;
@@ -84,33 +122,12 @@ OutlineRows ReadOutlineRows(std::istream& input, ReadProgress* progress, size_t 
         while (std::getline(input, text) && read.Add(text.size() + 1)) {
             const Line line = Parse(text);
             if (!line.m_Label.empty()) {
-                rows.push_back({std::string(line.m_Label), levels.Add(line.m_Indent)});
+                tree.Add(line.m_Label, levels.Add(line.m_Indent));
             }
         }
     } catch (const std::bad_alloc&) {
         errno = ENOMEM;
         input.setstate(std::ios::badbit);
     }
-    return rows;
-}
-
-SmartPtr<ISuperCollection> MakeOutline(OutlineRows rows) {
-    const auto root = TextBranch::Make();
-    std::vector<SmartPtr<TextBranch>> branches{root}; // down to the row
-    for (; !rows.empty(); rows.pop_front()) {
-        OutlineRow& row = rows.front();
-        branches.resize(row.m_Level + size_t{1});
-        TextBranch& branch = *branches.back().Get();
-        if (rows.size() > 1 && rows[1].m_Level > row.m_Level) {
-            branches.push_back(TextBranch::Make());
-            branch.Append(std::move(row.m_Label), branches.back()->Identity());
-        } else {
-            branch.AppendLeaf(std::move(row.m_Label));
-        }
-    }
-    return SmartPtr<ISuperCollection>(root.Get());
-}
-
-SmartPtr<ISuperCollection> ReadOutline(std::istream& input) {
-    return MakeOutline(ReadOutlineRows(input));
+    return tree.Finish();
 }

@@ -16,7 +16,7 @@ namespace {
 
 /// One that cannot be read is shown empty.
 SourceMaker ReadFolder(const std::string& path, ReadProgress* progress) {
-    FolderPath step;
+    FolderPath step{.m_Above = StepsAbove(path)};
     Identify(path, step);
     return SourceMaker(
         [path, scan = ScanFolder(path, &step, progress)](const FolderHelpers& helpers) mutable {
@@ -39,37 +39,36 @@ SourceKind KindByContent(std::string_view text) {
     return begins("{") || begins("[") ? SourceKind::kJson : SourceKind::kOutline;
 }
 
-/// What is wrong with an outline is that memory does not hold it.
-SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgress* progress) {
-    const size_t size = text.size();
-    std::istringstream lines(std::move(text));
-    auto rows = ReadOutlineRows(lines, progress, size);
-    return SourceMaker(
-        [rows = std::move(rows), name, isAll = !lines.bad()](const FolderHelpers& helpers) mutable {
-            if (!isAll) {
-                helpers.m_Failures->Add(name, ENOMEM);
-            }
-            return MakeOutline(std::move(rows));
-        });
-}
-
-/// Names what is wrong with a tree.
-SourceMaker WithFault(TreeMaker make, const std::string& name, const std::string& fault) {
-    return SourceMaker([make = std::move(make), name, fault](const FolderHelpers& helpers) mutable {
+/// Hands on a tree that was made here, and names what is wrong with it.
+SourceMaker MakerOf(SmartPtr<ISuperCollection> tree, const std::string& name, std::string fault) {
+    return SourceMaker([tree = std::move(tree), name, fault = std::move(fault)](
+                           const FolderHelpers& helpers) mutable {
         if (!fault.empty()) {
             helpers.m_Failures->AddFault(name, fault);
         }
-        return std::move(make)();
+        return std::move(tree);
     });
 }
 
-SourceMaker ReadDocument(
-    const DocumentTextPtr& text, const std::string& name, ReadProgress* progress) {
+SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgress* progress) {
+    const size_t size = text.size();
+    std::istringstream lines(std::move(text));
+    auto tree = ReadOutline(lines, progress, size);
+    return MakerOf(
+        std::move(tree), name, lines.bad() ? std::generic_category().message(ENOMEM) : "");
+}
+
+SourceMaker ReadDocument(DocumentTextPtr text, const std::string& name, ReadProgress* progress) {
     Afterwards over(progress);
-    auto make = [text, rows = text->ReadRoot(&over)]() mutable {
-        return DocumentBranch::MakeRoot(text, std::move(rows));
-    };
-    return WithFault(TreeMaker(std::move(make)), name, text->Fault());
+    DocumentRows rows = text->ReadRoot(&over);
+    const std::string fault = text->Fault();
+    const auto document = std::make_shared<DocumentHelpers>(
+        DocumentHelpers{.m_Text = std::move(text), .m_Name = name});
+    auto make = MakerOf(DocumentBranch::MakeRoot(document, std::move(rows)), name, fault);
+    return SourceMaker([document, make = std::move(make)](const FolderHelpers& helpers) mutable {
+        document->m_Reads = helpers.m_Reads;
+        return std::move(make)(helpers);
+    });
 }
 
 /// Goes through what was in a file, which is named as `name`.
@@ -80,8 +79,8 @@ SourceMaker ReadKind(
     switch (kind == SourceKind::kByContent ? KindByContent(bytes.m_Text) : kind) {
     case SourceKind::kArchive: {
         std::string fault;
-        auto make = ReadArchive({"", bytes.m_Text}, fault, &half);
-        return WithFault(std::move(make), name, fault);
+        auto tree = ReadArchive({"", bytes.m_Text}, fault, &half);
+        return MakerOf(std::move(tree), name, std::move(fault));
     }
     case SourceKind::kJson:
         return ReadDocument(IndexJson(std::move(bytes.m_Text), options), name, progress);
@@ -95,8 +94,8 @@ SourceMaker ReadKind(
 /// An archive's file is read only where its list is.
 SourceMaker ReadArchiveFile(const std::string& path, ReadProgress* progress) {
     std::string fault;
-    auto make = ReadArchive({path}, fault, progress);
-    return WithFault(std::move(make), path, fault);
+    auto tree = ReadArchive({path}, fault, progress);
+    return MakerOf(std::move(tree), path, std::move(fault));
 }
 
 SourceMaker ReadFile(

@@ -155,11 +155,11 @@ TEST_F(WindowTest, PanelChangesTheTreeBesideItWhichStillAnswersTheMouse) {
 TEST_F(FolderWindowTest, FolderIsShownAsItIsNowWithoutAKeyAndWithF5) {
     for (const char* name : {"first", "second"}) {
         std::filesystem::create_directory(m_Folder / (std::string("shown/") + name));
-        ASSERT_TRUE(m_Window->WaitFor("folders changed -> 0")) << name;
+        ASSERT_TRUE(m_Window->WaitFor("tree changed -> 0")) << name;
     }
     Expect("mousemove 60 33 click 1", "node=\"second\"");
     std::filesystem::remove(m_Folder / "shown/first");
-    ASSERT_TRUE(m_Window->WaitFor("folders changed -> 0"));
+    ASSERT_TRUE(m_Window->WaitFor("tree changed -> 0"));
     Expect("key F5", "key f5 -> 1"); // there is nothing left to do
     EXPECT_EQ(std::system("kill -TERM $(xdotool getwindowfocus getwindowpid)"), 0);
     EXPECT_EQ(m_Window->Wait(), 0);
@@ -185,7 +185,7 @@ TEST_F(FolderWindowTest, TenThousandFilesThatComeGoAndAreRenamedEndAsTheyAre) {
     for (size_t seen = 0; seen < std::size(wanted);) {
         const std::string line = m_Window->ReadLine();
         ASSERT_NE(line, "");
-        if (line.find("folders changed -> 0") != std::string::npos) {
+        if (line.find("tree changed -> 0") != std::string::npos) {
             Do("key End key Home");
         }
         seen += line.find(wanted[seen]) != std::string::npos ? 1 : 0;

@@ -46,7 +46,7 @@ std::string Archive(Choice format, Choice filter, const std::vector<Member>& mem
 }
 
 SmartPtr<ISuperCollection> ReadBytes(std::string_view bytes, std::string& fault) {
-    return ReadArchive({"", bytes}, fault)();
+    return ReadArchive({"", bytes}, fault);
 }
 
 } // namespace
@@ -125,7 +125,7 @@ TEST_F(ArchiveSourceTest, ArchiveIsStoppedInsideAMemberThatIsLarge) {
     const std::string packed = Archive(archive_write_set_format_ustar,
         archive_write_add_filter_gzip, {{"large", AE_IFREG, nullptr, 10'000'000}, {"behind"}});
     std::string fault;
-    EXPECT_EQ(OpenedRows(ReadArchive({"", packed}, fault, &stopper)(), 1), "large1");
+    EXPECT_EQ(OpenedRows(ReadArchive({"", packed}, fault, &stopper), 1), "large1");
     EXPECT_EQ(fault, "") << "that it breaks off is none";
     EXPECT_EQ(stopper.m_Asked, 5);
     ExpectRead(ReadBytes, packed, "behind1 large1", "");

@@ -14,7 +14,8 @@ template <DocumentTextPtr (*Index)(std::string, const IndexOptions&)>
 SmartPtr<ISuperCollection> ReadText(const std::string& text, std::string& fault) {
     const auto document = Index(text, {});
     fault = document->Fault();
-    return DocumentBranch::MakeRoot(document, document->ReadRoot(nullptr));
+    return DocumentBranch::MakeRoot(
+        std::make_shared<DocumentHelpers>(DocumentHelpers{document}), document->ReadRoot(nullptr));
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "tests/host/SourceTest.h"
 
+#include "host/data/Rereading.h"
 #include "host/drawing/Cairo.h"
 #include "host/folders/FolderSource.h"
-#include "host/folders/Rereading.h"
 
 #include <unistd.h>
 
@@ -36,6 +36,8 @@ TEST_F(FolderSourceTest, FolderShowsFoldersFirstAndReadsThemWhenOpened) {
     EXPECT_EQ(OpenedRows(root, 9), "bad\uFFFD1- inside2 link1- cage2 loop2 zoo1- cage2 loop2 "
                                    "file101 file91 \uFFFD\uFFFD.txt1");
     EXPECT_TRUE(IsFilled(zoo.Get()));
+    const auto below = OpenSource((folder / "zoo").string(), SourceKind::kByContent, {m_Failures});
+    EXPECT_EQ(OpenedRows(below, 9), "cage1 loop1") << "what is above leads back too";
 }
 
 TEST_F(FolderSourceTest, FolderIsDrawnOpenWhileItsRowIs) {
@@ -95,7 +97,7 @@ TEST_F(FolderSourceTest, FolderReadAgainKeepsWhatStaysByName) {
     uint64_t before = 0;
     uint64_t after = 0;
     Query<ICollectionVersion>(root.Get())->GetVersion(&before);
-    EXPECT_FALSE(ReadFoldersAgain(root.Get()));
+    EXPECT_FALSE(RereadTree(root.Get()));
     Query<ICollectionVersion>(root.Get())->GetVersion(&after);
     EXPECT_EQ(after, before) << "nothing changed";
 
@@ -120,7 +122,7 @@ TEST_F(FolderSourceTest, FolderReadAgainKeepsWhatStaysByName) {
         {[&] { std::filesystem::remove_all(folder / ""); }, ""}};
     for (const auto& [change, rows] : changes) {
         change();
-        EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+        EXPECT_TRUE(RereadTree(root.Get()));
         EXPECT_EQ(ShownRows(root), rows);
         Query<ICollectionVersion>(root.Get())->GetVersion(&after);
         EXPECT_NE(after, std::exchange(before, after));
@@ -130,7 +132,7 @@ TEST_F(FolderSourceTest, FolderReadAgainKeepsWhatStaysByName) {
         std::vector<std::string>{
             "cannot read " + (folder / "").string() + ": No such file or directory"});
     std::filesystem::create_directories(folder / "back");
-    EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+    EXPECT_TRUE(RereadTree(root.Get()));
     EXPECT_EQ(ShownRows(root), "back1");
 }
 
@@ -148,14 +150,14 @@ TEST_F(FolderSourceTest, FolderOfThousandsOfChangesIsLikeOneReadAfresh) {
     for (int i = 0; i < kFiles; ++i) {
         std::ofstream(name("file", i)).flush();
     }
-    EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+    EXPECT_TRUE(RereadTree(root.Get()));
     EXPECT_EQ(RowCount(), kFiles + 2);
     for (int i = 0; i < kFiles; i += 2) {
         std::filesystem::rename(name("file", i), name("moved", i));
         std::filesystem::remove(name("file", i + 1));
         std::filesystem::remove(name("moved", i % 3 == 0 ? i : -1));
     }
-    EXPECT_TRUE(ReadFoldersAgain(root.Get()));
+    EXPECT_TRUE(RereadTree(root.Get()));
     EXPECT_NE(Flags("file5000x") & NODE_SELECTED, 0);
     SetFlags("file5000x", Flags("file5000x") & ~NODE_SELECTED);
     const std::string rows = ShownRows(root);

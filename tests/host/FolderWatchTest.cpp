@@ -1,6 +1,6 @@
 #include "tests/host/SourceTest.h"
 
-#include "host/folders/Rereading.h"
+#include "host/data/Rereading.h"
 
 #include <poll.h>
 
@@ -28,7 +28,7 @@ TEST_F(FolderWatchTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
     const auto rowsAfterTold = [&] {
         watch->Take();
         EXPECT_FALSE(isTold());
-        ReadFoldersAgain(root.Get(), FoldersRead::kChanged);
+        RereadTree(root.Get(), RereadParts::kChanged);
         return ShownRows(root);
     };
     const auto watches = [&] {

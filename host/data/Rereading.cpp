@@ -1,4 +1,4 @@
-#include "host/folders/Rereading.h"
+#include "host/data/Rereading.h"
 
 #include "framework/interfaces/FileInterfaces.h"
 #include "framework/interfaces/TreeInterfaces.h"
@@ -9,9 +9,9 @@
 
 namespace {
 
-/// A folder that is still to be read, and the flags for what is new in it.
+/// What is still to be read again, and the flags for what is new in it.
 struct Waiting {
-    SmartPtr<ISuperCollection> m_Folder;
+    SmartPtr<ISuperCollection> m_Collection;
     int32_t m_NewFlags;
 };
 
@@ -21,7 +21,7 @@ bool IsFilled(IUnknown* item) {
     return archive && archive->GetContentState(CONTENTSTATE_ARCHIVE, &state) >= 0 && state != 0;
 }
 
-/// Appends the folders in a collection that were read.
+/// Appends what was read of what is directly in a collection.
 void AppendFilled(ISuperCollection* collection, std::vector<Waiting>& waiting) {
     int32_t flags = 0;
     for (int32_t i = 0; collection->GetItemFlags(i, &flags) >= 0; ++i) {
@@ -35,16 +35,16 @@ void AppendFilled(ISuperCollection* collection, std::vector<Waiting>& waiting) {
 
 } // namespace
 
-bool ReadFoldersAgain(ISuperCollection* root, FoldersRead which) {
+bool RereadTree(ISuperCollection* root, RereadParts which) {
     bool isChanged = false;
     std::vector<Waiting> waiting{{SmartPtr(root), NODE_VISIBLE | 1}};
     while (!waiting.empty()) {
         const Waiting next = std::move(waiting.back());
         waiting.pop_back();
-        if (const auto folder = Query<IHostFolder>(next.m_Folder.Get())) {
-            const bool isRead = which == FoldersRead::kAll || folder->IsChanged() == S_OK;
-            isChanged |= isRead && folder->ReadAgain(next.m_NewFlags) == S_OK;
-            AppendFilled(next.m_Folder.Get(), waiting);
+        if (const auto readable = Query<IHostRereadable>(next.m_Collection.Get())) {
+            const bool isRead = which == RereadParts::kAll || readable->IsChanged() == S_OK;
+            isChanged |= isRead && readable->ReadAgain(next.m_NewFlags) == S_OK;
+            AppendFilled(next.m_Collection.Get(), waiting);
         }
     }
     return isChanged;
