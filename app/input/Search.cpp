@@ -1,13 +1,14 @@
 #include "app/input/Search.h"
 
+#include "host/data/Expansion.h"
 #include "host/text/Text.h"
+
+#include <utility>
 
 namespace {
 
-using Path = std::vector<Place>;
-
 /// Without the item itself.
-void OpenFoldersOn(const Path& path) {
+void OpenFoldersOn(const std::vector<Place>& path) {
     for (size_t i = 0; i + 1 < path.size(); ++i) {
         int32_t flags = 0;
         path[i].m_Collection->GetItemFlags(path[i].m_Index, &flags);
@@ -27,42 +28,72 @@ bool Search::Erase() {
     return true;
 }
 
-Row Search::Find(Direction direction) {
-    const Path path = m_Text.empty() ? Path() : PathTo(direction);
-    m_HasFound = m_Text.empty() || !path.empty();
+void Search::Begin(Direction direction) {
+    m_Looking.reset();
+    const auto root = RootOf(m_Tree);
+    if (!root || m_Text.empty()) {
+        End({});
+        return;
+    }
+    const Place selected = SelectedPlace(m_Tree);
+    m_Looking.emplace(Looking{
+        direction, Lowered(m_Text), selected, !selected.m_Collection, ItemWalk(root.Get(), 0)});
+}
+
+void Search::BeginAnew() {
+    if (m_Looking) {
+        Begin(m_Looking->m_Direction);
+    }
+}
+
+bool Search::GoOn(std::optional<std::chrono::milliseconds> limit) {
+    using std::chrono::steady_clock;
+    constexpr int kItems = 256; // between two looks at the clock
+    const auto begin = steady_clock::now();
+    while (m_Looking) {
+        for (int i = 0; i < kItems && m_Looking; ++i) {
+            const Path* path = m_Looking->m_Walk.Next();
+            if (!path || IsNearest(*m_Looking, *path)) {
+                End(std::move(m_Looking->m_Near.empty() ? m_Looking->m_Far : m_Looking->m_Near));
+            }
+        }
+        if (limit && steady_clock::now() - begin >= *limit) {
+            break;
+        }
+    }
+    return !m_Looking;
+}
+
+/// Notes an item that holds the text. Whether no other one can be nearer.
+bool Search::IsNearest(Looking& looking, const Path& path) {
+    const bool isSelected = !looking.m_IsBehind && IsSame(path.back(), looking.m_Selected);
+    looking.m_IsBehind |= isSelected;
+    if (Lowered(LabelOf(path.back())).find(looking.m_Wanted) == std::wstring::npos) {
+        return false;
+    }
+    if (looking.m_Direction == Direction::kBackwards) {
+        (looking.m_IsBehind ? looking.m_Far : looking.m_Near) = path;
+        return false;
+    }
+    const bool mayBe = !isSelected || looking.m_Direction == Direction::kStay;
+    const bool isNear = looking.m_IsBehind && mayBe;
+    if (isNear || looking.m_Far.empty()) {
+        (isNear ? looking.m_Near : looking.m_Far) = path;
+    }
+    return isNear;
+}
+
+void Search::End(Path found) {
+    m_Found = std::move(found);
+    m_HasFound = m_Text.empty() || !m_Found.empty();
+    m_Looking.reset();
+}
+
+Row Search::Show() {
+    const Path path = std::exchange(m_Found, {});
     if (path.empty()) {
         return {};
     }
     OpenFoldersOn(path);
     return RowOfItem(m_Tree, path.back().m_Collection.Get(), path.back().m_Index);
-}
-
-/// The nearest on the wanted side of the selected item, or else the farthest on the other side.
-std::vector<Place> Search::PathTo(Direction direction) const {
-    const auto root = RootOf(m_Tree);
-    if (!root) {
-        return {};
-    }
-    const std::wstring wanted = Lowered(m_Text);
-    const Place selected = SelectedPlace(m_Tree);
-    bool isBehind = !selected.m_Collection; // the selected item has been passed
-    Path near;
-    Path far;
-    VisitItems(root.Get(), [&](const Path& path) {
-        const bool isSelected = !isBehind && IsSame(path.back(), selected);
-        isBehind |= isSelected;
-        if (Lowered(LabelOf(path.back())).find(wanted) == std::wstring::npos) {
-            return true;
-        }
-        if (direction == Direction::kBackwards) {
-            (isBehind ? far : near) = path;
-            return true;
-        }
-        const bool isNear = isBehind && (!isSelected || direction == Direction::kStay);
-        if (isNear || far.empty()) {
-            (isNear ? near : far) = path;
-        }
-        return !isNear;
-    });
-    return near.empty() ? far : near;
 }

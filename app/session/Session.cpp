@@ -113,8 +113,23 @@ int32_t Session::PressInSearch(Key key) {
 }
 
 int32_t Session::SearchIn(Search::Direction direction) {
-    const Row found = m_Search->Find(direction);
-    return m_Keyboard.GoTo(found.m_Number, RowsShown());
+    m_Search->Begin(direction);
+    return SearchOn();
+}
+
+/// S_FALSE too while it is not over.
+int32_t Session::SearchOn() {
+    const bool isOver = m_Search->GoOn(m_SearchLimit);
+    return isOver ? m_Keyboard.GoTo(m_Search->Show().m_Number, RowsShown()) : S_FALSE;
+}
+
+void Session::GoOnSearching() {
+    if (IsSearchOn()) {
+        const int32_t status = SearchOn();
+        if (!IsSearchOn()) {
+            Note("search ended", StatusText(status));
+        }
+    }
 }
 
 int32_t Session::Perform(const TypedInput& input) {
@@ -142,6 +157,9 @@ int32_t Session::ReadAgain(RereadParts which) {
     }
     TellScrollBar();
     m_Keyboard.NoteRow(place.Restore());
+    if (m_Search) {
+        m_Search->BeginAnew();
+    }
     return Announce(m_Tree);
 }
 

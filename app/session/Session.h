@@ -38,6 +38,12 @@ public:
     /// What is searched for; none unless a search was begun by typing '/'. Letters go on with it,
     /// down, enter and up go to the next and to the previous item found, and any other key ends it.
     const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
+    /// A search goes on for so long at a time from now on, and not to its end.
+    void LimitSearch(std::chrono::milliseconds limit) { m_SearchLimit = limit; }
+    bool IsSearchOn() const { return m_Search && m_Search->IsOn(); }
+    /// Does the next part of a search that is on.
+    void GoOnSearching();
+
     /// Brings the folders of which a watch has heard up to what is on disk now, and takes what was
     /// read beside the window's thread. What is at the top and what is selected stay so, by name.
     void ReadChanged();
@@ -82,6 +88,7 @@ private:
     void PrepareForKeys();
     int32_t PressInSearch(Key key);
     int32_t SearchIn(Search::Direction direction);
+    int32_t SearchOn();
     void TellScrollBar();
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
@@ -96,6 +103,7 @@ private:
     std::ostream& m_Record;
     Keyboard m_Keyboard;
     std::optional<Search> m_Search;
+    std::optional<std::chrono::milliseconds> m_SearchLimit;
     std::optional<Point> m_Pointer; ///< where it is, while it is on the control
     Dwell m_Dwell;                  ///< of the pointer, at the tops of labels that are cut short
     bool m_HasGuides = false;

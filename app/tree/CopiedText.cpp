@@ -40,13 +40,14 @@ std::optional<std::string> ValueOf(const Place& place) {
 
 std::wstring LabelsDownTo(IUITree* tree, const Place& wanted) {
     std::wstring labels;
-    VisitItems(RootOf(tree).Get(), [&](const std::vector<Place>& path) {
-        const bool isFound = IsSame(path.back(), wanted);
-        for (size_t i = 0; isFound && i < path.size(); ++i) {
-            labels += (i > 0 ? L"/" : L"") + LabelOf(path[i]);
-        }
-        return !isFound;
-    });
+    ItemWalk walk(RootOf(tree).Get(), 0);
+    const auto* path = walk.Next();
+    while (path && !IsSame(path->back(), wanted)) {
+        path = walk.Next();
+    }
+    for (size_t i = 0; path && i < path->size(); ++i) {
+        labels += (i > 0 ? L"/" : L"") + LabelOf((*path)[i]);
+    }
     return labels;
 }
 

@@ -24,7 +24,10 @@ TreeWindow::TreeWindow(const ShownTree& shown, Size size, std::ostream& record)
       m_Window(TitleOf(shown.m_Path), size),
       m_Session(m_View.Control(), m_Window.GetSize(), record),
       m_Updates(shown.m_Watch, shown.m_Reads, m_Session), m_Reading(shown.m_Reading),
-      m_Panel(m_Session) {}
+      m_Panel(m_Session) {
+    constexpr std::chrono::milliseconds kSearchTurn(20);
+    m_Session.LimitSearch(kSearchTurn);
+}
 
 void TreeWindow::Run() {
     while (!m_IsClosed) {
@@ -32,6 +35,7 @@ void TreeWindow::Run() {
         for (const Input& input : m_Input.TakeDue()) {
             Feed(input);
         }
+        m_Session.GoOnSearching();
         Update();
         SDL_Event event;
         for (bool hasEvent = WaitForEvent(event); hasEvent; hasEvent = SDL_PollEvent(&event) != 0) {
@@ -44,7 +48,9 @@ void TreeWindow::Run() {
 bool TreeWindow::WaitForEvent(SDL_Event& event) {
     int64_t patience = INT_MAX;
     const auto untilUpdate = m_Reading.IsOn() ? std::nullopt : m_Updates.UntilNext();
-    for (const auto until : {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilUpdate}) {
+    const auto untilSearch = m_Session.IsSearchOn() ? std::optional<int64_t>(0) : std::nullopt;
+    for (const auto until :
+        {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilUpdate, untilSearch}) {
         patience = std::min(patience, until.value_or(INT_MAX));
     }
     if (patience < INT_MAX) {
@@ -128,8 +134,11 @@ Size TreeWindow::TreeSize() const {
 
 std::string TreeWindow::Status() const {
     if (const Search* search = m_Session.Searching()) {
-        const std::string text = ToPrintable(Refer(search->Text()));
-        return "/" + text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
+        const std::string text = "/" + ToPrintable(Refer(search->Text()));
+        if (search->IsOn()) {
+            return text + "  \u2014  searching\u2026";
+        }
+        return text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
     }
     if (m_Reading.IsOn()) {
         return "reading " + m_ShownPath + ", " + m_Reading.HowFar() + "  \u2014  escape stops it";

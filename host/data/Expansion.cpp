@@ -4,17 +4,9 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "framework/runtime/QueryItem.h"
 
-#include <unordered_set>
 #include <vector>
 
 namespace {
-
-/// Addresses that tell collections apart, which are alive as long as their set is used.
-using Identities = std::unordered_set<const IUnknown*>;
-
-const IUnknown* IdentityOf(ISuperCollection* collection) {
-    return Query<IUnknown>(collection).Get();
-}
 
 int32_t CountOf(ISuperCollection* collection) {
     int32_t count = 0;
@@ -84,62 +76,7 @@ Collections OpenLevel(const Collections& level, Identities& seen) {
     return next;
 }
 
-class Walk {
-public:
-    /// Of an item without one of these flags neither it nor what is below it is visited.
-    Walk(ISuperCollection* root, int32_t neededFlags) : m_NeededFlags(neededFlags) {
-        Descend(SmartPtr(root));
-    }
-
-    /// Calls the visitor for the next item with the way to it and its flags. False when the walk is
-    /// over.
-    template <class Visitor>
-    bool Step(const Visitor& visitor) {
-        if (m_Path.empty()) {
-            return false;
-        }
-        const SmartPtr<ISuperCollection> collection = m_Path.back().m_Collection;
-        const int32_t index = ++m_Path.back().m_Index;
-        int32_t flags = 0;
-        if (collection->GetItemFlags(index, &flags) < 0) {
-            m_OnPath.erase(m_Identities.back());
-            m_Identities.pop_back();
-            m_Path.pop_back();
-            return true;
-        }
-        if ((flags & m_NeededFlags) != m_NeededFlags) {
-            return true;
-        }
-        if (!visitor(m_Path, flags)) {
-            return false;
-        }
-        Descend(CollectionBelow(collection.Get(), index));
-        return true;
-    }
-
-private:
-    void Descend(SmartPtr<ISuperCollection> collection) {
-        if (!collection) {
-            return;
-        }
-        const IUnknown* identity = IdentityOf(collection.Get());
-        if (m_OnPath.insert(identity).second) {
-            m_Path.push_back({std::move(collection), -1});
-            m_Identities.push_back(identity);
-        }
-    }
-
-    int32_t m_NeededFlags;
-    std::vector<Place> m_Path;
-    std::vector<const IUnknown*> m_Identities; ///< of the collections on the path
-    Identities m_OnPath;
-};
-
 } // namespace
-
-SmartPtr<ISuperCollection> CollectionBelow(ISuperCollection* collection, int32_t index) {
-    return QueryItem<ISuperCollection>(ItemAt(collection, index).Get());
-}
 
 int32_t FlagsBelow(int32_t flags) {
     return LevelBelow(flags) | ((flags & NODE_EXPANDED) != 0 ? NODE_VISIBLE : 0);
@@ -189,18 +126,10 @@ bool ToggleNode(ISuperCollection* collection, int32_t index) {
 }
 
 void VisitRows(ISuperCollection* root, const RowVisitor& visitor) {
-    const auto visit = [&visitor](const std::vector<Place>& path, int32_t flags) {
-        return visitor(path.back().m_Collection.Get(), path.back().m_Index, flags);
-    };
-    Walk walk(root, NODE_VISIBLE);
-    while (walk.Step(visit)) {
-    }
-}
-
-void VisitItems(ISuperCollection* root, const ItemVisitor& visitor) {
-    const auto visit = [&visitor](
-                           const std::vector<Place>& path, int32_t) { return visitor(path); };
-    Walk walk(root, 0);
-    while (walk.Step(visit)) {
+    ItemWalk walk(root, NODE_VISIBLE);
+    for (const auto* path = walk.Next(); path; path = walk.Next()) {
+        if (!visitor(path->back().m_Collection.Get(), path->back().m_Index, walk.Flags())) {
+            return;
+        }
     }
 }

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "framework/interfaces/CollectionInterfaces.h"
-#include "framework/runtime/SmartPtr.h"
+#include "host/data/ItemWalk.h"
 
 #include <functional>
-#include <vector>
 
 // The view state of a tree is the flag words of its collections, so the host opens nodes by writing
 // them. Nothing here recurses, and a collection that contains itself, directly or deeper, is not
@@ -36,18 +34,3 @@ using RowVisitor = std::function<bool(ISuperCollection* collection, int32_t inde
 
 /// Walks the visible rows in display order.
 void VisitRows(ISuperCollection* root, const RowVisitor& visitor);
-
-/// Where an item stands in a collection.
-struct Place {
-    SmartPtr<ISuperCollection> m_Collection;
-    int32_t m_Index;
-};
-
-/// Called for each item with the places from the root down to its own; answers whether to go on.
-using ItemVisitor = std::function<bool(const std::vector<Place>& path)>;
-
-/// Walks all items that were read, also those in closed folders, in display order.
-void VisitItems(ISuperCollection* root, const ItemVisitor& visitor);
-
-/// The collection below an item; empty when the item is a leaf.
-SmartPtr<ISuperCollection> CollectionBelow(ISuperCollection* collection, int32_t index);

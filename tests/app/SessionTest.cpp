@@ -1,6 +1,7 @@
 #include "app/session/Session.h"
 #include "framework/interfaces/TreeProperties.h"
 #include "host/data/Expansion.h"
+#include "host/folders/FolderWatch.h"
 #include "host/sources/Source.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/TreeTest.h"
@@ -128,6 +129,32 @@ TEST_F(SessionTest, SearchGoesThroughAllThatIsReadAndOpensTheWayToIt) {
     EXPECT_EQ(Rows(), "Fruit apple pear Tools Drill bit saw April");
     EXPECT_EQ(press(Key::kLeft), "Drill") << "another key ends the search and does what it does";
     EXPECT_EQ(session.Searching(), nullptr);
+}
+
+TEST_F(SessionTest, SearchThatTakesLongGoesOnInTurnsAndAnewWhenTheTreeChanges) {
+    const TemporaryFolder folder;
+    std::ofstream(folder / "z").flush();
+    for (int i = 0; i < 2000; ++i) {
+        std::ofstream(folder / std::to_string(i)).flush();
+    }
+    const auto failures = std::make_shared<ReadFailures>();
+    const auto watch = std::make_shared<FolderWatch>();
+    BindCollection(OpenSource((folder / "").string(), SourceKind::kByContent, {failures, watch}));
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    session.LimitSearch(std::chrono::milliseconds(0));
+    session.Feed(TypedInput{"/z"});
+    EXPECT_TRUE(session.IsSearchOn());
+    EXPECT_EQ(SelectedLabel(), "");
+    session.GoOnSearching();
+    std::ofstream(folder / "0z").flush();
+    watch->Take();
+    session.ReadChanged();
+    while (session.IsSearchOn()) {
+        session.GoOnSearching();
+    }
+    EXPECT_EQ(SelectedLabel(), "0z");
+    EXPECT_NE(record.str().find("search ended -> 0"), std::string::npos);
 }
 
 TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {
