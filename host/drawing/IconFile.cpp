@@ -142,13 +142,15 @@ int32_t IconFile::SetFileName(IString* fileName) {
 }
 
 int32_t IconFile::Populate() {
-    SurfacePtr image(cairo_image_surface_create_from_png(m_FileName.c_str()));
-    if (cairo_surface_status(image.get()) != CAIRO_STATUS_SUCCESS) {
-        return E_FAIL;
-    }
-    m_Image = std::move(image);
-    m_Scaled.reset();
-    return S_OK;
+    return Guarded([&] {
+        IconImage image = ReadIcon(m_FileName);
+        if (!image) {
+            return E_FAIL;
+        }
+        m_Image = std::move(image);
+        m_Scaled.reset();
+        return S_OK;
+    });
 }
 
 int32_t IconFile::GetContentState(int32_t selector, int32_t* value) {

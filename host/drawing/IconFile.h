@@ -6,6 +6,7 @@
 #include "framework/interfaces/StreamInterfaces.h"
 #include "host/components/HostObject.h"
 #include "host/drawing/Cairo.h"
+#include "host/drawing/IconImage.h"
 
 #include <string>
 
@@ -21,7 +22,8 @@ public:
         UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int32_t param) override;
 
     int32_t SetFileName(IString* fileName) override;
-    /// E_FAIL for a file that is missing or damaged; the previous image stays then.
+    /// E_FAIL for a file that is missing or damaged, and when memory runs out; the previous image
+    /// stays then.
     int32_t Populate() override;
     int32_t GetContentState(int32_t selector, int32_t* value) override;
 
@@ -35,6 +37,6 @@ private:
     bool KeepScaled(int32_t width, int32_t height);
 
     std::string m_FileName;
-    SurfacePtr m_Image;
+    IconImage m_Image;
     SurfacePtr m_Scaled; ///< the image in the size that it was last drawn in, at most its own
 };

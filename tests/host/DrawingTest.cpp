@@ -7,6 +7,7 @@
 #include "host/drawing/TextRenderer.h"
 #include "tests/support/HostTest.h"
 
+#include <random>
 #include <set>
 
 namespace {
@@ -178,6 +179,36 @@ TEST_F(DrawingTest, IconFillsItsRectangleAndADamagedOneKeepsThePrevious) {
         EXPECT_EQ(icon->Render(canvas, &rect, nullptr, 0), S_OK);
     };
     EXPECT_EQ(InkOf(draw), (Extent{10, 12, 23, 23})) << "with the smoothed edge";
+}
+
+TEST_F(DrawingTest, IconIsWhatItsFileHoldsWhenItIsReadWhateverItsSize) {
+    const TemporaryFolder folder;
+    const auto file = folder / "icon.png";
+    const auto write = [&](int32_t color, int noise) {
+        const SurfacePtr image(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 200, 200));
+        const ContextPtr context(cairo_create(image.get()));
+        FillRect(context.get(), {0, 0, 200, 200}, color);
+        std::minstd_rand random;
+        for (int i = 0; i < noise; ++i) { // which cannot be compressed much
+            FillRect(context.get(), {i % 200, i / 200, 1, 1}, int32_t(random() & 0xFFFFFF));
+        }
+        cairo_surface_write_to_png(image.get(), file.c_str());
+    };
+    const auto icon = IconFile::Make();
+    icon->SetFileName(CreatableString::Make(file.wstring()).Get());
+    const auto draw = [&](cairo_t* to) {
+        UbuntuCanvas canvas{to};
+        CANVASRect rect{0, 0, 20, 20};
+        EXPECT_EQ(icon->Render(&canvas, &rect, nullptr, 0), S_OK);
+    };
+    std::set<std::string> pictures;
+    for (const auto& [color, noise] : {std::pair(0xFF0000, 0), {0x0000FF, 0}, {0x0000FF, 40'000}}) {
+        write(color, noise);
+        EXPECT_EQ(std::filesystem::file_size(file) > 65'536, noise > 0);
+        ASSERT_EQ(icon->Populate(), S_OK);
+        pictures.insert(PixelsOf(draw));
+    }
+    EXPECT_EQ(pictures.size(), 3U);
 }
 
 TEST_F(DrawingTest, IconLooksAsScaledByCairoAlsoWhenDrawnAgain) {
