@@ -2,6 +2,9 @@
 
 #include "framework/interfaces/TreeProperties.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 struct Theme {
@@ -18,11 +21,28 @@ int32_t Parameter(IUITree* tree, int32_t number) {
     return value;
 }
 
+/// How light a colour is to the eye, from 0 to 1.
+double LightOf(int32_t color) {
+    const auto part = [color](int shift) {
+        const double value = (color >> shift & 0xFF) / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0);
+}
+
 } // namespace
 
 Palette PaletteOf(IUITree* tree) {
     return {Parameter(tree, PROP_TEXTCOLOR), Parameter(tree, PROP_COLOR101),
         Parameter(tree, PROP_COLOR102)};
+}
+
+bool IsStark(const Palette& palette) {
+    constexpr double kLeast = 15; // to one; the most there is is 21
+    constexpr double kGlare = 0.05;
+    const double text = LightOf(palette.m_Text) + kGlare;
+    const double paper = LightOf(palette.m_Paper) + kGlare;
+    return std::max(text, paper) / std::min(text, paper) >= kLeast;
 }
 
 std::vector<std::string> ThemeNames() {

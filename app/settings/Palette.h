@@ -15,6 +15,9 @@ struct Palette {
     bool operator==(const Palette&) const = default;
 };
 Palette PaletteOf(IUITree* tree);
+/// Whether text and paper are as far apart as black and white, nearly: nothing is drawn faintly
+/// then.
+bool IsStark(const Palette& palette);
 
 /// The names of the themes: "light" first, which is the control's own.
 std::vector<std::string> ThemeNames();

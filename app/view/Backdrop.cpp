@@ -11,15 +11,22 @@ namespace {
 // Of the band's colour. Beneath a selected label it may be little: on more of it the red in which
 // the control draws that label could not be read.
 constexpr double kSelectedShare = 0.04;
-constexpr double kEdgeShare = 0.60;
 constexpr double kPointedShare = 0.05;
-constexpr double kRingShare = 0.45;
-constexpr double kGuideShare = 0.16;
+
+/// Of the band's colour, in lines.
+struct LineShares {
+    double m_Edge;
+    double m_Ring;
+    double m_Guide;
+};
+constexpr LineShares kFaint{0.60, 0.45, 0.16};
+constexpr LineShares kStark{1, 1, 0.60};
 
 class Painter {
 public:
-    Painter(cairo_t* context, int32_t width, int32_t color)
-        : m_Context(context), m_Width(width), m_Color(color) {}
+    Painter(cairo_t* context, int32_t width, const Palette& palette)
+        : m_Context(context), m_Width(width), m_Color(palette.m_Band),
+          m_Lines(IsStark(palette) ? kStark : kFaint) {}
 
     void Fill(const Band& band, double share) const {
         Trace(band, 0);
@@ -33,19 +40,19 @@ public:
         const CairoState state(m_Context);
         Trace(band, 0);
         cairo_clip(m_Context);
-        SetSourceColor(m_Context, m_Color, kEdgeShare);
+        SetSourceColor(m_Context, m_Color, m_Lines.m_Edge);
         cairo_rectangle(m_Context, kMargin, band.m_Top, kEdge, band.m_Height);
         cairo_fill(m_Context);
     }
     /// One pixel wide.
     void Draw(const Guide& guide) const {
         FillRect(m_Context, {guide.m_X, guide.m_Row.m_Top, 1, guide.m_Row.m_Height}, m_Color,
-            kGuideShare);
+            m_Lines.m_Guide);
     }
     void Outline(const Band& band) const {
         constexpr double kHalfLine = 0.5;
         Trace(band, kHalfLine);
-        SetSourceColor(m_Context, m_Color, kRingShare);
+        SetSourceColor(m_Context, m_Color, m_Lines.m_Ring);
         cairo_set_line_width(m_Context, 1);
         cairo_stroke(m_Context);
     }
@@ -63,6 +70,7 @@ private:
     cairo_t* m_Context;
     int32_t m_Width;
     int32_t m_Color;
+    LineShares m_Lines;
 };
 
 /// Where a row is drawn; nothing for one out of view.
@@ -108,7 +116,7 @@ void DrawBackdrop(cairo_t* context, IUITree* tree, int32_t width, int32_t height
     const Palette palette = PaletteOf(tree);
     const CairoState state(context);
     FillRect(context, {0, 0, width, height}, palette.m_Paper);
-    const Painter painter(context, width - underlay.m_Bar, palette.m_Band);
+    const Painter painter(context, width - underlay.m_Bar, palette);
     for (const Guide& guide : underlay.m_Guides) {
         painter.Draw(guide);
     }

@@ -30,10 +30,18 @@ void Check(cairo_status_t status, const std::string& what) {
     }
 }
 
+BarPaint PaintOf(BarLook look, const Palette& palette) {
+    if (!IsStark(palette)) {
+        return {look};
+    }
+    const bool isUsed = look == BarLook::kPointed || look == BarLook::kHeld;
+    return {look, isUsed ? palette.m_Band : palette.m_Text};
+}
+
 /// What the control draws on a backdrop.
 Noted DrawOn(UbuntuCanvas& canvas, IUITree* tree, CANVASRect rect, BarLook bar) {
     Noted noted;
-    const CanvasNotes notes(canvas.m_Context, noted, bar);
+    const CanvasNotes notes(canvas.m_Context, noted, PaintOf(bar, PaletteOf(tree)));
     if (const auto renderable = Query<IRenderableObject>(tree)) {
         renderable->Render(&canvas, &rect, nullptr, 0); // fails for a tree without rows only
     }

@@ -8,8 +8,8 @@ constexpr cairo_user_data_key_t kKey{};
 
 } // namespace
 
-CanvasNotes::CanvasNotes(cairo_t* context, Noted& noted, BarLook look)
-    : m_Context(context), m_Noted(noted), m_Look(look) {
+CanvasNotes::CanvasNotes(cairo_t* context, Noted& noted, const BarPaint& bar)
+    : m_Context(context), m_Noted(noted), m_Bar(bar) {
     if (cairo_set_user_data(context, &kKey, this, nullptr) != CAIRO_STATUS_SUCCESS) {
         throw std::bad_alloc();
     }
@@ -30,12 +30,12 @@ void CanvasNotes::NoteText(cairo_t* context, const CANVASRect& rect, int32_t col
     }
 }
 
-BarLook CanvasNotes::NoteBar(cairo_t* context, const CANVASRect& track, const CANVASRect& thumb) {
+BarPaint CanvasNotes::NoteBar(cairo_t* context, const CANVASRect& track, const CANVASRect& thumb) {
     CanvasNotes* notes = On(context);
     if (!notes) {
-        return BarLook::kSlim;
+        return {};
     }
     notes->m_Noted.m_Track = track;
     notes->m_Noted.m_Thumb = thumb;
-    return notes->m_Look;
+    return notes->m_Bar;
 }

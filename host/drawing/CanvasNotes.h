@@ -3,6 +3,7 @@
 #include "framework/interfaces/Types.h"
 
 #include <cairo/cairo.h>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,12 @@ enum class BarLook {
     kHeld     ///< pressed on the thumb, wherever it is now
 };
 
+struct BarPaint {
+    BarLook m_Look = BarLook::kSlim;
+    /// The thumb's colour, 0xRRGGBB; without one it is gray and lets the paper through.
+    std::optional<int32_t> m_Solid = {};
+};
+
 /// What was drawn on a canvas by the host's components, and where.
 struct Noted {
     std::vector<NotedText> m_Texts = {};
@@ -38,7 +45,7 @@ class CanvasNotes {
 public:
     /// From now on until it goes; one on a context at a time. Both outlive it. Throws
     /// std::bad_alloc.
-    CanvasNotes(cairo_t* context, Noted& noted, BarLook look);
+    CanvasNotes(cairo_t* context, Noted& noted, const BarPaint& bar);
     ~CanvasNotes();
     CanvasNotes(const CanvasNotes&) = delete;
     CanvasNotes& operator=(const CanvasNotes&) = delete;
@@ -46,13 +53,13 @@ public:
     /// For the text renderer; a canvas without notes forgets it. Throws std::bad_alloc.
     static void NoteText(cairo_t* context, const CANVASRect& rect, int32_t color, int32_t textSize,
         std::wstring_view cut);
-    /// For the scroll bar: how it is to look. Slim on a canvas without notes.
-    static BarLook NoteBar(cairo_t* context, const CANVASRect& track, const CANVASRect& thumb);
+    /// For the scroll bar: how it is to be drawn. Slim and gray on a canvas without notes.
+    static BarPaint NoteBar(cairo_t* context, const CANVASRect& track, const CANVASRect& thumb);
 
 private:
     static CanvasNotes* On(cairo_t* context);
 
     cairo_t* m_Context;
     Noted& m_Noted;
-    BarLook m_Look;
+    BarPaint m_Bar;
 };

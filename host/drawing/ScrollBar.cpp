@@ -100,7 +100,8 @@ int32_t ScrollBar::Render(
     }
     cairo_t* context = canvas->m_Context;
     const CANVASRect whole = ThumbRect(*rect);
-    const Shape shape = ShapeOf(CanvasNotes::NoteBar(context, *rect, whole));
+    const BarPaint paint = CanvasNotes::NoteBar(context, *rect, whole);
+    const Shape shape = ShapeOf(paint.m_Look);
     const CANVASRect thumb = Slimmed(whole, shape);
     const CairoState state(context);
     cairo_new_path(context);
@@ -109,7 +110,7 @@ int32_t ScrollBar::Render(
     }
     TraceRounded(context, thumb.left, thumb.top, 1.0 * thumb.left + thumb.width,
         1.0 * thumb.top + thumb.height, std::min(thumb.width, thumb.height) / 2.0);
-    SetSourceColor(context, kColor, shape.m_Opacity);
+    SetSourceColor(context, paint.m_Solid.value_or(kColor), paint.m_Solid ? 1 : shape.m_Opacity);
     cairo_fill(context);
     return S_OK;
 }

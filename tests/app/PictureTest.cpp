@@ -171,7 +171,7 @@ TEST_F(PictureTest, OpenersPicturesGuidesBandsAndBarAreDrawnAsTheyWereLookedAt) 
     m_Tree->SelectNode(3, SELECT_ABSOLUTE | SELECT_CURRENT);
     m_Session->ShowGuides();
     Point(30, POINTERACTION_MOVE, 0);
-    for (const std::string theme : {"light", "dark"}) {
+    for (const std::string& theme : ThemeNames()) {
         ApplyTheme(m_Tree.Get(), theme);
         for (const int32_t scale : {1, 2}) {
             const std::string file = PICTURES "/" + theme + std::to_string(scale) + ".png";
