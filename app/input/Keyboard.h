@@ -49,6 +49,7 @@ public:
     void NoteRow(int32_t row) { m_Row = row; }
     /// Something may leave several rows marked: a key takes the marks off then.
     void NoteMarks() { m_AreSeveralMarked = true; }
+    bool MayHaveMarks() const { return m_AreSeveralMarked; }
 
 private:
     Row Selected() const;

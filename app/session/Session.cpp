@@ -3,6 +3,7 @@
 #include "app/tree/CopiedText.h"
 #include "app/tree/KeptPlace.h"
 #include "app/view/Hint.h"
+#include "host/data/Expansion.h"
 #include "host/text/Text.h"
 
 #include <algorithm>
@@ -57,6 +58,9 @@ EventLog::Heard Session::Note(const std::string& text, const std::string& result
     }
     m_Record.flush();
     m_IsChanged |= heard.m_NeedsDrawing;
+    if (heard.m_NeedsDrawing) {
+        m_Selected.reset();
+    }
     if (heard.m_Action >= 0) {
         m_ClickToggled = heard.m_Action != NODEACTION_NONE;
     }
@@ -171,6 +175,21 @@ int32_t Session::Copy() {
     m_Copied = text;
     Note("copy " + ToPrintable(Refer(ToWide(text))), "");
     return S_OK;
+}
+
+/// One by the control's word, or else by a look at all rows, once for each change.
+int32_t Session::CountSelected() {
+    if (!m_Keyboard.MayHaveMarks()) {
+        return SelectedPlace(m_Tree).m_Collection ? 1 : 0;
+    }
+    if (!m_Selected) {
+        m_Selected = 0;
+        VisitRows(RootOf(m_Tree).Get(), [this](ISuperCollection*, int32_t, int32_t flags) {
+            *m_Selected += (flags & NODE_SELECTED) != 0 ? 1 : 0;
+            return true;
+        });
+    }
+    return *m_Selected;
 }
 
 /// Rows may have come since the last drawing.

@@ -64,6 +64,9 @@ public:
     /// For how many milliseconds nothing that is drawn changes by itself; none for ever.
     std::optional<int64_t> UntilNextPicture() const { return m_Dwell.Left(Milliseconds()); }
 
+    /// How many of the visible rows are selected.
+    int32_t CountSelected();
+
     /// Something else than input may leave several rows marked.
     void NoteMarks() { m_Keyboard.NoteMarks(); }
 
@@ -112,6 +115,7 @@ private:
     Noted m_Shown; ///< what was drawn last
     std::optional<std::string> m_Copied;
     SmartPtr<EventLog> m_Log;
-    bool m_IsChanged = true;     ///< a new control was never drawn
-    bool m_ClickToggled = false; ///< the last click opened or closed its row
+    std::optional<int32_t> m_Selected; ///< how many rows, since the last change
+    bool m_IsChanged = true;           ///< a new control was never drawn
+    bool m_ClickToggled = false;       ///< the last click opened or closed its row
 };

@@ -132,7 +132,7 @@ Size TreeWindow::TreeSize() const {
     return size;
 }
 
-std::string TreeWindow::Status() const {
+std::string TreeWindow::Status() {
     if (const Search* search = m_Session.Searching()) {
         const std::string text = "/" + ToPrintable(Refer(search->Text()));
         if (search->IsOn()) {
@@ -149,10 +149,12 @@ std::string TreeWindow::Status() const {
     const bool wasStopped = m_Reading.WasStopped() || m_Updates.WasStopped();
     const int32_t rows = CountRows(m_Session.Tree());
     const std::string selected = ToPrintable(Refer(LabelOf(SelectedPlace(m_Session.Tree()))));
+    const int32_t marked = m_Session.CountSelected();
     const auto unread = m_View.Failures()->Lines();
     return m_ShownPath + "  \u2014  " + std::to_string(rows) + (rows == 1 ? " row" : " rows") +
            (unread.empty() ? "" : ", " + ToPrintable(Refer(ToWide(unread.back())))) +
            (wasStopped ? ", reading was stopped" : "") +
+           (marked > 1 ? "  \u2014  " + std::to_string(marked) + " selected" : "") +
            (selected.empty() ? "" : "  \u2014  " + selected);
 }
 

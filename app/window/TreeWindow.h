@@ -36,7 +36,7 @@ private:
     void Feed(const Input& input);
     Size TreeSize() const;
     /// What is searched for, or else what is shown, how many rows, and what is selected.
-    std::string Status() const;
+    std::string Status();
     bool WaitForEvent(SDL_Event& event);
     void TakeNews();
     void Update();

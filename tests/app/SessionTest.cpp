@@ -57,8 +57,10 @@ TEST_F(SessionTest, KeysWalkThroughTheTreeAndOpenIt) {
     session.Feed(PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_PRESS, KEYS_CONTROL, 60, 5});
     session.Feed(PointerInput{POINTERSTATE_PRIMARY, POINTERACTION_RELEASE, KEYS_CONTROL, 60, 5});
     EXPECT_NE(Flags("A") & NODE_SELECTED, 0);
+    EXPECT_EQ(session.CountSelected(), 2);
     press(kEnd);
     EXPECT_EQ(Flags("A") & NODE_SELECTED, 0) << "a key selects one row";
+    EXPECT_EQ(session.CountSelected(), 1);
 }
 
 TEST_F(SessionTest, KeysBringTheSelectedRowIntoView) {
