@@ -1,6 +1,7 @@
 #include "app/faults/FailingNew.h"
 #include "app/faults/Gate.h"
 #include "host/components/HostObject.h"
+#include "host/text/Text.h"
 #include "tests/framework/FrameworkTest.h"
 
 #include <cstdlib>
@@ -22,7 +23,10 @@ public:
     int32_t Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int32_t) override {
         return m_HasFile ? S_OK : E_FAIL;
     }
-    int32_t SetFileName(IString* name) override { return m_HasFile = name != nullptr, S_OK; }
+    int32_t SetFileName(IString* name) override {
+        m_HasFile = name && !ViewOf(CREFString(name)).empty();
+        return S_OK;
+    }
     int32_t Populate() override { return S_OK; }
     int32_t GetContentState(int32_t, int32_t*) override { return E_FAIL; }
 
