@@ -28,12 +28,17 @@ private:
 };
 
 /// Makes items of rows, on any thread, and takes the rows away. Those below the first level are in
-/// their branches then.
-std::vector<Entry> MakeEntries(const DocumentHelpersPtr& helpers, std::deque<DocumentRow> rows) {
+/// their branches then. `progress`, which may be null, has heard that all was read.
+std::vector<Entry> MakeEntries(
+    const DocumentHelpersPtr& helpers, std::deque<DocumentRow> rows, ReadProgress* progress) {
+    constexpr size_t kStep = 4096;
     std::vector<Entry> entries;
     std::vector<SmartPtr<DocumentBranch>> above; // the last branch of each level
     entries.reserve(rows.size());
     for (; !rows.empty(); rows.pop_front()) {
+        if (progress && rows.size() % kStep == 0 && !progress->Advance({1, 1})) {
+            break;
+        }
         DocumentRow& row = rows.front();
         Entry entry{.m_Name = std::move(row.m_Label), .m_Item = {}, .m_Data = {}};
         above.resize(row.m_Level);
@@ -63,9 +68,9 @@ DocumentBranch::~DocumentBranch() {
 }
 
 SmartPtr<ISuperCollection> DocumentBranch::MakeRoot(
-    const DocumentHelpersPtr& helpers, DocumentRows rows) {
+    const DocumentHelpersPtr& helpers, DocumentRows rows, ReadProgress* progress) {
     const auto root = Make(ItemKind::kFile);
-    root->Fill(MakeEntries(helpers, std::move(rows.m_Rows)));
+    root->Fill(MakeEntries(helpers, std::move(rows.m_Rows), progress));
     return SmartPtr<ISuperCollection>(root.Get());
 }
 
@@ -87,11 +92,11 @@ int32_t DocumentBranch::Populate() {
 std::optional<std::vector<Entry>> DocumentBranch::Read() {
     const auto reads = Reads();
     if (!reads) {
-        return MakeEntries(m_Helpers, m_Helpers->m_Text->ReadPart(m_Part).m_Rows);
+        return MakeEntries(m_Helpers, m_Helpers->m_Text->ReadPart(m_Part).m_Rows, nullptr);
     }
     auto work = [helpers = m_Helpers, part = m_Part](ReadProgress& progress) {
         PartProgress within(part, progress);
-        return MakeEntries(helpers, helpers->m_Text->ReadPart(part, &within).m_Rows);
+        return MakeEntries(helpers, helpers->m_Text->ReadPart(part, &within).m_Rows, &progress);
     };
     return reads->Begin<std::vector<Entry>>(this, m_Helpers->m_Name, std::move(work));
 }

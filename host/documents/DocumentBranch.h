@@ -33,9 +33,10 @@ public:
     }
     ~DocumentBranch();
 
-    /// The whole text, of which these rows were read; on any thread. Throws when memory runs out.
+    /// The whole text, of which these rows were read; on any thread. `progress`, which may be null,
+    /// may make an end of it. Throws when memory runs out.
     static SmartPtr<ISuperCollection> MakeRoot(
-        const DocumentHelpersPtr& helpers, DocumentRows rows);
+        const DocumentHelpersPtr& helpers, DocumentRows rows, ReadProgress* progress = nullptr);
 
     int32_t SetFileName(IString* /*fileName*/) override { return E_FAIL; }
     /// Reads the part once, or begins to. E_FAIL when memory runs out; a later call tries again.

@@ -64,7 +64,7 @@ SourceMaker ReadDocument(DocumentTextPtr text, const std::string& name, ReadProg
     const std::string fault = text->Fault();
     const auto document = std::make_shared<DocumentHelpers>(
         DocumentHelpers{.m_Text = std::move(text), .m_Name = name});
-    auto make = MakerOf(DocumentBranch::MakeRoot(document, std::move(rows)), name, fault);
+    auto make = MakerOf(DocumentBranch::MakeRoot(document, std::move(rows), &over), name, fault);
     return SourceMaker([document, make = std::move(make)](const FolderHelpers& helpers) mutable {
         document->m_Reads = helpers.m_Reads;
         return std::move(make)(helpers);
