@@ -1,5 +1,6 @@
 #include "app/validate/Candidate.h"
 #include "app/validate/Scenario.h"
+#include "host/components/CreatableString.h"
 #include "host/data/Expansion.h"
 #include "host/data/SuperCollection.h"
 
@@ -14,6 +15,9 @@ constexpr int kDepth = 100'000;
 /// greatest count of all would take minutes, and differs in nothing else.
 constexpr int32_t kFarTooMany = 1'000'000;
 constexpr size_t kStack = size_t{256} << 10;
+/// Many times the questions that a small tree is asked in a component's life. Who goes round in a
+/// ring asks them too, and gets no more answers then: it is found before memory has run out.
+constexpr size_t kForEver = 100'000;
 
 using Collection = SmartPtr<ISuperCollection>;
 
@@ -21,17 +25,31 @@ Collection Shared(const SmartPtr<SuperCollection>& collection) {
     return Collection(static_cast<ISuperCollection*>(collection.Get()));
 }
 
-/// Opens what there is and then goes through the life of a component with it.
-void Suffer(Trial& trial, const std::string& name, const Stage& stage, const Collection& data) {
+/// Something that has nothing below it.
+SmartPtr<CreatableString> Leaf() {
+    return CreatableString::Make(L"leaf");
+}
+
+/// Opens what there is and then goes through the life of a component with it, by a gate if there is
+/// to be an end of it.
+void Suffer(Trial& trial, const std::string& name, const Stage& stage, const Collection& data,
+    Gate* gate = nullptr) {
     trial.At("with " + name);
     const Candidate candidate(stage);
     candidate.Need<IUITree>(trial, "tree");
     const auto well = Scenario().Picture(candidate.Get());
-    Scenario scenario(nullptr, data);
+    Scenario scenario(gate, data);
     for (int32_t index = 0; index < 8; ++index) {
         data->SetItemFlags(index, NODE_VISIBLE | NODE_EXPANDED | 1);
     }
+    if (gate) {
+        gate->Fail(kForEver);
+    }
     scenario.Play(candidate.Get());
+    if (gate) {
+        trial.Expect(!gate->HasFailed(), "with " + name + " it asks for ever");
+        gate->FailNothing();
+    }
     trial.Expect(scenario.Picture(candidate.Get()) == well,
         "after " + name + " it does not draw as before any more");
 }
@@ -52,7 +70,7 @@ public:
     Family(const Family&) = delete;
 
     SuperCollection& operator[](size_t index) { return *m_Members[index].Get(); }
-    Collection First() const { return Shared(m_Members.front()); }
+    Collection At(size_t index) const { return Shared(m_Members[index]); }
 
 private:
     std::vector<SmartPtr<SuperCollection>> m_Members;
@@ -60,15 +78,21 @@ private:
 
 void Rings(Trial& trial) {
     Stage stage(trial.TheSubject());
+    Gate& gate = stage.RaiseGate();
     stage.Load();
     for (size_t length = 1; length <= 3; ++length) {
-        Family ring(length);
-        for (size_t i = 0; i < length; ++i) {
-            ring[i].Append("next", ring[(i + 1) % length].Identity());
-            ring[i].Append("leaf", nullptr);
-            ring[i].SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+        for (const bool isBelow : {false, true}) {
+            Family ring(length + 1); // the last one is above the ring
+            for (size_t i = 0; i < length; ++i) {
+                ring[i].Append("next", ring[(i + 1) % length].Identity());
+                ring[i].Append("leaf", Leaf()->Identity());
+                ring[i].SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+            }
+            ring[length].Append("ring", ring[0].Identity());
+            Suffer(trial,
+                "a ring of " + std::to_string(length) + (isBelow ? " below the root" : ""), stage,
+                ring.At(isBelow ? length : 0), &gate);
         }
-        Suffer(trial, "a ring of " + std::to_string(length), stage, ring.First());
     }
     Family parents(3);
     const auto child = DataOf("x\ny\n");
@@ -76,9 +100,9 @@ void Rings(Trial& trial) {
         parents[parent].Append("child", child.Get());
         parents[0].Append("parent", parents[parent].Identity());
     }
-    OpenLevels(parents.First().Get(), 3);
-    Suffer(trial, "a child in two parents", stage, parents.First());
-    trial.Measure("3 rings, a child in two parents");
+    OpenLevels(parents.At(0).Get(), 3);
+    Suffer(trial, "a child in two parents", stage, parents.At(0), &gate);
+    trial.Measure("6 rings, a child in two parents");
 }
 
 /// A collection that is asked, and may do anything before it answers.
@@ -96,7 +120,8 @@ public:
         kGrows,
         kShrinks,
         kEmpties,
-        kTurns
+        kTurns,
+        kLeaves
     };
 
     explicit Wayward(Way way) : m_Way(way) {
@@ -104,6 +129,15 @@ public:
             Append("row", DataOf("a\nb\n").Get());
         }
     }
+
+    /// At that question it is unbound, and lets go of its items.
+    Wayward(IUITree& tree, uint32_t question)
+        : m_Way(Way::kLeaves), m_Tree(&tree), m_Leaving(question) {
+        Append("leaf", Leaf()->Identity());
+        Append("row", DataOf("a\nb\n").Get());
+        Append("leaf", Leaf()->Identity());
+    }
+    bool HasLeft() const { return m_Reads >= m_Leaving; }
 
     int32_t GetCount(int32_t* count) override {
         Act();
@@ -153,7 +187,12 @@ public:
 private:
     /// What is read may be gone, or elsewhere, before it is answered.
     void Act() {
-        if (++m_Reads % 3 != 0) {
+        if (++m_Reads == m_Leaving) {
+            m_Tree->put_Collection(DataOf("other\n").Get());
+            m_Tree->Clear();
+            RemoveAll();
+        }
+        if (m_Reads % 3 != 0) {
             return;
         }
         if (m_Way == Way::kGrows && m_Reads < 600) {
@@ -175,6 +214,8 @@ private:
 
     Way m_Way;
     uint32_t m_Reads = 0;
+    IUITree* m_Tree = nullptr;
+    uint32_t m_Leaving = 0; ///< the first question is 1
 };
 
 using Way = Wayward::Way;
@@ -204,17 +245,39 @@ void Items(Trial& trial) {
                           {Way::kNothingReadable, "answers of success and nothing"}});
 }
 
+/// Nobody but the operation that asks holds then what it goes on with.
+void LeaveAtEachQuestion(Trial& trial) {
+    Stage stage(trial.TheSubject());
+    stage.Load();
+    const Candidate candidate(stage);
+    auto* tree = candidate.Need<IUITree>(trial, "tree");
+    const auto well = Scenario().Picture(candidate.Get());
+    uint32_t question = 0;
+    for (bool hasLeft = true; hasLeft;) {
+        trial.At("with a tree that is unbound at question " + std::to_string(++question));
+        const auto data = Wayward::Make(*tree, question);
+        Scenario(nullptr, Collection(static_cast<ISuperCollection*>(data.Get())))
+            .Play(candidate.Get());
+        hasLeft = data->HasLeft();
+    }
+    trial.Expect(Scenario().Picture(candidate.Get()) == well,
+        "after a tree that was unbound it does not draw as before any more");
+    trial.Measure("4 kinds of collections, and one unbound at each of " +
+                  std::to_string(question - 1) + " questions");
+}
+
 void Changes(Trial& trial) {
     SufferWays(trial, {{Way::kGrows, "items added while they are read"},
                           {Way::kShrinks, "items removed while they are read"},
                           {Way::kEmpties, "items that are gone when they are read"},
                           {Way::kTurns, "items that come and go while they are read"}});
+    LeaveAtEachQuestion(trial);
 }
 
 /// A chain of open levels, at whose end stands its beginning: a ring that is found far down only.
 struct Chain {
     Chain() {
-        m_Bottom->Append("leaf", nullptr);
+        m_Bottom->Append("leaf", Leaf()->Identity());
         for (int level = kDepth; level > 0; --level) {
             auto above = SuperCollection::Make();
             above->Append("next", m_Top->Identity());
@@ -302,7 +365,8 @@ std::span<const Check> HostileChecks() {
             "loops that run to GetCount, and what is allocated by it", &Counts},
         {"hostile.items", "Items may be null, and nothing of them readable.",
             "out-pointers that are used although they are null", &Items},
-        {"hostile.changes", "Items may come and go in the very calls that read them.",
+        {"hostile.changes",
+            "Items may come and go, and the tree be unbound, in the very calls that read them.",
             "what is kept of an item across a call of the host", &Changes},
         {"hostile.depth", "A tree may be 100,000 levels deep.",
             "recursion in walks, drawings and destructors", &Deep},
