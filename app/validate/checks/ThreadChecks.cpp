@@ -122,11 +122,10 @@ class Lent : public HostObject<Self, Bases...> {
     using Base = HostObject<Self, Bases...>;
 
 public:
-    template <class Call>
-    void LendTo(const Call& call) {
-        Base::AddRef();
-        call(this->Identity());
-        Base::Release();
+    void LendTo(const std::function<void(IUnknown*)>& call) {
+        ++m_Lendings;
+        Lend(this->Identity(), call);
+        --m_Lendings;
     }
     /// Before so many references have been taken another thread runs `body`: the one who takes the
     /// last of them knows the object, and holds it not yet.
@@ -144,7 +143,7 @@ public:
             m_Overtaker.emplace(m_Body);
         }
         const int32_t count = Base::AddRef();
-        m_Late += count == 2 ? 1 : 0;
+        m_Late += count == 2 && m_Lendings == 0 ? 1 : 0;
         return count;
     }
     void Judge(Trial& trial, const char* name) const {
@@ -153,6 +152,7 @@ public:
 
 private:
     std::atomic<int> m_Late = 0;
+    std::atomic<int> m_Lendings = 0; ///< going on, of which each takes a reference in time
     std::atomic<int> m_Until = 0;
     std::function<void()> m_Body;
     std::optional<Overtaker> m_Overtaker;
