@@ -76,11 +76,6 @@ std::vector<Parameter> ParametersOf(IUIPropInterrogate* object) {
     return found;
 }
 
-void Lend(IUnknown* object, const std::function<void(IUnknown*)>& call) {
-    const SmartPtr<IUnknown> lent(object);
-    call(lent.Get());
-}
-
 std::vector<int32_t> ValuesOf(IUIPropInterrogate* object, const std::vector<Parameter>& all) {
     std::vector<int32_t> values;
     for (const Parameter& parameter : all) {

@@ -4,7 +4,6 @@
 #include "framework/Interfaces.h"
 #include "framework/settings/ParameterTable.h"
 
-#include <functional>
 #include <vector>
 
 /// An object of the component for a check that is not about counting: it has references to spare,
@@ -41,9 +40,6 @@ private:
 
     IUnknown* m_Object;
 };
-
-/// Hands an object of the host to a call, which has a reference of it for its own time.
-void Lend(IUnknown* object, const std::function<void(IUnknown*)>& call);
 
 /// A numbered parameter, as its object answers for it.
 struct Parameter {

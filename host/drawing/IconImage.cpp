@@ -56,7 +56,9 @@ IconImage Keep(std::string file) {
     IconImage image = Decode(file);
     if (image && IsSmall(image.get())) {
         gKept.push_back({std::move(file), image});
-        gKept.erase(gKept.begin(), gKept.end() - std::min(gKept.size(), kMostImages));
+        if (gKept.size() > kMostImages) {
+            gKept.erase(gKept.begin());
+        }
     }
     return image;
 }

@@ -130,14 +130,13 @@ public:
         }
     }
 
-    /// At that question it is unbound, and lets go of its items.
-    Wayward(IUITree& tree, uint32_t question)
-        : m_Way(Way::kLeaves), m_Tree(&tree), m_Leaving(question) {
+    /// At that question, of which the first is 1, it is unbound, says so, and lets go of its items.
+    Wayward(IUITree& tree, uint32_t question, bool& hasLeft)
+        : m_Way(Way::kLeaves), m_Tree(&tree), m_Leaving(question), m_HasLeft(&hasLeft) {
         Append("leaf", Leaf()->Identity());
         Append("row", DataOf("a\nb\n").Get());
         Append("leaf", Leaf()->Identity());
     }
-    bool HasLeft() const { return m_Reads >= m_Leaving; }
 
     int32_t GetCount(int32_t* count) override {
         Act();
@@ -188,6 +187,7 @@ private:
     /// What is read may be gone, or elsewhere, before it is answered.
     void Act() {
         if (++m_Reads == m_Leaving) {
+            *m_HasLeft = true;
             m_Tree->put_Collection(DataOf("other\n").Get());
             m_Tree->Clear();
             RemoveAll();
@@ -215,7 +215,8 @@ private:
     Way m_Way;
     uint32_t m_Reads = 0;
     IUITree* m_Tree = nullptr;
-    uint32_t m_Leaving = 0; ///< the first question is 1
+    uint32_t m_Leaving = 0;
+    bool* m_HasLeft = nullptr;
 };
 
 using Way = Wayward::Way;
@@ -253,12 +254,11 @@ void LeaveAtEachQuestion(Trial& trial) {
     auto* tree = candidate.Need<IUITree>(trial, "tree");
     const auto well = Scenario().Picture(candidate.Get());
     uint32_t question = 0;
-    for (bool hasLeft = true; hasLeft;) {
+    for (bool hasLeft = true; std::exchange(hasLeft, false);) {
         trial.At("with a tree that is unbound at question " + std::to_string(++question));
-        const auto data = Wayward::Make(*tree, question);
+        const auto data = Wayward::Make(*tree, question, hasLeft);
         Scenario(nullptr, Collection(static_cast<ISuperCollection*>(data.Get())))
             .Play(candidate.Get());
-        hasLeft = data->HasLeft();
     }
     trial.Expect(Scenario().Picture(candidate.Get()) == well,
         "after a tree that was unbound it does not draw as before any more");

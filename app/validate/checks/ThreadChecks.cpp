@@ -114,18 +114,19 @@ private:
     std::thread m_Thread;
 };
 
-/// A host object of which a check holds one reference, and lends another for the time of a call.
-/// Who takes one while there is no other than the check's comes too late: in a host the object
-/// would be gone.
+/// A host object of which a check holds one reference, and lends that for the time of a call. Who
+/// takes one when there is no other and that is not lent comes too late: in a host the object would
+/// be gone.
 template <class Self, class... Bases>
 class Lent : public HostObject<Self, Bases...> {
     using Base = HostObject<Self, Bases...>;
 
 public:
-    void LendTo(const std::function<void(IUnknown*)>& call) {
-        ++m_Lendings;
-        Lend(this->Identity(), call);
-        --m_Lendings;
+    template <class Call>
+    void LendTo(const Call& call) {
+        ++m_Lent;
+        call(this->Identity());
+        --m_Lent;
     }
     /// Before so many references have been taken another thread runs `body`: the one who takes the
     /// last of them knows the object, and holds it not yet.
@@ -143,7 +144,7 @@ public:
             m_Overtaker.emplace(m_Body);
         }
         const int32_t count = Base::AddRef();
-        m_Late += count == 2 && m_Lendings == 0 ? 1 : 0;
+        m_Late += count == 2 && m_Lent == 0 ? 1 : 0;
         return count;
     }
     void Judge(Trial& trial, const char* name) const {
@@ -151,8 +152,8 @@ public:
     }
 
 private:
+    std::atomic<int> m_Lent = 0;
     std::atomic<int> m_Late = 0;
-    std::atomic<int> m_Lendings = 0; ///< going on, of which each takes a reference in time
     std::atomic<int> m_Until = 0;
     std::function<void()> m_Body;
     std::optional<Overtaker> m_Overtaker;
