@@ -23,6 +23,7 @@ void AddRepaints(Source source, Shape shape, int32_t most);
 void AddQueries(Source source, Shape shape, int32_t most);
 void AddOpening(Source source);
 void AddMemory(Source source);
+void AddSettings();
 
 /// Draws so many frames of a flat tree, for who counts instructions.
 void DrawFrames(Vouched vouched, int32_t rows, int32_t frames);

@@ -31,6 +31,7 @@ int main(int count, char** arguments) {
             AddMemory(source);
         }
     }
+    AddSettings();
     benchmark::Initialize(&count, arguments);
     if (benchmark::ReportUnrecognizedArguments(count, arguments)) {
         return 2;
