@@ -2,6 +2,7 @@
 #include "app/validate/Candidate.h"
 #include "framework/settings/DisplayNames.h"
 #include "host/settings/DocumentInMemory.h"
+#include "host/settings/TextStream.h"
 #include "host/settings/XmlFile.h"
 #include "host/text/Text.h"
 
@@ -54,23 +55,6 @@ std::string Describe(const Changed& changed, const Values& values) {
     }
     return text;
 }
-
-/// A text that a component reads as XML.
-class TextStream final : public HostObject<TextStream, IDataStream, IXMLStream, IString> {
-public:
-    static constexpr const char* kKind = "TextStream";
-
-    explicit TextStream(std::wstring text) : m_Text(std::move(text)) {}
-    int32_t WriteElement(IString*, int32_t, IString*, int32_t) override { return E_FAIL; }
-    int32_t GetString(wchar_t** text, int32_t* length) override {
-        *text = m_Text.data();
-        *length = static_cast<int32_t>(m_Text.size());
-        return S_OK;
-    }
-
-private:
-    std::wstring m_Text;
-};
 
 /// What an object is saved as. There are elements only where the host has names for them.
 std::wstring SavedText(Trial& trial, const Candidate& candidate) {
