@@ -70,9 +70,8 @@ void RunWindow(const WindowOptions& options) {
     const auto watch = std::make_shared<FolderWatch>();
     const auto reads = std::make_shared<BackgroundReads>(kPatience);
     const std::string path = AbsolutePath(options.m_Path);
-    const int number = watch->Add(path); // nothing of a folder is missed while it is read
     BackgroundReading reading(
-        [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress); });
+        [&](ReadProgress& progress) { return ReadSource(path, options.m_Kind, &progress, watch); });
     const bool isRead = reading.WaitFor(kPatience);
     SourceMaker make = isRead ? reading.Take() : SourceMaker();
     TreeView view(watch, reads);
@@ -94,6 +93,5 @@ void RunWindow(const WindowOptions& options) {
         throw std::runtime_error(std::string("there is no display: ") + error.what() +
                                  "; to draw into a file: treehost shot PATH");
     }
-    watch->Remove(number);
     view.CheckAllRead();
 }

@@ -1,20 +1,28 @@
 #include "host/folders/FolderSource.h"
 
-#include "framework/interfaces/TreeInterfaces.h"
 #include "host/components/ContentState.h"
 #include "host/data/TextItems.h"
 #include "host/folders/FileItem.h"
+#include "host/folders/FolderMerge.h"
 #include "host/text/Text.h"
-
-#include <unordered_map>
 
 namespace {
 
-bool HasLook(IUnknown* item, ItemLook look) {
-    ItemLook found;
-    const auto file = Query<IHostFileItem>(item);
-    return file && file->GetLook(&found) >= 0 && found == look;
-}
+/// Makes the items of a folder, on any thread.
+struct ItemMaker {
+    std::string m_Path;
+    FolderHelpersPtr m_Helpers;
+    FolderPathPtr m_Step; ///< handed on, and not looked at: it belongs to the window's thread
+
+    SmartPtr<IUnknown> operator()(const FolderEntry& found) const {
+        if (!found.IsFolder()) {
+            return SmartPtr(FileItem::Make(found.m_Look)->Identity());
+        }
+        const auto folder = FolderSource::Make(
+            m_Path + '/' + found.m_Name, m_Helpers, m_Step, found.m_Look.m_IsLink);
+        return SmartPtr(folder->Identity());
+    }
+};
 
 } // namespace
 
@@ -22,11 +30,10 @@ int32_t FolderSource::SetFileName(IString* fileName) {
     return Guarded([&] {
         m_Path = ToUtf8(CREFString(fileName));
         RemoveAll();
-        Unwatch();
         Forget();
+        m_Watched = {};
         m_Step.reset();
         m_State = State::kUnread;
-        m_IsOutdated = false;
         return S_OK;
     });
 }
@@ -43,62 +50,60 @@ int32_t FolderSource::ReadAgain(int32_t newFlags) {
 }
 
 int32_t FolderSource::IsChanged() {
-    const bool isChanged = m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
-    return isChanged || (m_Helpers.m_Reads && m_Helpers.m_Reads->IsOver(this)) ? S_OK : S_FALSE;
-}
-
-/// Before each reading: another folder may have come in the place of the one that was watched.
-void FolderSource::WatchAnew() {
-    const int number = m_Helpers.m_Watch ? m_Helpers.m_Watch->Add(m_Path) : -1;
-    Unwatch();
-    m_WatchNumber = number;
-}
-
-FolderSource::~FolderSource() {
-    Unwatch();
-    Forget();
+    const auto reads = m_HasBegun ? m_Helpers->m_Reads.lock() : nullptr;
+    return m_Watched.IsChanged() || (reads && reads->IsOver(this)) ? S_OK : S_FALSE;
 }
 
 /// What is being looked for is of no use any more.
 void FolderSource::Forget() {
-    if (m_Helpers.m_Reads) {
-        m_Helpers.m_Reads->Forget(this);
-    }
-}
-
-void FolderSource::Unwatch() {
-    if (m_Helpers.m_Watch) {
-        m_Helpers.m_Watch->Remove(std::exchange(m_WatchNumber, -1));
+    if (const auto reads = m_HasBegun ? m_Helpers->m_Reads.lock() : nullptr) {
+        reads->Forget(this);
     }
 }
 
 /// Whether the entries are others now. Until they are all there, nothing is changed.
 bool FolderSource::Read(int32_t newFlags) {
-    if (!m_Helpers.m_Reads) {
-        Prepare();
-        return Take(ScanFolder(m_Path, m_Step.get()), newFlags);
+    const auto reads = m_Helpers->m_Reads.lock();
+    if (!reads) {
+        return Take(PrepareToRead()(nullptr), newFlags);
     }
-    if (auto scan = LookBeside()) {
-        return Take(std::move(*scan), newFlags);
+    if (auto reading = ReadBeside(*reads)) {
+        return Take(std::move(*reading), newFlags);
     }
     ShowThatItIsRead();
     return false;
 }
 
-/// What was found, when that is all. What was looked into before a change is looked into again.
-std::optional<FolderScan> FolderSource::LookBeside() {
-    const bool isBegun = m_Helpers.m_Reads->IsBegun(this);
-    m_IsOutdated |= isBegun && m_Helpers.m_Watch && m_Helpers.m_Watch->IsChanged(m_WatchNumber);
-    auto scan = isBegun ? m_Helpers.m_Reads->Take<FolderScan>(this) : BeginToLook();
-    return scan && std::exchange(m_IsOutdated, false) ? BeginToLook() : std::move(scan);
+/// Items are made with the reading where none are known.
+FolderSource::Work FolderSource::PrepareToRead() {
+    if (!m_Step) {
+        m_Step = std::make_shared<FolderPath>(FolderPath{.m_Above = m_Above});
+    }
+    return [step = CopyOf(*m_Step), make = ItemMaker{m_Path, m_Helpers, m_Step},
+               isFirst = m_State != State::kRead](ReadProgress* progress) {
+        FolderReading reading = ReadFolder(make.m_Path, step, *make.m_Helpers, progress);
+        if (isFirst) {
+            auto found = std::exchange(reading.m_Scan.m_Entries, {});
+            reading.m_Items = MergeFolder({}, std::move(found), 0, make).value_or(FolderItems());
+        }
+        return reading;
+    };
 }
 
-std::optional<FolderScan> FolderSource::BeginToLook() {
-    Prepare();
-    auto work = [look = m_Helpers.m_Look, path = m_Path, step = CopyOf(*m_Step)](
-                    ReadProgress& progress) { return look(path, &step, &progress); };
-    return m_Helpers.m_Reads->Begin<FolderScan>(
-        this, m_Path, std::move(work), {.m_AreEntries = true});
+/// What was found, when that is all. What was changed meanwhile is read again.
+std::optional<FolderReading> FolderSource::ReadBeside(BackgroundReads& reads) {
+    if (!reads.IsBegun(this)) {
+        return BeginToRead(reads);
+    }
+    auto reading = reads.Take<FolderReading>(this);
+    return reading && reading->m_Watched.IsChanged() ? BeginToRead(reads) : std::move(reading);
+}
+
+std::optional<FolderReading> FolderSource::BeginToRead(BackgroundReads& reads) {
+    m_HasBegun = true;
+    return reads.Begin<FolderReading>(this, m_Path,
+        [work = PrepareToRead()](ReadProgress& progress) { return work(&progress); },
+        {.m_AreEntries = true});
 }
 
 /// An empty folder would not stay open.
@@ -109,70 +114,59 @@ void FolderSource::ShowThatItIsRead() {
     }
 }
 
-void FolderSource::Fill(FolderScan scan) {
-    Prepare();
-    Take(std::move(scan), 0);
+std::error_code FolderSource::ReadNew(ReadProgress* progress) {
+    FolderReading reading = PrepareToRead()(progress);
+    Fill(std::move(reading.m_Items));
+    TakeNumbers(reading);
+    NoteState(reading.m_Scan);
+    return reading.m_Scan.m_Error;
 }
 
-void FolderSource::Prepare() {
-    if (!m_Step) {
-        m_Step = std::make_shared<FolderPath>(
-            FolderPath{.m_Above = m_Above ? m_Above : StepsAbove(m_Path)});
+/// The steps above are those that the folders above bring up to date.
+void FolderSource::TakeNumbers(FolderReading& reading) {
+    m_Step->m_Device = reading.m_Step.m_Device;
+    m_Step->m_Inode = reading.m_Step.m_Inode;
+    if (!m_Above) {
+        m_Step->m_Above = std::move(reading.m_Step.m_Above);
     }
-    Identify(m_Path, *m_Step);
-    WatchAnew();
+    m_Watched = std::move(reading.m_Watched);
 }
 
-/// What a user has made an end of says nothing of what was not found: shown rows stay then.
-bool FolderSource::Take(FolderScan scan, int32_t newFlags) {
-    if (scan.m_IsCut && m_State == State::kRead) {
+/// What a user has made an end of says nothing of what was not found: shown rows stay then. Where
+/// memory does not hold what was found, the folder counts as changed still.
+bool FolderSource::Take(FolderReading reading, int32_t newFlags) {
+    const bool isFirst = m_State != State::kRead;
+    if (reading.m_Scan.m_IsCut && !isFirst) {
+        TakeNumbers(reading);
         return false;
     }
-    bool isChanged = false;
-    auto entries = Merge(std::move(scan.m_Entries), newFlags, isChanged);
-    m_Helpers.m_Failures->Drop(m_Path);
-    if (scan.m_Error) {
-        NoteFailure(scan.m_Error);
+    auto items = isFirst ? NewItems(std::move(reading.m_Items), newFlags)
+                         : MergeFolder(Entries(), std::move(reading.m_Scan.m_Entries), newFlags,
+                               ItemMaker{m_Path, m_Helpers, m_Step});
+    TakeNumbers(reading);
+    m_Helpers->m_Failures->Drop(m_Path);
+    if (reading.m_Scan.m_Error) {
+        NoteFailure(reading.m_Scan.m_Error);
     }
-    if (isChanged) {
-        Replace(std::move(entries));
+    if (items) {
+        Replace(std::move(*items));
     }
+    NoteState(reading.m_Scan);
+    return items.has_value();
+}
+
+/// Nothing when there was nothing before either.
+std::optional<FolderItems> FolderSource::NewItems(FolderItems items, int32_t newFlags) const {
+    for (Entry& item : items) {
+        item.m_Flags = newFlags;
+    }
+    return items.empty() && IsEmpty() ? std::nullopt : std::optional(std::move(items));
+}
+
+/// One of which nothing could be read is read when it is asked for again.
+void FolderSource::NoteState(const FolderScan& scan) {
     const bool isRead = m_State == State::kRead || !scan.m_Error || !IsEmpty();
     m_State = isRead ? State::kRead : State::kUnread;
-    return isChanged;
-}
-
-/// What was found, with the items that there are already. Flag words stay with the names; what has
-/// become a folder, or another one, is closed.
-std::vector<FolderSource::Entry> FolderSource::Merge(
-    std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged) {
-    std::unordered_map<std::string_view, const Entry*> known;
-    for (const Entry& entry : Entries()) {
-        known.emplace(entry.m_Name ? std::string_view(*entry.m_Name) : "", &entry);
-    }
-    std::vector<Entry> merged;
-    merged.reserve(found.size());
-    isChanged = found.size() != Entries().size();
-    for (FolderEntry& each : found) {
-        const auto place = known.find(each.m_Name);
-        const Entry* old = place != known.end() ? place->second : nullptr;
-        const bool isKept = old && HasLook(old->m_Item.Get(), each.m_Look);
-        isChanged = isChanged || !isKept || old != &Entries()[merged.size()];
-        const int32_t flags = old ? old->m_Flags & ~NODE_EXPANDED : newFlags;
-        merged.push_back(
-            isKept ? *old
-                   : Entry{.m_Name = {}, .m_Item = MakeItem(each), .m_Data = {}, .m_Flags = flags});
-        merged.back().m_Name = std::move(each.m_Name);
-    }
-    return merged;
-}
-
-SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
-    if (!found.IsFolder()) {
-        return SmartPtr(FileItem::Make(found.m_Look)->Identity());
-    }
-    const auto folder = Make(m_Path + '/' + found.m_Name, m_Helpers, m_Step, found.m_Look.m_IsLink);
-    return SmartPtr(folder->Identity());
 }
 
 /// A folder that goes while its rows are shown is no failure: it goes from the one above it too,
@@ -180,7 +174,7 @@ SmartPtr<IUnknown> FolderSource::MakeItem(const FolderEntry& found) const {
 void FolderSource::NoteFailure(const std::error_code& error) const {
     const bool isGone = IsShown() && m_Above && error == std::errc::no_such_file_or_directory;
     if (!isGone) {
-        m_Helpers.m_Failures->Add(m_Path, error.value());
+        m_Helpers->m_Failures->Add(m_Path, error.value());
     }
 }
 

@@ -4,25 +4,9 @@
 #include "host/components/CreatableString.h"
 #include "host/data/FolderCollection.h"
 #include "host/drawing/DrawnItem.h"
-#include "host/folders/FolderScan.h"
-#include "host/folders/FolderWatch.h"
-#include "host/reading/BackgroundReads.h"
-#include "host/reading/ReadFailures.h"
+#include "host/folders/FolderReading.h"
 
-#include <functional>
 #include <string>
-
-/// What the folders of one tree share.
-struct FolderHelpers {
-    /// Hears of what cannot be read; never null.
-    ReadFailuresPtr m_Failures = std::make_shared<ReadFailures>();
-    FolderWatchPtr m_Watch = {};     ///< watches what was read, unless it is null
-    BackgroundReadsPtr m_Reads = {}; ///< reads beside the window's thread; null to read at once
-    /// Looks into a folder, on any thread, as ScanFolder does.
-    std::function<FolderScan(
-        const std::string& path, const FolderPath* step, ReadProgress* progress)>
-        m_Look = &ScanFolder;
-};
 
 /// A folder of the file system as a collection, read when it is asked to: folders first, each kind
 /// by name in the order of the program's locale. A linked folder is one too, unless it leads back
@@ -36,17 +20,21 @@ class FolderSource final
 public:
     static constexpr const char* kKind = "FolderSource";
 
-    /// `path` as the system has it, which need not be UTF-8. `isLink`: it is reached by a link, and
-    /// drawn as one.
-    explicit FolderSource(std::string path, FolderHelpers helpers = {},
-        FolderPathPtr above = nullptr, bool isLink = false)
+    /// The root of a tree. `path` as the system has it, which need not be UTF-8.
+    explicit FolderSource(std::string path, const FolderHelpers& helpers = {})
+        : FolderSource(std::move(path), std::make_shared<const FolderHelpers>(helpers)) {}
+    /// `helpers` are not null. `above` are the steps above a folder in another one, or null.
+    /// `isLink`: it is reached by a link, and drawn as one.
+    FolderSource(std::string path, FolderHelpersPtr helpers, FolderPathPtr above = nullptr,
+        bool isLink = false)
         : m_Path(std::move(path)), m_Helpers(std::move(helpers)), m_Above(std::move(above)) {
         SetLook({ItemKind::kFolder, isLink});
     }
-    ~FolderSource();
+    ~FolderSource() { Forget(); }
 
-    /// Takes what was found in the folder instead of looking into it. Throws when memory runs out.
-    void Fill(FolderScan scan);
+    /// Reads the folder while nobody else knows it, on any thread; what kept it from reading all is
+    /// the answer, and told to nobody else. `progress` may be null. Throws std::bad_alloc.
+    std::error_code ReadNew(ReadProgress* progress);
 
     int32_t SetFileName(IString* fileName) override;
     /// Reads the folder once. E_FAIL when it cannot be read; a later call tries again. S_OK also
@@ -71,25 +59,26 @@ private:
         kRead     ///< what was found last is in it, also while it is read again
     };
 
+    using Work = std::function<FolderReading(ReadProgress* progress)>;
+
     bool IsShown() const { return m_State != State::kUnread; }
     bool Read(int32_t newFlags);
-    std::optional<FolderScan> LookBeside();
-    std::optional<FolderScan> BeginToLook();
+    Work PrepareToRead();
+    std::optional<FolderReading> ReadBeside(BackgroundReads& reads);
+    std::optional<FolderReading> BeginToRead(BackgroundReads& reads);
     void ShowThatItIsRead();
-    void Prepare();
-    bool Take(FolderScan scan, int32_t newFlags);
-    std::vector<Entry> Merge(std::vector<FolderEntry> found, int32_t newFlags, bool& isChanged);
-    SmartPtr<IUnknown> MakeItem(const FolderEntry& found) const;
-    void WatchAnew();
-    void Unwatch();
-    void Forget();
+    bool Take(FolderReading reading, int32_t newFlags);
+    std::optional<std::vector<Entry>> NewItems(std::vector<Entry> items, int32_t newFlags) const;
+    void TakeNumbers(FolderReading& reading);
+    void NoteState(const FolderScan& scan);
     void NoteFailure(const std::error_code& error) const;
+    void Forget();
 
     std::string m_Path;
-    FolderHelpers m_Helpers;
+    FolderHelpersPtr m_Helpers;
     FolderPathPtr m_Above;              ///< null for the root of a tree
     std::shared_ptr<FolderPath> m_Step; ///< null until the first reading; the folders below hold it
-    int m_WatchNumber = -1;
+    WatchedFolder m_Watched;            ///< since it was read last
     State m_State = State::kUnread;
-    bool m_IsOutdated = false; ///< it changed while it was looked into
+    bool m_HasBegun = false; ///< a reading beside, at some time
 };

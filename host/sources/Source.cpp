@@ -15,15 +15,18 @@
 namespace {
 
 /// One that cannot be read is shown empty.
-SourceMaker ReadFolder(const std::string& path, ReadProgress* progress) {
-    FolderPath step{.m_Above = StepsAbove(path)};
-    Identify(path, step);
-    return SourceMaker(
-        [path, scan = ScanFolder(path, &step, progress)](const FolderHelpers& helpers) mutable {
-            const auto folder = FolderSource::Make(path, helpers);
-            folder->Fill(std::move(scan));
-            return SmartPtr<ISuperCollection>(folder.Get());
-        });
+SourceMaker ReadFolder(
+    const std::string& path, const FolderWatchPtr& watch, ReadProgress* progress) {
+    const auto shared = std::make_shared<FolderHelpers>(FolderHelpers{.m_Watch = watch});
+    const auto folder = FolderSource::Make(path, shared);
+    const std::error_code error = folder->ReadNew(progress);
+    return SourceMaker([path, shared, folder, error](const FolderHelpers& helpers) {
+        *shared = helpers;
+        if (error) {
+            helpers.m_Failures->Add(path, error.value());
+        }
+        return SmartPtr<ISuperCollection>(folder.Get());
+    });
 }
 
 SourceKind KindByContent(std::string_view text) {
@@ -113,7 +116,8 @@ SourceMaker ReadFile(
 
 } // namespace
 
-SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* progress) {
+SourceMaker ReadSource(
+    const std::string& path, SourceKind kind, ReadProgress* progress, const FolderWatchPtr& watch) {
     if (path == "-") {
         return ReadFile(path, "standard input", kind, progress);
     }
@@ -123,7 +127,7 @@ SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* p
         throw SourceMissing("cannot open " + path + ": " + error.message());
     }
     if (std::filesystem::is_directory(status)) {
-        return ReadFolder(path, progress);
+        return ReadFolder(path, watch, progress);
     }
     // What is no regular file, a pipe for one, can be read only once.
     const bool isArchive =
@@ -137,5 +141,5 @@ SourceMaker ReadSource(const std::string& path, SourceKind kind, ReadProgress* p
 
 SmartPtr<ISuperCollection> OpenSource(const std::string& path, SourceKind kind,
     const FolderHelpers& helpers, ReadProgress* progress) {
-    return ReadSource(path, kind, progress)(helpers);
+    return ReadSource(path, kind, progress, helpers.m_Watch)(helpers);
 }
