@@ -95,7 +95,8 @@ int32_t Keyboard::Press(Key key, int32_t rowsShown) {
     case Key::kMinus:
         return isOpen ? Toggle(selected) : S_FALSE;
     case Key::kAsterisk:
-        return OpenAllBeside(selected);
+        m_Opening.emplace(selected.m_Collection);
+        return GoOnOpening();
     default:
         return Toggle(selected);
     }
@@ -184,11 +185,10 @@ int32_t Keyboard::CloseOrGoOut(const Row& row, int32_t rowsShown) {
     return isOpen ? Toggle(row) : GoTo(ParentRow(m_Tree, row).m_Number, rowsShown);
 }
 
-int32_t Keyboard::OpenAllBeside(const Row& row) {
-    int32_t flags = 0;
-    bool isAnyOpened = false;
-    for (int32_t i = 0; row.m_Collection->GetItemFlags(i, &flags) >= 0; ++i) {
-        isAnyOpened |= (flags & NODE_EXPANDED) == 0 && ToggleNode(row.m_Collection.Get(), i);
+int32_t Keyboard::GoOnOpening() {
+    const bool isAnyOpened = m_Opening->GoOn(Turn(m_TurnLimit));
+    if (m_Opening->IsOver()) {
+        m_Opening.reset();
     }
     m_Row = SelectedRow(m_Tree).m_Number; // rows have come above it
     return isAnyOpened ? Announce(m_Tree) : S_FALSE;

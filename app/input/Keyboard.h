@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/input/Input.h"
+#include "app/input/Opening.h"
 #include "app/input/TypeAhead.h"
 #include "app/tree/Rows.h"
 
@@ -30,6 +31,14 @@ public:
     /// selected row on and then from the first. Folders are not opened for it. '+', '-' and '*' are
     /// keys where they do not go on with something. S_FALSE when there is none.
     int32_t Type(std::string_view utf8, int32_t rowsShown);
+    /// Whether asterisk has not opened all yet, since that is limited to a turn.
+    bool IsOpening() const { return m_Opening.has_value(); }
+    /// Opens on, for a turn. S_FALSE when nothing was opened.
+    int32_t GoOnOpening();
+    void StopOpening() { m_Opening.reset(); }
+    /// How long a turn is from now on; else it goes on to the end.
+    void LimitTurns(std::chrono::milliseconds limit) { m_TurnLimit = limit; }
+
     /// Whether letters were typed so lately that the next ones go on with them.
     bool IsTyping() const;
 
@@ -57,10 +66,11 @@ private:
     int32_t GoBy(Key key, const Row& from, int32_t rowsShown);
     int32_t OpenOrGoIn(const Row& row, int32_t rowsShown);
     int32_t CloseOrGoOut(const Row& row, int32_t rowsShown);
-    int32_t OpenAllBeside(const Row& row);
 
     IUITree* m_Tree;
     int32_t m_Row = -1; ///< where the selected node is likely to be
     bool m_AreSeveralMarked = false;
     TypeAhead m_TypeAhead;
+    std::optional<Opening> m_Opening;
+    std::optional<std::chrono::milliseconds> m_TurnLimit;
 };

@@ -46,10 +46,8 @@ void Search::BeginAnew() {
     }
 }
 
-bool Search::GoOn(std::optional<std::chrono::milliseconds> limit) {
-    using std::chrono::steady_clock;
+bool Search::GoOn(const Turn& turn) {
     constexpr int kItems = 256; // between two looks at the clock
-    const auto begin = steady_clock::now();
     while (m_Looking) {
         for (int i = 0; i < kItems && m_Looking; ++i) {
             const Path* path = m_Looking->m_Walk.Next();
@@ -57,7 +55,7 @@ bool Search::GoOn(std::optional<std::chrono::milliseconds> limit) {
                 End(std::move(m_Looking->m_Near.empty() ? m_Looking->m_Far : m_Looking->m_Near));
             }
         }
-        if (limit && steady_clock::now() - begin >= *limit) {
+        if (turn.IsOver()) {
             break;
         }
     }

@@ -2,8 +2,8 @@
 
 #include "app/tree/Rows.h"
 #include "host/data/ItemWalk.h"
+#include "host/data/Turn.h"
 
-#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,8 +31,8 @@ public:
     void Begin(Direction direction);
     /// The tree has changed: what goes on begins anew.
     void BeginAnew();
-    /// Looks on for about so long, or to the end without a limit. True when it is over.
-    bool GoOn(std::optional<std::chrono::milliseconds> limit);
+    /// Looks on until the turn or the search is over. True when the search is.
+    bool GoOn(const Turn& turn);
     bool IsOn() const { return m_Looking.has_value(); }
 
     /// Opens the folders above the item that was found, and answers its row; none when nothing

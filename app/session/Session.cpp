@@ -88,10 +88,13 @@ int32_t Session::Perform(const KeyInput& input) {
         return Copy();
     }
     if (input.m_Key == Key::kF5) {
-        return ReadAgain(RereadParts::kAll);
+        m_Rereading.emplace(RootOf(m_Tree).Get(), RereadParts::kAll);
+        return ReadAgain();
     }
     if (!m_Search && input.m_Key == Key::kEscape) {
-        return S_FALSE;
+        const bool wasOpening = IsOpening();
+        m_Keyboard.StopOpening();
+        return wasOpening ? S_OK : S_FALSE;
     }
     PrepareForKeys();
     return m_Search ? PressInSearch(input.m_Key) : m_Keyboard.Press(input.m_Key, RowsShown());
@@ -123,16 +126,24 @@ int32_t Session::SearchIn(Search::Direction direction) {
 
 /// S_FALSE too while it is not over.
 int32_t Session::SearchOn() {
-    const bool isOver = m_Search->GoOn(m_SearchLimit);
+    const bool isOver = m_Search->GoOn(Turn(m_TurnLimit));
     return isOver ? m_Keyboard.GoTo(m_Search->Show().m_Number, RowsShown()) : S_FALSE;
 }
 
+void Session::GoOn() {
+    if (IsOpening()) {
+        const int32_t status = m_Keyboard.GoOnOpening();
+        Note("opened", StatusText(status));
+    }
+    if (m_Search && m_Search->IsOn()) {
+        GoOnSearching();
+    }
+}
+
 void Session::GoOnSearching() {
-    if (IsSearchOn()) {
-        const int32_t status = SearchOn();
-        if (!IsSearchOn()) {
-            Note("search ended", StatusText(status));
-        }
+    const int32_t status = SearchOn();
+    if (!m_Search->IsOn()) {
+        Note("search ended", StatusText(status));
     }
 }
 
@@ -151,12 +162,20 @@ int32_t Session::Perform(const TypedInput& input) {
 }
 
 void Session::ReadChanged() {
-    Note("tree changed", StatusText(ReadAgain(RereadParts::kChanged)));
+    if (!m_Rereading) {
+        m_Rereading.emplace(RootOf(m_Tree).Get(), RereadParts::kChanged);
+    }
+    Note("tree changed", StatusText(ReadAgain()));
 }
 
-int32_t Session::ReadAgain(RereadParts which) {
+/// For a turn.
+int32_t Session::ReadAgain() {
     const KeptPlace place(m_Tree);
-    if (!RereadTree(RootOf(m_Tree).Get(), which)) {
+    const bool isChanged = m_Rereading->GoOn(Turn(m_TurnLimit));
+    if (m_Rereading->IsOver()) {
+        m_Rereading.reset();
+    }
+    if (!isChanged) {
         return S_FALSE;
     }
     TellScrollBar();

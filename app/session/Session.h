@@ -38,15 +38,24 @@ public:
     /// What is searched for; none unless a search was begun by typing '/'. Letters go on with it,
     /// down, enter and up go to the next and to the previous item found, and any other key ends it.
     const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
-    /// A search goes on for so long at a time from now on, and not to its end.
-    void LimitSearch(std::chrono::milliseconds limit) { m_SearchLimit = limit; }
-    bool IsSearchOn() const { return m_Search && m_Search->IsOn(); }
-    /// Does the next part of a search that is on.
-    void GoOnSearching();
+    /// Long work goes on for so long at a time from now on, and not to its end.
+    void LimitTurns(std::chrono::milliseconds limit) {
+        m_TurnLimit = limit;
+        m_Keyboard.LimitTurns(limit);
+    }
+    /// Whether a key has begun work that is not over.
+    bool IsAtWork() const { return IsOpening() || (m_Search && m_Search->IsOn()); }
+    /// Whether that is the opening of folders, which escape stops.
+    bool IsOpening() const { return m_Keyboard.IsOpening(); }
+    /// Does the next turn of that work, if there is any.
+    void GoOn();
 
     /// Brings the folders of which a watch has heard up to what is on disk now, and takes what was
-    /// read beside the window's thread. What is at the top and what is selected stay so, by name.
+    /// read beside the window's thread, for a turn. What is at the top and what is selected stay
+    /// so, by name. Goes on where the turn before has ended, whatever that has read again.
     void ReadChanged();
+    /// Whether a reading again, of what was changed or of all by F5, goes on with the next call.
+    bool IsReadingAgain() const { return m_Rereading.has_value(); }
 
     /// Guide lines are drawn from now on.
     void ShowGuides() { m_HasGuides = true; }
@@ -86,12 +95,13 @@ private:
     int32_t Perform(const TouchInput& input);
     int32_t Perform(const KeyInput& input);
     int32_t Perform(const TypedInput& input);
-    int32_t ReadAgain(RereadParts which);
+    int32_t ReadAgain();
     int32_t Copy();
     void PrepareForKeys();
     int32_t PressInSearch(Key key);
     int32_t SearchIn(Search::Direction direction);
     int32_t SearchOn();
+    void GoOnSearching();
     void TellScrollBar();
     void Activate(IUnknown* node);
     void NotePointer(const PointerInput& input);
@@ -106,7 +116,8 @@ private:
     std::ostream& m_Record;
     Keyboard m_Keyboard;
     std::optional<Search> m_Search;
-    std::optional<std::chrono::milliseconds> m_SearchLimit;
+    std::optional<Rereading> m_Rereading;
+    std::optional<std::chrono::milliseconds> m_TurnLimit;
     std::optional<Point> m_Pointer; ///< where it is, while it is on the control
     Dwell m_Dwell;                  ///< of the pointer, at the tops of labels that are cut short
     bool m_HasGuides = false;

@@ -14,7 +14,9 @@ void TreeUpdates::Hear(const SDL_Event& event) {
 }
 
 void TreeUpdates::Update() {
-    m_Reads.RenewPatience();
+    if (!m_Session.IsOpening() && !m_Session.IsReadingAgain()) {
+        m_Reads.RenewPatience(); // else what goes on has had it
+    }
     if (std::exchange(m_HasReadNews, false)) {
         const bool isBegun = m_Reading.empty();
         m_Reading = m_Reads.TakeNews();
@@ -27,19 +29,27 @@ void TreeUpdates::Update() {
     }
 }
 
-/// However quickly they change, a fifth of the time goes into it at most.
+/// However quickly they change, a fifth of the time goes into it at most, but for the turns of one
+/// reading, which follow each other.
 void TreeUpdates::ReadChanged() {
     constexpr uint64_t kRest = 4;
     const uint64_t begin = SDL_GetTicks64();
-    m_AreChanged = false;
-    m_Watch.Take();
+    if (!m_Session.IsReadingAgain()) {
+        m_AreChanged = false;
+        m_Spent = 0;
+        m_Watch.Take();
+    }
     m_Session.ReadChanged();
     m_WatchWaker.Arm();
     const uint64_t end = SDL_GetTicks64();
-    m_RestUntil = end + kRest * (end - begin);
+    m_Spent += end - begin;
+    m_RestUntil = end + kRest * m_Spent;
 }
 
 std::optional<int64_t> TreeUpdates::UntilNext() const {
+    if (m_Session.IsReadingAgain()) {
+        return 0;
+    }
     if (!m_AreChanged) {
         return {};
     }

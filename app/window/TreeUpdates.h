@@ -41,6 +41,7 @@ private:
     Waker m_ReadsWaker;
     bool m_AreChanged = false; ///< or what was read is there
     bool m_HasReadNews = false;
+    uint64_t m_Spent = 0;     ///< milliseconds, in the turns of one reading
     uint64_t m_RestUntil = 0; ///< milliseconds of SDL's clock
     std::string m_Reading;
     bool m_WasStopped = false;

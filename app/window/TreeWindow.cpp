@@ -25,8 +25,8 @@ TreeWindow::TreeWindow(const ShownTree& shown, Size size, std::ostream& record)
       m_Session(m_View.Control(), m_Window.GetSize(), record),
       m_Updates(shown.m_Watch, shown.m_Reads, m_Session), m_Reading(shown.m_Reading),
       m_Panel(m_Session) {
-    constexpr std::chrono::milliseconds kSearchTurn(20);
-    m_Session.LimitSearch(kSearchTurn);
+    constexpr std::chrono::milliseconds kTurn(20);
+    m_Session.LimitTurns(kTurn);
 }
 
 void TreeWindow::Run() {
@@ -35,7 +35,7 @@ void TreeWindow::Run() {
         for (const Input& input : m_Input.TakeDue()) {
             Feed(input);
         }
-        m_Session.GoOnSearching();
+        m_Session.GoOn();
         Update();
         SDL_Event event;
         for (bool hasEvent = WaitForEvent(event); hasEvent; hasEvent = SDL_PollEvent(&event) != 0) {
@@ -48,9 +48,9 @@ void TreeWindow::Run() {
 bool TreeWindow::WaitForEvent(SDL_Event& event) {
     int64_t patience = INT_MAX;
     const auto untilUpdate = m_Reading.IsOn() ? std::nullopt : m_Updates.UntilNext();
-    const auto untilSearch = m_Session.IsSearchOn() ? std::optional<int64_t>(0) : std::nullopt;
+    const auto untilWork = m_Session.IsAtWork() ? std::optional<int64_t>(0) : std::nullopt;
     for (const auto until :
-        {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilUpdate, untilSearch}) {
+        {m_Session.UntilNextPicture(), m_Input.UntilNext(), untilUpdate, untilWork}) {
         patience = std::min(patience, until.value_or(INT_MAX));
     }
     if (patience < INT_MAX) {
@@ -104,7 +104,7 @@ bool TreeWindow::HandleKey(const SDL_Event& event) {
 
 /// Ends what was begun last: a search, a reading, or else the window.
 bool TreeWindow::HandleEscape() {
-    if (m_Session.Searching()) {
+    if (m_Session.Searching() || m_Session.IsOpening()) {
         m_Session.Feed(KeyInput{Key::kEscape});
     } else if (m_Reading.IsOn()) {
         m_Reading.Stop();
@@ -139,6 +139,9 @@ std::string TreeWindow::Status() {
             return text + "  \u2014  searching\u2026";
         }
         return text + (search->HasFound() ? "" : "  \u2014  nothing is called so");
+    }
+    if (m_Session.IsOpening()) {
+        return "opening folders\u2026  \u2014  escape stops it";
     }
     if (m_Reading.IsOn()) {
         return "reading " + m_ShownPath + ", " + m_Reading.HowFar() + "  \u2014  escape stops it";

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "framework/interfaces/CollectionInterfaces.h"
+#include "host/data/ItemWalk.h"
+#include "host/data/Turn.h"
+
+#include <vector>
 
 enum class RereadParts {
     kAll,
@@ -11,5 +14,27 @@ enum class RereadParts {
 /// what is gone is removed, what is new comes where it sorts, and what stays keeps its flag words
 /// and what was read below it; a root that is gone is empty. What is being read beside the window's
 /// thread is taken as far as it is there. What was never read stays so, and what never changes
-/// stays as it is. True when something changed. Throws when memory runs out.
+/// stays as it is. It is done in turns, between which rows may be opened and closed.
+class Rereading {
+public:
+    Rereading(ISuperCollection* root, RereadParts which);
+
+    /// Reads on until the turn or all is over, at least one part. True when something changed.
+    /// Throws when memory runs out.
+    bool GoOn(const Turn& turn);
+    bool IsOver() const { return m_Waiting.empty(); }
+
+private:
+    struct Part {
+        SmartPtr<ISuperCollection> m_Collection;
+        Place m_Above; ///< the item that it is; no collection for the root
+    };
+
+    void AppendFilled(ISuperCollection* collection);
+
+    RereadParts m_Which;
+    std::vector<Part> m_Waiting;
+};
+
+/// All of it in one turn.
 bool RereadTree(ISuperCollection* root, RereadParts which = RereadParts::kAll);

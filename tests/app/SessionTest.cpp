@@ -144,19 +144,73 @@ TEST_F(SessionTest, SearchThatTakesLongGoesOnInTurnsAndAnewWhenTheTreeChanges) {
     BindCollection(OpenSource((folder / "").string(), SourceKind::kByContent, {failures, watch}));
     std::ostringstream record;
     Session session(m_Tree.Get(), kFourRows, record);
-    session.LimitSearch(std::chrono::milliseconds(0));
+    session.LimitTurns(std::chrono::milliseconds(0));
     session.Feed(TypedInput{"/z"});
-    EXPECT_TRUE(session.IsSearchOn());
+    EXPECT_TRUE(session.IsAtWork());
     EXPECT_EQ(SelectedLabel(), "");
-    session.GoOnSearching();
+    session.GoOn();
     std::ofstream(folder / "0z").flush();
     watch->Take();
     session.ReadChanged();
-    while (session.IsSearchOn()) {
-        session.GoOnSearching();
+    while (session.IsAtWork()) {
+        session.GoOn();
     }
     EXPECT_EQ(SelectedLabel(), "0z");
     EXPECT_NE(record.str().find("search ended -> 0"), std::string::npos);
+}
+
+TEST_F(SessionTest, OpeningManyFoldersGoesOnInTurnsUntilEscape) {
+    std::string text;
+    std::string opened;
+    for (int i = 0; i < 9; ++i) {
+        text += std::to_string(i) + "\n  leaf\n";
+        opened += std::to_string(i) + " leaf ";
+    }
+    Bind(text);
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    session.LimitTurns(std::chrono::milliseconds(0));
+    session.Feed(TypedInput{"4"});
+    session.Feed(KeyInput{Key::kAsterisk});
+    EXPECT_EQ(Rows(), "0 leaf 1 2 3 4 5 6 7 8") << "a turn opens one at least";
+    session.GoOn();
+    session.Feed(KeyInput{Key::kDown}); // is answered meanwhile
+    session.Feed(KeyInput{Key::kEscape});
+    EXPECT_FALSE(session.IsAtWork());
+    EXPECT_EQ(Rows(), "0 leaf 1 leaf 2 3 4 5 6 7 8");
+    EXPECT_EQ(SelectedLabel(), "5");
+    session.Feed(KeyInput{Key::kAsterisk});
+    m_Root->InsertItem(0, 0, Outline("new").Get(), 0, 0); // hidden, and moves all others on
+    while (session.IsAtWork()) {
+        session.GoOn();
+    }
+    EXPECT_EQ(Rows() + " ", opened);
+}
+
+TEST_F(SessionTest, ReadingAgainInTurnsKeepsWhatIsClosedMeanwhile) {
+    const TemporaryFolder folder;
+    for (const char* name : {"a", "b"}) {
+        std::filesystem::create_directory(folder / name);
+        std::ofstream(folder / name / "old").flush();
+    }
+    BindCollection(OpenSource((folder / "").string()));
+    OpenLevels(m_Root.Get(), 1);
+    EXPECT_EQ(Rows(), "a old b old");
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    session.LimitTurns(std::chrono::milliseconds(0));
+    for (const char* name : {"a", "b"}) {
+        std::ofstream(folder / name / "new").flush();
+    }
+    session.Feed(KeyInput{Key::kF5}); // reads the root, in its first turn
+    EXPECT_TRUE(session.IsReadingAgain());
+    ToggleNode(m_Root.Get(), 0);
+    while (session.IsReadingAgain()) {
+        session.ReadChanged();
+    }
+    EXPECT_EQ(Rows(), "a b new old");
+    ToggleNode(m_Root.Get(), 0);
+    EXPECT_EQ(Rows(), "a new old b new old");
 }
 
 TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {
