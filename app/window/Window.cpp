@@ -1,5 +1,7 @@
 #include "app/window/Window.h"
 
+#include "app/window/DisplayScale.h"
+
 #include <SDL.h>
 #include <csignal>
 #include <cstdlib>
@@ -63,6 +65,7 @@ void Check(bool isDone, const char* what) {
 
 Window::Window(const std::string& title, Size size) : m_Scale(size.m_Scale) {
     Start();
+    m_Scale = m_Scale > 0 ? m_Scale : ScaleOfDisplay();
     m_Window.reset(SDL_CreateWindow(title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
         Side(size.m_Width, m_Scale), Side(size.m_Height, m_Scale), WindowFlags()));
     if (!m_Window) {

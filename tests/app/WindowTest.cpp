@@ -2,7 +2,9 @@
 #include "tests/support/HostTest.h"
 #include "tests/support/Program.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
@@ -35,12 +37,12 @@ protected:
         if (*EMULATOR != '\0' || std::system("which Xvfb xdotool >/dev/null") != 0) {
             GTEST_SKIP() << "no display for an emulated program, or without Xvfb and xdotool";
         }
-        ASSERT_TRUE(OpenDisplay(m_Server)) << "Xvfb does not start";
+        ASSERT_TRUE(m_Server || OpenDisplay(m_Server)) << "Xvfb does not start";
         std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
         // The system's own libraries keep what they allocate.
-        m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + Treehost() +
-                         "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" + m_Scale +
-                         " --record --document '" + m_Settings + "'");
+        m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + m_Hints +
+                         Treehost() + "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" +
+                         m_Scale + " --record --document '" + m_Settings + "'");
         Do("search --sync --onlyvisible --name 'treehost$' windowmove --sync %1 0 0 "
            "windowfocus --sync %1");
     }
@@ -55,13 +57,51 @@ protected:
     std::string m_Shown = "tree";
     std::string m_Settings = m_Folder / "settings";
     std::string m_Scale;
+    std::string m_Hints; ///< variables for the window system, each with a blank in front
     std::optional<Program> m_Server;
     std::optional<Program> m_Window;
 };
 
+/// The mouse is a finger too.
+class TouchedWindowTest : public WindowTest {
+protected:
+    TouchedWindowTest() { m_Hints = " SDL_MOUSE_TOUCH_EVENTS=1"; }
+};
+
+/// What is on the display at a place, where there is no text.
+unsigned long PixelAt(Display* display, int x, int y) {
+    XImage* image = XGetImage(display, DefaultRootWindow(display), x, y, 1, 1, AllPlanes, ZPixmap);
+    const unsigned long pixel = XGetPixel(image, 0, 0);
+    XDestroyImage(image);
+    return pixel;
+}
+
 class ScaledWindowTest : public WindowTest {
 protected:
     ScaledWindowTest() { m_Scale = " --scale 2"; }
+};
+
+/// A window on a display that says how sharp it is.
+class DenseWindowTest : public WindowTest {
+protected:
+    void SetUp() override {
+        if (*EMULATOR == '\0' && OpenDisplay(m_Server)) {
+            const std::string resources = "Xft.dpi:\t192\n";
+            m_Display = XOpenDisplay(nullptr);
+            XChangeProperty(m_Display, DefaultRootWindow(m_Display), XA_RESOURCE_MANAGER, XA_STRING,
+                8, PropModeReplace, reinterpret_cast<const unsigned char*>(resources.data()),
+                int(resources.size()));
+            XSync(m_Display, False);
+        }
+        WindowTest::SetUp();
+    }
+    ~DenseWindowTest() override {
+        if (m_Display) {
+            XCloseDisplay(m_Display);
+        }
+    }
+
+    Display* m_Display = nullptr;
 };
 
 class FolderWindowTest : public WindowTest {
@@ -106,6 +146,14 @@ TEST_F(ScaledWindowTest, PixelThatIsHitIsThePixelThatIsSeen) {
     EXPECT_EQ(m_Window->Wait(), 0);
 }
 
+TEST_F(DenseWindowTest, AllIsTwiceAsLargeOnADisplayThatIsTwiceAsSharp) {
+    Expect("mousemove 120 90", "move 60 45 -> ");
+    Expect("click 1", "node=\"C\"");
+    Expect("mousemove 380 10 mousedown 1", "press 190 5 -> 0");
+    Do("mouseup 1 key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
 TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
     Expect("mousemove 11 11 click 1", "action=opened node=\"A\"");
     Expect("click 5", "wheel 11 11 100 -> 0");
@@ -121,6 +169,50 @@ TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
     Do("key Escape");
     EXPECT_EQ(m_Window->Wait(), 0);
     EXPECT_NO_THROW(Document::Load(m_Settings));
+}
+
+TEST_F(WindowTest, LettersGoToTheRowThatBeginsWithThem) {
+    Expect("key d", "action=none node=\"D\"");
+    Do("key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(WindowTest, RowUnderThePointerIsMarkedUntilItLeaves) {
+    constexpr int kInRow = 150; // right of the labels
+    constexpr int kMiddles[] = {11, 33};
+    Display* display = XOpenDisplay(nullptr);
+    const auto isMarked = [&](int row) {
+        return PixelAt(display, kInRow, kMiddles[row]) != PixelAt(display, kInRow, 55);
+    };
+    // The record tells of the pointer before the picture shows it.
+    for (const int row : {0, 1}) {
+        Expect("mousemove 100 " + std::to_string(kMiddles[row]), "move 100");
+        while (!isMarked(row) || isMarked(1 - row)) {
+        }
+    }
+    Do("mousemove 400 300");
+    while (isMarked(1)) {
+    }
+    XCloseDisplay(display);
+    Do("key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(TouchedWindowTest, QuickFingerLetsTheRowsGoOnByThemselves) {
+    // A hand that a busy machine holds up for long is not quick.
+    for (bool isOn = false; !isOn;) {
+        Do("key Home mousemove 60 80 mousedown 1 mousemove 60 60 mousemove 60 40 mousemove 60 10 "
+           "mouseup 1 mousemove 61 10");
+        ASSERT_TRUE(m_Window->WaitFor("release 60 10"));
+        Do("mousemove 62 10");
+        for (std::string line; line.find("move 62 10") == std::string::npos;) {
+            line = m_Window->ReadLine();
+            ASSERT_NE(line, "");
+            isOn |= line.find("touch update -") != std::string::npos;
+        }
+    }
+    Do("key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
 }
 
 TEST_F(WindowTest, ScrollBarIsDraggedAndTheCloseButtonEndsIt) {
