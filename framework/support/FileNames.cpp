@@ -113,7 +113,7 @@ IString* CreateAbsolute(IString* path) {
         auto* characters = const_cast<wchar_t*>(text.data()); // GetString hands them out writable
         std::replace(characters + kept, characters + text.size(), L'\\', L'/');
     }
-    if (empty || absolute || plain) {
+    if (absolute || plain) {
         return Share(path);
     }
     std::wstring name(GoUp(ViewOf(installReference), ups));

@@ -1,7 +1,5 @@
 #include "framework/support/Values.h"
 
-#include <cctype>
-
 namespace {
 
 constexpr int kHexadecimal = 16;
@@ -30,10 +28,9 @@ int DigitValue(wchar_t character, int radix) {
     if (character >= L'0' && character <= L'9') {
         return character - L'0';
     }
-    const bool narrow = character > 0 && character <= 0xFF;
-    const int folded = narrow ? std::toupper(static_cast<int>(character)) : 0;
-    return folded >= 'A' && folded <= 'F' && radix > 10 && radix <= kHexadecimal ? folded - 'A' + 10
-                                                                                 : -1;
+    const wchar_t folded = character >= L'a' ? character - (L'a' - L'A') : character;
+    const bool counts = radix > 10 && radix <= kHexadecimal;
+    return counts && folded >= L'A' && folded <= L'F' ? static_cast<int>(folded - L'A') + 10 : -1;
 }
 
 uint32_t ParseDigits(const CREFString& text, int radix) {

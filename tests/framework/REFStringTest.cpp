@@ -66,9 +66,10 @@ TEST(REFString, PartsEndAtTheLastDelimiter) {
 
 TEST(REFString, WordsEndAtADelimiterOrWithTheirToken) {
     Check({{kWord, 1, 0, L"ab,c", 3, L"ab", L",c"}, {kWord, 1, 0, L",c", 1, L"", L",c"},
-        {kWord, 1, 0, L"abc", 0, L"abc", L""}, {kWord, 1, 0, L"", kFail, L"", L""},
-        {kWord, 0, 0, L"ab,c", 3, L"ab", L"ab,c"}, {kSplit, 0, 0, L"a;b,c", S_OK, L"a", L";b,c"},
-        {kSplit, 0, 0, L",", S_OK, L"", L","}, {kSplit, 1, 0, L"a\tb,c", S_OK, L"a", L"\tb,c"},
+        {kWord, 1, 0, L"abc", 0, L"abc", L""}, {kWord, 1, 0, L"a", 0, L"a", L""},
+        {kWord, 1, 0, L"", kFail, L"", L""}, {kWord, 0, 0, L"ab,c", 3, L"ab", L"ab,c"},
+        {kSplit, 0, 0, L"a;b,c", S_OK, L"a", L";b,c"}, {kSplit, 0, 0, L",", S_OK, L"", L","},
+        {kSplit, 1, 0, L"a\tb,c", S_OK, L"a", L"\tb,c"},
         {kSplit, 0, 0, L"a\tb,", S_OK, L"a\tb", L","}, {kSplit, 1, 0, L"a b", kFail, L"a b", L""},
         {kSplit, 1, 0, L"", kFail, L"", L""}, {kComma, 0, 0, L"a;b,c", S_OK, L"a;b", L",c"}});
     const std::tuple<const wchar_t*, int32_t, const wchar_t*, const wchar_t*> tokens[] = {

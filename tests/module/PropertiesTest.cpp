@@ -30,6 +30,11 @@ TEST_F(PropertiesTest, EveryNumberHasItsTypeRangeAndDefaultAndTakesAnyValue) {
         EXPECT_EQ(m_Tree->Control(id, -1000), S_OK);
         EXPECT_EQ(Value(id), id == 172 ? 0 : -1000) << id;
     }
+    for (const int icon : {170, 171}) {
+        int32_t range[] = {-1, -1};
+        EXPECT_EQ(Properties()->ParameterRange(icon, &range[0], &range[1]), S_OK);
+        EXPECT_EQ(std::pair(range[0], range[1]), std::pair(0, 1)) << icon;
+    }
     int32_t ends[] = {0, 0};
     EXPECT_EQ(Properties()->ParameterRange(PROPID_ALL, &ends[0], &ends[1]), S_OK);
     EXPECT_EQ(ends[0], 4);

@@ -313,6 +313,13 @@ TEST_F(RenderingTest, RowsOfACollectionAreDrawnFromTheCounterUpToTheLimit) {
     int32_t counter = 0;
     EXPECT_EQ(render(control, unreadable.Get(), 0, &counter, 2, &m_Canvas, rect), S_OK);
     EXPECT_EQ(m_Log, style + "'C' 15,0,110,15; ") << "it has no level";
+    const auto ring = SuperCollection::Make();
+    ring->Append("R", ring->Identity());
+    ring->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | 1);
+    counter = 0;
+    EXPECT_EQ(render(control, ring.Get(), 0, &counter, 9, &m_Canvas, rect), S_OK);
+    EXPECT_EQ(counter, 1) << "it is not drawn in itself";
+    ring->RemoveAll();
     EXPECT_EQ(render(control, nullptr, 0, &counter, 2, &m_Canvas, rect), E_FAIL);
     EXPECT_EQ(render(control, m_Root.Get(), 0, nullptr, 2, &m_Canvas, rect), E_POINTER);
 }
