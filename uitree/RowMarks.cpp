@@ -17,13 +17,6 @@ void RowMarks::Advance() {
     m_Next = fits ? m_Next + m_Step : std::numeric_limits<int32_t>::max();
 }
 
-void RowMarks::Clear() {
-    m_Count = 0;
-    m_Step = kFirstStep;
-    m_Next = kFirstStep;
-    m_HasLast = false;
-}
-
 std::optional<RowMark> RowMarks::Nearest(int32_t row) const {
     const RowMark* nearest = nullptr;
     int32_t distance = row;

@@ -34,7 +34,6 @@ public:
     void Remember(int32_t row, const Levels& levels) {
         m_HasLast = Set(m_Last, row, levels);
     }
-    void Clear();
 
     /// The mark that is the fewest rows away from a row, on either side; none when the root is
     /// nearer.

@@ -95,7 +95,7 @@ int32_t Keyboard::Press(Key key, int32_t rowsShown) {
     case Key::kMinus:
         return isOpen ? Toggle(selected) : S_FALSE;
     case Key::kAsterisk:
-        m_Opening.emplace(selected.m_Collection);
+        m_Openings.emplace_back(selected.m_Collection);
         return GoOnOpening();
     default:
         return Toggle(selected);
@@ -186,10 +186,12 @@ int32_t Keyboard::CloseOrGoOut(const Row& row, int32_t rowsShown) {
 }
 
 int32_t Keyboard::GoOnOpening() {
-    const bool isAnyOpened = m_Opening->GoOn(Turn(m_TurnLimit));
-    if (m_Opening->IsOver()) {
-        m_Opening.reset();
+    const bool isAnyOpened = m_Openings.back().GoOn(m_Turns.Begin());
+    if (m_Openings.back().IsOver()) {
+        m_Openings.pop_back();
     }
+    const Turn after;
     m_Row = SelectedRow(m_Tree).m_Number; // rows have come above it
+    m_Turns.NoteCost(after.Past());
     return isAnyOpened ? Announce(m_Tree) : S_FALSE;
 }

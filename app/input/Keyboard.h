@@ -6,6 +6,7 @@
 #include "app/tree/Rows.h"
 
 #include <optional>
+#include <vector>
 
 /// What the host does with the control when a key is pressed or a row is double-clicked, by the
 /// control's public operations and the flag words of the data. The control itself hears no keys.
@@ -32,12 +33,11 @@ public:
     /// keys where they do not go on with something. S_FALSE when there is none.
     int32_t Type(std::string_view utf8, int32_t rowsShown);
     /// Whether asterisk has not opened all yet, since that is limited to a turn.
-    bool IsOpening() const { return m_Opening.has_value(); }
+    bool IsOpening() const { return !m_Openings.empty(); }
     /// Opens on, for a turn. S_FALSE when nothing was opened.
     int32_t GoOnOpening();
-    void StopOpening() { m_Opening.reset(); }
-    /// How long a turn is from now on; else it goes on to the end.
-    void LimitTurns(std::chrono::milliseconds limit) { m_TurnLimit = limit; }
+    void StopOpening() { m_Openings.clear(); }
+    void LimitTurns(std::chrono::milliseconds limit) { m_Turns.Limit(limit); }
 
     /// Whether letters were typed so lately that the next ones go on with them.
     bool IsTyping() const;
@@ -71,6 +71,6 @@ private:
     int32_t m_Row = -1; ///< where the selected node is likely to be
     bool m_AreSeveralMarked = false;
     TypeAhead m_TypeAhead;
-    std::optional<Opening> m_Opening;
-    std::optional<std::chrono::milliseconds> m_TurnLimit;
+    std::vector<Opening> m_Openings; ///< of which the last goes on
+    Turns m_Turns;
 };

@@ -15,7 +15,7 @@ bool Opening::GoOn(const Turn& turn) {
         }
     }
     m_Next = NodeAt(m_Place);
-    m_IsOver = !m_Next;
+    m_IsOver = level->GetItemFlags(m_Place.m_Index, &flags) < 0;
     return isAnyOpened;
 }
 

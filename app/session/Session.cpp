@@ -126,7 +126,7 @@ int32_t Session::SearchIn(Search::Direction direction) {
 
 /// S_FALSE too while it is not over.
 int32_t Session::SearchOn() {
-    const bool isOver = m_Search->GoOn(Turn(m_TurnLimit));
+    const bool isOver = m_Search->GoOn(m_Turns.Begin());
     return isOver ? m_Keyboard.GoTo(m_Search->Show().m_Number, RowsShown()) : S_FALSE;
 }
 
@@ -170,8 +170,11 @@ void Session::ReadChanged() {
 
 /// For a turn.
 int32_t Session::ReadAgain() {
+    const Turn whole;
     const KeptPlace place(m_Tree);
-    const bool isChanged = m_Rereading->GoOn(Turn(m_TurnLimit));
+    const Turn steps = m_Turns.Begin();
+    const bool isChanged = m_Rereading->GoOn(steps);
+    const Turn::Duration past = steps.Past();
     if (m_Rereading->IsOver()) {
         m_Rereading.reset();
     }
@@ -180,10 +183,17 @@ int32_t Session::ReadAgain() {
     }
     TellScrollBar();
     m_Keyboard.NoteRow(place.Restore());
+    m_Turns.NoteCost(whole.Past() - past); // which grows with the rows
     if (m_Search) {
         m_Search->BeginAnew();
     }
     return Announce(m_Tree);
+}
+
+void Session::StopReadingAll() {
+    if (IsReadingAll()) {
+        m_Rereading.emplace(RootOf(m_Tree).Get(), RereadParts::kChanged);
+    }
 }
 
 int32_t Session::Copy() {

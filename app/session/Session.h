@@ -40,7 +40,7 @@ public:
     const Search* Searching() const { return m_Search ? &*m_Search : nullptr; }
     /// Long work goes on for so long at a time from now on, and not to its end.
     void LimitTurns(std::chrono::milliseconds limit) {
-        m_TurnLimit = limit;
+        m_Turns.Limit(limit);
         m_Keyboard.LimitTurns(limit);
     }
     /// Whether a key has begun work that is not over.
@@ -56,6 +56,9 @@ public:
     void ReadChanged();
     /// Whether a reading again, of what was changed or of all by F5, goes on with the next call.
     bool IsReadingAgain() const { return m_Rereading.has_value(); }
+    /// Whether that is a reading of all. One may be stopped: what was begun is still taken.
+    bool IsReadingAll() const { return m_Rereading && m_Rereading->Which() == RereadParts::kAll; }
+    void StopReadingAll();
 
     /// Guide lines are drawn from now on.
     void ShowGuides() { m_HasGuides = true; }
@@ -117,7 +120,7 @@ private:
     Keyboard m_Keyboard;
     std::optional<Search> m_Search;
     std::optional<Rereading> m_Rereading;
-    std::optional<std::chrono::milliseconds> m_TurnLimit;
+    Turns m_Turns;
     std::optional<Point> m_Pointer; ///< where it is, while it is on the control
     Dwell m_Dwell;                  ///< of the pointer, at the tops of labels that are cut short
     bool m_HasGuides = false;

@@ -14,9 +14,6 @@ void TreeUpdates::Hear(const SDL_Event& event) {
 }
 
 void TreeUpdates::Update() {
-    if (!m_Session.IsOpening() && !m_Session.IsReadingAgain()) {
-        m_Reads.RenewPatience(); // else what goes on has had it
-    }
     if (std::exchange(m_HasReadNews, false)) {
         const bool isBegun = m_Reading.empty();
         m_Reading = m_Reads.TakeNews();
@@ -30,7 +27,7 @@ void TreeUpdates::Update() {
 }
 
 /// However quickly they change, a fifth of the time goes into it at most, but for the turns of one
-/// reading, which follow each other.
+/// reading, which follow each other. What the user wants to be read again is no part of that.
 void TreeUpdates::ReadChanged() {
     constexpr uint64_t kRest = 4;
     const uint64_t begin = SDL_GetTicks64();
@@ -38,12 +35,16 @@ void TreeUpdates::ReadChanged() {
         m_AreChanged = false;
         m_Spent = 0;
         m_Watch.Take();
+        m_Reads.RenewPatience();
     }
+    const bool isCounted = !m_Session.IsReadingAll();
     m_Session.ReadChanged();
     m_WatchWaker.Arm();
-    const uint64_t end = SDL_GetTicks64();
-    m_Spent += end - begin;
-    m_RestUntil = end + kRest * m_Spent;
+    if (isCounted) {
+        const uint64_t end = SDL_GetTicks64();
+        m_Spent += end - begin;
+        m_RestUntil = end + kRest * m_Spent;
+    }
 }
 
 std::optional<int64_t> TreeUpdates::UntilNext() const {
@@ -58,6 +59,7 @@ std::optional<int64_t> TreeUpdates::UntilNext() const {
 }
 
 void TreeUpdates::Stop() {
+    m_Session.StopReadingAll();
     m_Reads.Stop();
     m_WasStopped = true;
 }

@@ -17,7 +17,9 @@ public:
     TreeUpdates(FolderWatch& watch, BackgroundReads& reads, Session& session);
 
     void Hear(const SDL_Event& event);
-    /// Takes what has changed, once for each picture, however many changes there were.
+    /// The user does something: what that begins to read is waited for a little.
+    void HearUser() { m_Reads.RenewPatience(); }
+    /// Takes what has changed, for a turn, however many changes there were. Between two pictures.
     void Update();
     /// Milliseconds until Update has something to do by itself; none while nothing has changed.
     std::optional<int64_t> UntilNext() const;

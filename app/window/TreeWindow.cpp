@@ -102,13 +102,13 @@ bool TreeWindow::HandleKey(const SDL_Event& event) {
     return code == SDLK_ESCAPE ? HandleEscape() : isSwitch;
 }
 
-/// Ends what was begun last: a search, a reading, or else the window.
+/// Ends what goes on: a search or the opening of folders, or else a reading, or else the window.
 bool TreeWindow::HandleEscape() {
     if (m_Session.Searching() || m_Session.IsOpening()) {
         m_Session.Feed(KeyInput{Key::kEscape});
     } else if (m_Reading.IsOn()) {
         m_Reading.Stop();
-    } else if (!m_Updates.Reading().empty()) {
+    } else if (!m_Updates.Reading().empty() || m_Session.IsReadingAll()) {
         m_Updates.Stop();
     } else {
         m_IsClosed = true;
@@ -122,6 +122,7 @@ void TreeWindow::Feed(const Input& input) {
         m_Reading.ForgetStop();
         m_Updates.ForgetStop();
     }
+    m_Updates.HearUser();
     m_Session.Feed(input);
 }
 

@@ -39,5 +39,5 @@ private:
     double Density() const;
 
     std::unique_ptr<SDL_Window, Closer> m_Window;
-    double m_Scale; ///< 0 where the display has one of its own, which its window tells
+    double m_Scale; ///< 0 where the window tells it, by its pixels along a step of the pointer
 };

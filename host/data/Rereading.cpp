@@ -56,7 +56,3 @@ void Rereading::AppendFilled(ISuperCollection* collection) {
         }
     }
 }
-
-bool RereadTree(ISuperCollection* root, RereadParts which) {
-    return Rereading(root, which).GoOn(Turn());
-}

@@ -23,6 +23,7 @@ public:
     /// Throws when memory runs out.
     bool GoOn(const Turn& turn);
     bool IsOver() const { return m_Waiting.empty(); }
+    RereadParts Which() const { return m_Which; }
 
 private:
     struct Part {
@@ -35,6 +36,3 @@ private:
     RereadParts m_Which;
     std::vector<Part> m_Waiting;
 };
-
-/// All of it in one turn.
-bool RereadTree(ISuperCollection* root, RereadParts which = RereadParts::kAll);

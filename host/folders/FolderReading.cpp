@@ -6,8 +6,8 @@ FolderReading ReadFolder(const std::string& path, FolderPath step, const FolderH
     if (!reading.m_Step.m_Above) {
         reading.m_Step.m_Above = StepsAbove(path);
     }
-    Identify(path, reading.m_Step);
     reading.m_Watched = WatchedFolder(helpers.m_Watch, path);
+    Identify(path, reading.m_Step);
     reading.m_Scan = helpers.m_Look(path, &reading.m_Step, progress);
     return reading;
 }

@@ -61,17 +61,19 @@ void FolderSource::Forget() {
     }
 }
 
-/// Whether the entries are others now. Until they are all there, nothing is changed.
+/// Whether the entries are others now. Until they are all there, nothing is changed. Where a first
+/// reading fails the folder can be read again.
 bool FolderSource::Read(int32_t newFlags) {
-    const auto reads = m_Helpers->m_Reads.lock();
-    if (!reads) {
-        return Take(PrepareToRead()(nullptr), newFlags);
+    try {
+        const auto reads = m_Helpers->m_Reads.lock();
+        return reads ? ReadBeside(*reads, newFlags) : Take(PrepareToRead()(nullptr), newFlags);
+    } catch (...) {
+        if (m_State == State::kAwaited) {
+            RemoveAll();
+            m_State = State::kUnread;
+        }
+        throw;
     }
-    if (auto reading = ReadBeside(*reads)) {
-        return Take(std::move(*reading), newFlags);
-    }
-    ShowThatItIsRead();
-    return false;
 }
 
 /// Items are made with the reading where none are known.
@@ -90,13 +92,21 @@ FolderSource::Work FolderSource::PrepareToRead() {
     };
 }
 
-/// What was found, when that is all. What was changed meanwhile is read again.
-std::optional<FolderReading> FolderSource::ReadBeside(BackgroundReads& reads) {
-    if (!reads.IsBegun(this)) {
-        return BeginToRead(reads);
+/// Takes what was found, if that is all. What was changed meanwhile is read once more; one that
+/// never rests is shown as it was each time.
+bool FolderSource::ReadBeside(BackgroundReads& reads, int32_t newFlags) {
+    bool isChanged = false;
+    auto reading = reads.IsBegun(this) ? reads.Take<FolderReading>(this) : BeginToRead(reads);
+    while (reading) {
+        const bool isLast = reading->m_Scan.m_IsCut || !reading->m_Watched.IsChanged();
+        isChanged |= Take(std::move(*reading), newFlags);
+        reading = isLast ? std::nullopt : BeginToRead(reads);
     }
-    auto reading = reads.Take<FolderReading>(this);
-    return reading && reading->m_Watched.IsChanged() ? BeginToRead(reads) : std::move(reading);
+    if (m_State == State::kUnread && reads.IsBegun(this)) {
+        Replace({MakeReadingRow()}); // an empty folder would not stay open
+        m_State = State::kAwaited;
+    }
+    return isChanged;
 }
 
 std::optional<FolderReading> FolderSource::BeginToRead(BackgroundReads& reads) {
@@ -104,14 +114,6 @@ std::optional<FolderReading> FolderSource::BeginToRead(BackgroundReads& reads) {
     return reads.Begin<FolderReading>(this, m_Path,
         [work = PrepareToRead()](ReadProgress& progress) { return work(&progress); },
         {.m_AreEntries = true});
-}
-
-/// An empty folder would not stay open.
-void FolderSource::ShowThatItIsRead() {
-    if (m_State == State::kUnread) {
-        Replace({MakeReadingRow()});
-        m_State = State::kAwaited;
-    }
 }
 
 std::error_code FolderSource::ReadNew(ReadProgress* progress) {
@@ -143,11 +145,11 @@ bool FolderSource::Take(FolderReading reading, int32_t newFlags) {
     auto items = isFirst ? NewItems(std::move(reading.m_Items), newFlags)
                          : MergeFolder(Entries(), std::move(reading.m_Scan.m_Entries), newFlags,
                                ItemMaker{m_Path, m_Helpers, m_Step});
-    TakeNumbers(reading);
     m_Helpers->m_Failures->Drop(m_Path);
     if (reading.m_Scan.m_Error) {
         NoteFailure(reading.m_Scan.m_Error);
     }
+    TakeNumbers(reading);
     if (items) {
         Replace(std::move(*items));
     }

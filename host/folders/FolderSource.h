@@ -64,9 +64,8 @@ private:
     bool IsShown() const { return m_State != State::kUnread; }
     bool Read(int32_t newFlags);
     Work PrepareToRead();
-    std::optional<FolderReading> ReadBeside(BackgroundReads& reads);
+    bool ReadBeside(BackgroundReads& reads, int32_t newFlags);
     std::optional<FolderReading> BeginToRead(BackgroundReads& reads);
-    void ShowThatItIsRead();
     bool Take(FolderReading reading, int32_t newFlags);
     std::optional<std::vector<Entry>> NewItems(std::vector<Entry> items, int32_t newFlags) const;
     void TakeNumbers(FolderReading& reading);

@@ -31,23 +31,30 @@ int FolderWatch::Add(const std::string& path) {
     if (number >= 0) {
         ++m_Watches[number].m_Users;
     }
-    if (m_Adding == 0 && std::exchange(m_HasUnused, false)) {
-        for (auto each = m_Watches.begin(); each != m_Watches.end();) {
-            each = each->second.m_Users == 0 ? Drop(each) : std::next(each);
-        }
-    }
+    DropUnused();
     return number;
+}
+
+void FolderWatch::DropUnused() {
+    if (m_Adding > 0 || !std::exchange(m_HasUnused, false)) {
+        return;
+    }
+    for (auto each = m_Watches.begin(); each != m_Watches.end();) {
+        each = each->second.m_Users == 0 ? Drop(each) : std::next(each);
+    }
 }
 
 /// What another thread may be getting is kept until it has it.
 void FolderWatch::Remove(int number) {
     const std::lock_guard lock(m_Mutex);
     const auto watch = m_Watches.find(number);
-    if (watch != m_Watches.end() && --watch->second.m_Users == 0) {
-        m_HasUnused |= m_Adding > 0;
-        if (m_Adding == 0) {
-            Drop(watch);
-        }
+    if (watch == m_Watches.end() || --watch->second.m_Users > 0) {
+        return;
+    }
+    if (m_Adding > 0) {
+        m_HasUnused = true;
+    } else {
+        Drop(watch);
     }
 }
 

@@ -38,6 +38,7 @@ private:
     int Add(const std::string& path);
     void Remove(int number);
     Watches::iterator Drop(Watches::iterator watch);
+    void DropUnused();
     uint64_t ChangesOf(int number) const;
 
     std::optional<Descriptor> m_Events; ///< none where the system has no watches

@@ -15,7 +15,7 @@
 namespace {
 
 /// One that cannot be read is shown empty.
-SourceMaker ReadFolder(
+SourceMaker ReadFolderTree(
     const std::string& path, const FolderWatchPtr& watch, ReadProgress* progress) {
     const auto shared = std::make_shared<FolderHelpers>(FolderHelpers{.m_Watch = watch});
     const auto folder = FolderSource::Make(path, shared);
@@ -127,7 +127,7 @@ SourceMaker ReadSource(
         throw SourceMissing("cannot open " + path + ": " + error.message());
     }
     if (std::filesystem::is_directory(status)) {
-        return ReadFolder(path, watch, progress);
+        return ReadFolderTree(path, watch, progress);
     }
     // What is no regular file, a pipe for one, can be read only once.
     const bool isArchive =

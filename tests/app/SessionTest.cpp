@@ -185,6 +185,16 @@ TEST_F(SessionTest, OpeningManyFoldersGoesOnInTurnsUntilEscape) {
         session.GoOn();
     }
     EXPECT_EQ(Rows() + " ", opened);
+
+    Bind("A\n a1\n  x\n a2\n  y\nB\n b1");
+    session.Feed(KeyInput{Key::kHome});
+    session.Feed(KeyInput{Key::kAsterisk});
+    session.Feed(KeyInput{Key::kDown});
+    session.Feed(KeyInput{Key::kAsterisk}); // within the level that is being opened
+    while (session.IsAtWork()) {
+        session.GoOn();
+    }
+    EXPECT_EQ(Rows(), "A a1 x a2 y B b1");
 }
 
 TEST_F(SessionTest, ReadingAgainInTurnsKeepsWhatIsClosedMeanwhile) {
@@ -211,6 +221,32 @@ TEST_F(SessionTest, ReadingAgainInTurnsKeepsWhatIsClosedMeanwhile) {
     EXPECT_EQ(Rows(), "a b new old");
     ToggleNode(m_Root.Get(), 0);
     EXPECT_EQ(Rows(), "a new old b new old");
+}
+
+TEST_F(SessionTest, ReadingAllAgainThatIsStoppedReadsNothingMore) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "a/deep");
+    int looks = 0;
+    const auto look = [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+        ++looks;
+        return ScanFolder(path, step, progress);
+    };
+    const auto root = FolderSource::Make((folder / "").string(), FolderHelpers{.m_Look = look});
+    root->Populate();
+    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
+    OpenLevels(root.Get(), 1);
+    EXPECT_EQ(looks, 2);
+    std::ostringstream record;
+    Session session(m_Tree.Get(), kFourRows, record);
+    session.LimitTurns(std::chrono::milliseconds(0));
+    session.Feed(KeyInput{Key::kF5});
+    EXPECT_EQ(looks, 3) << "a turn";
+    EXPECT_TRUE(session.IsReadingAll());
+    session.StopReadingAll();
+    while (session.IsReadingAgain()) {
+        session.ReadChanged();
+    }
+    EXPECT_EQ(looks, 3);
 }
 
 TEST_F(SessionTest, CopyTakesThePathInAFolderAndTheValueInADocument) {

@@ -40,9 +40,10 @@ protected:
         ASSERT_TRUE(m_Server || OpenDisplay(m_Server)) << "Xvfb does not start";
         std::ofstream(m_Folder / "tree") << "A\n  a1\n  a2\nB\nC\nD\nE\nF\n";
         // The system's own libraries keep what they allocate.
-        m_Window.emplace("env SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" + m_Hints +
-                         Treehost() + "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" +
-                         m_Scale + " --record --document '" + m_Settings + "'");
+        m_Window.emplace(
+            "env -u XENVIRONMENT HOME=/nowhere SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" +
+            m_Hints + Treehost() + "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" +
+            m_Scale + " --record --document '" + m_Settings + "'");
         Do("search --sync --onlyvisible --name 'treehost$' windowmove --sync %1 0 0 "
            "windowfocus --sync %1");
     }
@@ -88,6 +89,7 @@ protected:
         if (*EMULATOR == '\0' && OpenDisplay(m_Server)) {
             const std::string resources = "Xft.dpi:\t192\n";
             m_Display = XOpenDisplay(nullptr);
+            ASSERT_TRUE(m_Display);
             XChangeProperty(m_Display, DefaultRootWindow(m_Display), XA_RESOURCE_MANAGER, XA_STRING,
                 8, PropModeReplace, reinterpret_cast<const unsigned char*>(resources.data()),
                 int(resources.size()));

@@ -1,6 +1,5 @@
 #include "tests/host/SourceTest.h"
 
-#include "host/data/Rereading.h"
 #include "host/drawing/Cairo.h"
 #include "host/folders/FolderSource.h"
 

@@ -1,7 +1,5 @@
 #include "tests/host/SourceTest.h"
 
-#include "host/data/Rereading.h"
-
 #include <poll.h>
 
 // Changes in folders that the system tells of.
@@ -31,18 +29,10 @@ TEST_F(FolderWatchTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
         RereadTree(root.Get(), RereadParts::kChanged);
         return ShownRows(root);
     };
-    const auto watches = [&] {
-        std::ifstream info("/proc/self/fdinfo/" + std::to_string(watch->News()));
-        int count = 0;
-        for (std::string line; std::getline(info, line);) {
-            count += line.starts_with("inotify") ? 1 : 0;
-        }
-        return count;
-    };
     const auto touch = [&](const char* name) { std::ofstream(folder / name).flush(); };
     touch("closed/file");
     EXPECT_FALSE(isTold()) << "never read";
-    EXPECT_EQ(watches(), 2) << "one for a folder that is shown twice";
+    EXPECT_EQ(CountWatches(*watch), 2) << "one for a folder that is shown twice";
     touch("read/file");
     EXPECT_TRUE(isTold());
     EXPECT_EQ(rowsAfterTold(), "closed1 read1- deep2 file2 twice1- deep2 file2");
@@ -58,5 +48,5 @@ TEST_F(FolderWatchTest, WatchTellsOfChangesInTheFoldersThatWereRead) {
     EXPECT_EQ(rowsAfterTold(), "closed1 read1- deep2 file2 lost2 twice1- deep2 file2 lost2");
     std::filesystem::remove_all(folder / "read");
     EXPECT_EQ(rowsAfterTold(), "closed1 twice1");
-    EXPECT_EQ(watches(), 1);
+    EXPECT_EQ(CountWatches(*watch), 1);
 }

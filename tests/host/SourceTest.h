@@ -4,6 +4,7 @@
 #include "host/sources/Source.h"
 #include "host/text/Text.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/Reread.h"
 #include "tests/support/TreeTest.h"
 
 /// What a source shows in a control.

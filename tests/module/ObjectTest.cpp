@@ -96,6 +96,11 @@ TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     Pointer(1, 3, 0, 5, 5);
     m_Tree->Clear();
     m_Root.Reset();
+    {
+        const auto bound = SuperCollection::Make();
+        bound->Append("C", makeMortal("collection")->Identity());
+        m_Tree->put_Collection(bound->Identity());
+    }
     As<IParent>()->put_Parent(makeMortal("parent")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal("open")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(171, makeMortal("closed")->Identity());
@@ -109,7 +114,8 @@ TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     };
     As<IEventSource>()->Advise(logHelpers("listener")->Identity(), 1);
     m_Tree.Reset();
-    EXPECT_EQ(log, "data pressed closed open parent listener 0 0 0") << "its helpers are gone";
+    EXPECT_EQ(log, "data collection pressed closed open parent listener 0 0 0")
+        << "its helpers are gone";
 }
 
 TEST_F(ObjectTest, ObjectThatDiesMayTakeTheControlAlong) {

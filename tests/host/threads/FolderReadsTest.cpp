@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <future>
+#include <thread>
 
 // Folders that are looked into beside the window's thread.
 
@@ -74,12 +75,84 @@ TEST_F(FolderReadsTest, FolderSaysThatItIsReadAndThenIsLikeOneReadAtOnce) {
 }
 
 TEST_F(FolderReadsTest, ChangeMeanwhileIsNotLost) {
+    std::promise<void> isRead;
+    std::promise<void> mayEnd;
+    bool isFirst = true;
+    m_Look = [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+        FolderScan scan = ScanFolder(path, step, progress);
+        if (std::exchange(isFirst, false)) {
+            isRead.set_value();
+            mayEnd.get_future().wait();
+        }
+        return scan;
+    };
     const auto folder = Open(true);
+    isRead.get_future().wait();
     std::ofstream(m_Path / "new").flush();
     m_Watch->Take();
-    RereadTree(folder.Get(), RereadParts::kChanged);
+    mayEnd.set_value();
     ReadOn(*folder.Get());
     EXPECT_EQ(Names(folder).size(), kFiles + 1);
+}
+
+TEST_F(FolderReadsTest, FolderThatNeverRestsIsShownAllTheSame) {
+    std::atomic<bool> isBusy = true;
+    m_Look = [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+        FolderScan scan = ScanFolder(path, step, progress);
+        if (isBusy) {
+            std::ofstream(m_Path / "busy").flush();
+            std::filesystem::remove(m_Path / "busy");
+        }
+        return scan;
+    };
+    const auto folder = Open(true);
+    while (Names(folder).size() < kFiles) {
+        AwaitNews(*folder.Get());
+    }
+    isBusy = false;
+    ReadOn(*folder.Get());
+    EXPECT_EQ(Names(folder).size(), kFiles);
+}
+
+TEST_F(FolderReadsTest, FolderThatMemoryDidNotHoldIsReadWhenItIsOpenedAgain) {
+    bool isFirst = true;
+    m_Look = [&](const std::string& path, const FolderPath* step, ReadProgress* progress) {
+        if (std::exchange(isFirst, false)) {
+            throw std::bad_alloc();
+        }
+        return ScanFolder(path, step, progress);
+    };
+    const auto folder = Open(true);
+    ReadOn(*folder.Get());
+    EXPECT_TRUE(Names(folder).empty());
+    EXPECT_EQ(folder->Populate(), S_OK);
+    ReadOn(*folder.Get());
+    EXPECT_EQ(Names(folder).size(), kFiles);
+}
+
+TEST_F(FolderReadsTest, WatchThatSeveralThreadsUseIsLeftToTheLastOfThem) {
+    std::atomic<int> busy = 4;
+    std::vector<std::thread> threads;
+    for (int i = busy; i > 0; --i) {
+        threads.emplace_back([&] {
+            for (int turn = 0; turn < 500; ++turn) {
+                const WatchedFolder first(m_Watch, m_Path.string());
+                const WatchedFolder second(m_Watch, (m_Folder / "").string());
+            }
+            --busy;
+        });
+    }
+    while (busy > 0) {
+        m_Watch->Take();
+    }
+    for (std::thread& each : threads) {
+        each.join();
+    }
+    EXPECT_EQ(CountWatches(*m_Watch), 0);
+    const WatchedFolder held(m_Watch, m_Path.string());
+    std::ofstream(m_Path / "new").flush();
+    m_Watch->Take();
+    EXPECT_TRUE(held.IsChanged());
 }
 
 TEST_F(FolderReadsTest, StoppedItIsShownUpToThere) {

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "host/data/Rereading.h"
-#include "host/folders/FolderWatch.h"
 #include "host/reading/BackgroundReads.h"
 #include "host/reading/ReadFailures.h"
 #include "host/text/Text.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/Reread.h"
 
 #include <poll.h>
 
@@ -14,16 +13,20 @@ class ReadsTest : public HostTest {
 protected:
     /// Does what a window does until nothing is read for `who` any more, who is in the tree.
     void ReadOn(ISuperCollection& root, const void* who) {
-        while (true) {
-            m_Reads->TakeNews();
-            m_Watch->Take();
-            RereadTree(&root, RereadParts::kChanged);
-            if (!m_Reads->IsBegun(who)) {
-                return;
-            }
-            pollfd waiting{m_Reads->News(), POLLIN, 0};
-            ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
+        TakeNews(root);
+        while (m_Reads->IsBegun(who)) {
+            AwaitNews(root);
         }
+    }
+    void AwaitNews(ISuperCollection& root) {
+        pollfd waiting{m_Reads->News(), POLLIN, 0};
+        ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
+        TakeNews(root);
+    }
+    void TakeNews(ISuperCollection& root) {
+        m_Reads->TakeNews();
+        m_Watch->Take();
+        RereadTree(&root, RereadParts::kChanged);
     }
     static std::vector<std::string> Names(ISuperCollection& collection) {
         std::vector<std::string> names;
