@@ -51,3 +51,11 @@ TEST(SmartPtr, ObjectThatRefillsItsHolderWhileDyingLeavesNothingBehind) {
     }
     EXPECT_TRUE(refill.m_Count == 1 && next.m_Count == 1);
 }
+
+TEST(SmartPtr, WhatIsHeldIsGivenBackBeforeAnOutParameterIsFilled) {
+    Counted first, second;
+    Holder holder = Adopt<IUnknown>(&first);
+    EXPECT_EQ((holder.ReceiveAny(), first.m_Count), 0);
+    holder.Attach(&second);
+    EXPECT_EQ((holder.Receive(), second.m_Count), 0);
+}

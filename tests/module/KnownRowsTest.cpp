@@ -198,3 +198,23 @@ TEST_F(KnownRowsTest, NodesAreFoundWhileAnotherThreadClosesAll) {
     EXPECT_EQ(m_Tree->CompactNodes(), S_OK);
     EXPECT_TRUE(node);
 }
+
+TEST_F(KnownRowsTest, RowsBeforeAreHitInACollectionThatIsShownInManyPlaces) {
+    const auto child = Outline("leaf");
+    const auto root = SuperCollection::Make();
+    for (int i = 0; i < kRows / 2; ++i) {
+        root->Append("branch", child.Get());
+    }
+    BindCollection(SmartPtr<ISuperCollection>(root.Get()));
+    for (int i = 0; i < kRows / 2; ++i) {
+        root->SetItemFlags(i, NODE_VISIBLE | NODE_EXPANDED | 1);
+    }
+    child->SetItemFlags(0, NODE_VISIBLE | 2);
+    const auto leaf = Place{child, 0}.Item();
+    CANVASRect rect = kRect;
+    for (int row = kRows - 1; row > 0; row -= 2) { // past a leaf and its branch
+        SmartPtr<IUnknown> node;
+        EXPECT_EQ(m_Tree->HitTest(5, row * 10 + 5, &rect, node.Receive()), S_OK);
+        EXPECT_TRUE(node == leaf.Get()) << row;
+    }
+}

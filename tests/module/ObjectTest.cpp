@@ -69,6 +69,7 @@ TEST_F(ObjectTest, AdviseTakesASinkOfEitherEventOnce) {
 TEST_F(ObjectTest, ControlGivesEverythingBackWhenItGoesInUse) {
     SmartPtr<IUnknown> answer;
     EXPECT_EQ(As<IParent>()->get_Parent(answer.Receive()), E_FAIL);
+    EXPECT_EQ(As<IParent>()->get_Parent(nullptr), E_POINTER);
     const auto parent = Listener::Make();
     EXPECT_EQ(As<IParent>()->put_Parent(parent->Identity()), S_OK);
     EXPECT_EQ(As<IParent>()->get_Parent(answer.Receive()), S_OK);

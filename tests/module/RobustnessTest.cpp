@@ -188,6 +188,25 @@ TEST_F(RobustnessTest, FullMemoryFailsAnOperationAndLeavesTheControlUsable) {
     }
 }
 
+TEST_F(RobustnessTest, ControlMadeWhileMemoryIsFullHasAllItsParameters) {
+    const CreatorFunction create = m_Module->FindCreator(L"UITree");
+    IID iid = IdentifierOf<IUIPropInterrogate>();
+    bool hasFailed = true;
+    for (size_t allowed = 0; hasFailed; ++allowed) {
+        SmartPtr<IUIPropInterrogate> made;
+        {
+            const FailingNew failing(allowed, 1);
+            create(nullptr, &iid, made.ReceiveAny());
+            hasFailed = failing.HasFailed();
+        }
+        int32_t parameters = 10;
+        if (made) {
+            made->Inquire(PROPID_ALL, &parameters);
+        }
+        EXPECT_EQ(parameters, 10) << "without allocation " << allowed;
+    }
+}
+
 TEST_F(RobustnessTest, MemoryDoesNotGrowWithTheRows) {
     const auto allocations = [&](int branches) {
         std::string outline;
