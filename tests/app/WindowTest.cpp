@@ -4,6 +4,7 @@
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
@@ -43,8 +44,11 @@ protected:
             "env -u XENVIRONMENT HOME=/nowhere SDL_VIDEODRIVER=x11 ASAN_OPTIONS=detect_leaks=0" +
             m_Hints + Treehost() + "run '" + (m_Folder / m_Shown).string() + "' --size 200x88" +
             m_Scale + " --record --document '" + m_Settings + "'");
-        Do("search --sync --onlyvisible --name 'treehost$' windowmove --sync %1 0 0 "
-           "windowfocus --sync %1");
+        // Until it hears of the pointer it may yet move itself to the middle of the display.
+        const std::string window = "search --sync --onlyvisible --name 'treehost$' ";
+        Do(window + "windowfocus --sync %1 mousemove 321 241");
+        ASSERT_TRUE(m_Window->WaitFor("move "));
+        Do(window + "windowmove --sync %1 0 0");
     }
 
     /// Does something and waits until the record tells of it.
@@ -67,6 +71,14 @@ class TouchedWindowTest : public WindowTest {
 protected:
     TouchedWindowTest() { m_Hints = " SDL_MOUSE_TOUCH_EVENTS=1"; }
 };
+
+/// What is on the display at a place, where there is no text.
+unsigned long PixelAt(Display* display, int x, int y) {
+    XImage* image = XGetImage(display, DefaultRootWindow(display), x, y, 1, 1, AllPlanes, ZPixmap);
+    const unsigned long pixel = XGetPixel(image, 0, 0);
+    XDestroyImage(image);
+    return pixel;
+}
 
 class ScaledWindowTest : public WindowTest {
 protected:
@@ -166,6 +178,27 @@ TEST_F(WindowTest, MouseAndKeysReachTheControlAndEscapeEndsIt) {
 
 TEST_F(WindowTest, LettersGoToTheRowThatBeginsWithThem) {
     Expect("key d", "action=none node=\"D\"");
+    Do("key Escape");
+    EXPECT_EQ(m_Window->Wait(), 0);
+}
+
+TEST_F(WindowTest, RowUnderThePointerIsMarkedUntilItLeaves) {
+    constexpr int kInRow = 150; // right of the labels
+    constexpr int kMiddles[] = {11, 33};
+    Display* display = XOpenDisplay(nullptr);
+    const auto isMarked = [&](int row) {
+        return PixelAt(display, kInRow, kMiddles[row]) != PixelAt(display, kInRow, 55);
+    };
+    // The record tells of the pointer before the picture shows it.
+    for (const int row : {0, 1}) {
+        Expect("mousemove 100 " + std::to_string(kMiddles[row]), "move 100");
+        while (!isMarked(row) || isMarked(1 - row)) {
+        }
+    }
+    Do("mousemove 400 300");
+    while (isMarked(1)) {
+    }
+    XCloseDisplay(display);
     Do("key Escape");
     EXPECT_EQ(m_Window->Wait(), 0);
 }

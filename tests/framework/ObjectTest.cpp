@@ -37,4 +37,6 @@ TEST(Creation, ClassThatAddsNothingOfItsOwnIsMade) {
     IID wanted = IID_IUnknown;
     EXPECT_EQ(Plain::_CreateInstance(nullptr, &wanted, object.ReceiveAny()), S_OK);
     EXPECT_TRUE(object);
+    EXPECT_EQ(Plain::_CreateInstance(nullptr, &wanted, nullptr), E_POINTER);
+    EXPECT_EQ(Plain::_CreateInstance(nullptr, nullptr, object.ReceiveAny()), E_POINTER);
 }

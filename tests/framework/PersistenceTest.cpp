@@ -191,6 +191,10 @@ TEST_F(PersistenceTest, XmlHoldsNumbersAndTextsUnderTheirNames) {
     m_String = nullptr;
     SaveXml(*m_Settings.Get(), xml.Get());
     EXPECT_TRUE(xml->m_Text.find(L"<N6></N6>") < xml->m_Text.size()) << "a missing text is saved";
+    const std::wstring path = Install() + L"/icons/y.png";
+    m_String.Attach(ISCreate(path.c_str()));
+    SaveXml(*m_Settings.Get(), xml.Get());
+    EXPECT_TRUE(xml->m_Text.find(path) < xml->m_Text.size()) << "it is no file name";
 }
 
 TEST_F(PersistenceTest, XmlElementsCountByTheirWholeTag) {
