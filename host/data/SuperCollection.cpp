@@ -46,9 +46,17 @@ void TearDown(EntryList& first) {
     gDyingEntries = nullptr;
 }
 
-/// Releases entries. Collections that die with them leave theirs to the loop of the first one, so
-/// that a chain of any depth is torn down without recursion.
+int32_t HandOut(const SmartPtr<IUnknown>& held, IUnknown** object) {
+    *object = SmartPtr(held).Detach();
+    return *object ? S_OK : E_FAIL;
+}
+
+} // namespace
+
 void ReleaseEntries(EntryList& entries) {
+    if (entries.empty()) {
+        return;
+    }
     if (!gDyingEntries) {
         TearDown(entries);
         return;
@@ -59,13 +67,6 @@ void ReleaseEntries(EntryList& entries) {
         entries.clear(); // no memory for the detour: by recursion, then
     }
 }
-
-int32_t HandOut(const SmartPtr<IUnknown>& held, IUnknown** object) {
-    *object = SmartPtr(held).Detach();
-    return *object ? S_OK : E_FAIL;
-}
-
-} // namespace
 
 SuperCollectionBase::Entry* SuperCollectionBase::Find(int32_t index) {
     const auto position = static_cast<size_t>(index);
@@ -169,9 +170,7 @@ void SuperCollectionBase::Exchange(std::vector<Entry>& entries) {
     for (const Entry& entry : m_Entries) {
         NoteItem(entry.m_Item.Get());
     }
-    if (!entries.empty()) {
-        ReleaseEntries(entries);
-    }
+    ReleaseEntries(entries);
 }
 
 void SuperCollectionBase::Append(Entry entry) {

@@ -25,9 +25,11 @@ public:
     }
 };
 
+constexpr const char* kReadingLabel = "reading\u2026";
+
 /// The one row of what is being read.
 inline SuperCollectionBase::Entry MakeReadingRow() {
-    return {.m_Name = "reading\u2026",
+    return {.m_Name = kReadingLabel,
         .m_Item = SmartPtr<IUnknown>(TextLeaf::Make().Get()),
         .m_Data = {}};
 }

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "framework/interfaces/CollectionInterfaces.h"
 #include "framework/interfaces/FileInterfaces.h"
+#include "host/components/ContentState.h"
+#include "host/components/HostObject.h"
 #include "host/data/CollectionVersion.h"
-#include "host/data/SuperCollection.h"
-#include "host/documents/DocumentText.h"
+#include "host/documents/DocumentLevel.h"
 #include "host/drawing/DrawnItem.h"
 #include "host/reading/BackgroundReads.h"
 
-/// What the branches of one document share, which live as long as something of it is to be read.
+/// What the branches of one document share, for as long as any of them lives.
 struct DocumentHelpers {
     DocumentTextPtr m_Text;  ///< never null
     std::string m_Name = {}; ///< of the document, for users
@@ -19,16 +21,17 @@ using DocumentHelpersPtr = std::shared_ptr<const DocumentHelpers>;
 
 /// A part of a text as a collection, read when it is asked to be, as a folder is. Where that takes
 /// long it goes on beside the window's thread: until it is over, when it counts as changed, the
-/// part has a single row that says so.
-class DocumentBranch final : public HostObject<DocumentBranch, SuperCollectionBase,
-                                 CollectionVersion, IFileArchive, DrawnItem, IHostRereadable> {
+/// part has a single row that says so. Nothing can be inserted, and items are made when they are
+/// asked for: see DocumentLevel.
+class DocumentBranch final : public HostObject<DocumentBranch, ISuperCollection, CollectionVersion,
+                                 IFileArchive, DrawnItem, IHostRereadable> {
 public:
     static constexpr const char* kKind = "DocumentBranch";
 
-    /// Without helpers, one that holds what it is given.
-    explicit DocumentBranch(
-        ItemKind kind, DocumentHelpersPtr helpers = nullptr, const DocumentPart& part = {})
-        : m_Helpers(std::move(helpers)), m_Part(part) {
+    /// One that is still to be read, or where `part` is nowhere, that is filled by who makes it.
+    DocumentBranch(ItemKind kind, DocumentHelpersPtr helpers, const DocumentPart& part = {})
+        : m_Helpers(std::move(helpers)), m_Part(part),
+          m_State(part.IsSomewhere() ? State::kUnread : State::kRead) {
         SetLook({kind});
     }
     ~DocumentBranch();
@@ -38,19 +41,46 @@ public:
     static SmartPtr<ISuperCollection> MakeRoot(
         const DocumentHelpersPtr& helpers, DocumentRows rows, ReadProgress* progress = nullptr);
 
+    int32_t GetCount(int32_t* count) override;
+    int32_t GetItem(int32_t index, IUnknown** item) override;
+    int32_t GetItemName(int32_t index, IString** name) override;
+    int32_t GetItemData(int32_t index, IUnknown** data) override;
+    int32_t GetItemFlags(int32_t index, int32_t* flags) override;
+    int32_t SetItemFlags(int32_t index, int32_t flags) override;
+    int32_t AddEntry(IString*, IString*, IString*, int32_t) override { return E_FAIL; }
+    int32_t InsertItem(int32_t, int32_t, IUnknown*, int32_t, int32_t) override { return E_FAIL; }
+    int32_t RemoveAll() override;
+
     int32_t SetFileName(IString* /*fileName*/) override { return E_FAIL; }
     /// Reads the part once, or begins to. E_FAIL when memory runs out; a later call tries again.
     int32_t Populate() override;
-    int32_t GetContentState(int32_t selector, int32_t* value) override;
+    int32_t GetContentState(int32_t selector, int32_t* value) override {
+        return AnswerContentState(m_State != State::kUnread, selector, value);
+    }
 
     int32_t ReadAgain(int32_t newFlags) override;
     int32_t IsChanged() override;
 
-private:
-    BackgroundReadsPtr Reads() const { return m_Helpers->m_Reads.lock(); }
-    std::optional<std::vector<Entry>> Read();
+    LevelPlace& Place() { return m_Place; }
 
-    DocumentHelpersPtr m_Helpers; ///< null once the part is read
+private:
+    enum class State {
+        kUnread,
+        kAwaited, ///< it is being read
+        kRead
+    };
+
+    static DocumentLevelPtr MakeLevel(
+        const DocumentHelpersPtr& helpers, std::deque<DocumentRow> rows, ReadProgress* progress);
+    BackgroundReadsPtr Reads() const { return m_Helpers->m_Reads.lock(); }
+    std::optional<DocumentLevelPtr> Read();
+    void Show(DocumentLevelPtr level);
+    DocumentLevel::Row* Find(int32_t index) { return m_Level ? m_Level->Find(index) : nullptr; }
+    SmartPtr<IUnknown> MakeItem(int32_t index);
+
+    DocumentHelpersPtr m_Helpers; ///< never null
     DocumentPart m_Part;
-    bool m_IsAwaited = false; ///< it is being read
+    DocumentLevelPtr m_Level; ///< null: no rows
+    LevelPlace m_Place;
+    State m_State;
 };

@@ -286,11 +286,9 @@ TEST_F(TreehostTest, LargeDocumentTakesNoMoreThanThreeTimesItsSize) {
     if (*EMULATOR != '\0') {
         GTEST_SKIP() << "so does an emulator";
     }
-    constexpr size_t kCount = 250'000;
-    const std::string json =
-        R"({"id": 1234567, "name": "somebody", "score": 12.5, "on": true, "tags": ["red", "x"]})";
-    const std::string xml = "<user id='1234567'><name>somebody</name><score>12.5</score>"
-                            "<at city='Springfield'><street>Long Street</street></at></user>\n";
+    constexpr size_t kCount = 400'000;
+    const std::string json = R"({"id": 1234567, "name": "somebody", "on": true})";
+    const std::string xml = "<user id='1234567'><name>somebody</name></user>\n";
     const std::tuple<const char*, std::string, const char*> documents[] = {
         {"json", "{\"all\": [" + Repeated(json + ",", kCount) + "0]}", " --depth 1"},
         {"lines", Repeated(json + '\n', kCount), ""},

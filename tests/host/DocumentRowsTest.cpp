@@ -61,3 +61,28 @@ TEST_F(DocumentRowsTest, XmlIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
         ExpectRead(ReadText<IndexXml>, text, rows, fault);
     }
 }
+
+TEST_F(DocumentRowsTest, ItemIsTheSameWhileItIsHeldAndKeptOnceItIsFilled) {
+    std::string fault;
+    auto root = ReadText<IndexJson>("[1, [2, [3]]]", fault);
+    const auto itemOf = [](ISuperCollection& level, int32_t index) {
+        SmartPtr<IUnknown> item;
+        EXPECT_EQ(level.GetItem(index, item.Receive()), S_OK);
+        return item;
+    };
+    const auto before = LiveObjects();
+    auto value = itemOf(*root.Get(), 0);
+    EXPECT_EQ(itemOf(*root.Get(), 0).Get(), value.Get());
+    value.Reset();
+    EXPECT_EQ(LiveObjects(), before) << "nobody holds it";
+
+    EXPECT_EQ(Query<IFileArchive>(itemOf(*root.Get(), 1).Get())->Populate(), S_OK);
+    const auto below = Query<ISuperCollection>(itemOf(*root.Get(), 1).Get());
+    EXPECT_EQ(below->SetItemFlags(1, 0x7302), S_OK);
+    EXPECT_EQ(Query<ISuperCollection>(itemOf(*root.Get(), 1).Get()).Get(), below.Get());
+    root.Reset();
+    int32_t flags = 0;
+    EXPECT_EQ(below->GetItemFlags(1, &flags), S_OK) << "it outlives what it was in";
+    EXPECT_EQ(flags, 0x7302);
+    EXPECT_TRUE(itemOf(*below.Get(), 0));
+}
