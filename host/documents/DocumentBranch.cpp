@@ -62,7 +62,6 @@ SmartPtr<ISuperCollection> DocumentBranch::MakeRoot(
 DocumentLevelPtr DocumentBranch::MakeLevel(
     const DocumentHelpersPtr& helpers, std::deque<DocumentRow> rows, ReadProgress* progress) {
     constexpr size_t kStep = 4096;
-    constexpr size_t kFew = 4;
     auto first = std::make_unique<DocumentLevel>(rows.size());
     std::vector<DocumentLevel*> levels{first.get()}; // those that the rows to come may be in
     for (; !rows.empty(); rows.pop_front()) {
@@ -75,7 +74,7 @@ DocumentLevelPtr DocumentBranch::MakeLevel(
         level.Append(row);
         if (row.m_IsBranch && !row.m_Part.IsSomewhere()) {
             const auto branch = Make(row.m_Kind, helpers);
-            branch->m_Level = std::make_unique<DocumentLevel>(kFew);
+            branch->m_Level = std::make_unique<DocumentLevel>(1);
             level.Connect(level.Count() - 1, branch->Identity(), branch->m_Place);
             branch->m_Place.Hold();
             levels.push_back(branch->m_Level.get());

@@ -56,9 +56,10 @@ const char* DocumentLevel::Keep(std::string_view label) {
     constexpr size_t kUsualLabel = 16;
     if (label.size() > m_Left) {
         const size_t rows = std::min(m_Expected - std::min(m_Expected, m_Count), kRowsTogether);
-        m_Left = std::max(label.size(), rows * kUsualLabel);
-        m_Labels.push_back(std::make_unique_for_overwrite<char[]>(m_Left));
+        const size_t size = std::max(label.size(), rows * kUsualLabel);
+        m_Labels.push_back(std::make_unique_for_overwrite<char[]>(size));
         m_Free = m_Labels.back().get();
+        m_Left = size;
     }
     const char* kept = m_Free;
     m_Free = std::copy(label.begin(), label.end(), m_Free);
