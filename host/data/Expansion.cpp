@@ -59,22 +59,31 @@ SmartPtr<ISuperCollection> OpenNode(ISuperCollection* collection, int32_t index)
     return children;
 }
 
-using Collections = std::vector<SmartPtr<ISuperCollection>>;
-
-/// Opens every node of some collections and returns the collections below that are new.
-Collections OpenLevel(const Collections& level, Identities& seen) {
-    Collections next;
-    for (const auto& collection : level) {
-        for (int32_t i = 0; i < CountOf(collection.Get()); ++i) {
-            auto children = OpenNode(collection.Get(), i);
-            if (children && seen.insert(IdentityOf(children.Get())).second) {
-                SetChildren(collection.Get(), i, children.Get(), true);
-                next.push_back(std::move(children));
-            }
-        }
-    }
-    return next;
+/// Whether somebody beside the caller, who has one reference, holds an object.
+bool IsHeldElsewhere(IUnknown* object) {
+    object->AddRef();
+    return object->Release() > 1;
 }
+
+/// The collections that were opened, which may be met again unless they were made for who asked.
+class Opened {
+public:
+    /// False when it was opened before.
+    bool Add(const SmartPtr<ISuperCollection>& collection) {
+        if (!IsHeldElsewhere(collection.Get())) {
+            return true;
+        }
+        const bool isNew = m_Identities.insert(IdentityOf(collection.Get())).second;
+        if (isNew) {
+            m_Collections.push_back(collection);
+        }
+        return isNew;
+    }
+
+private:
+    Identities m_Identities;
+    std::vector<SmartPtr<ISuperCollection>> m_Collections; ///< keeps their addresses theirs
+};
 
 } // namespace
 
@@ -84,12 +93,26 @@ int32_t FlagsBelow(int32_t flags) {
 
 void OpenLevels(ISuperCollection* root, int32_t depth) {
     // Flags belong to the collection, so the items of each are shown once, where it comes first.
-    Identities seen{IdentityOf(root)};
-    Collections level{SmartPtr(root)};
-    Collections opened = level; // keeps alive what `seen` knows by address
-    for (int32_t done = 0; done < depth && !level.empty(); ++done) {
-        level = OpenLevel(level, seen);
-        opened.insert(opened.end(), level.begin(), level.end());
+    Opened opened;
+    std::vector<Place> path;
+    if (depth > 0 && opened.Add(SmartPtr(root))) {
+        path.push_back({SmartPtr(root), 0});
+    }
+    while (!path.empty()) {
+        const auto& [collection, index] = path.back();
+        if (index >= CountOf(collection.Get())) {
+            path.pop_back();
+            continue;
+        }
+        auto children = OpenNode(collection.Get(), index);
+        const bool isNew = children && opened.Add(children);
+        if (isNew) {
+            SetChildren(collection.Get(), index, children.Get(), true);
+        }
+        ++path.back().m_Index;
+        if (isNew && static_cast<int32_t>(path.size()) < depth) {
+            path.push_back({std::move(children), 0});
+        }
     }
 }
 

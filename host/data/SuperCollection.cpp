@@ -46,17 +46,9 @@ void TearDown(EntryList& first) {
     gDyingEntries = nullptr;
 }
 
-int32_t HandOut(const SmartPtr<IUnknown>& held, IUnknown** object) {
-    *object = SmartPtr(held).Detach();
-    return *object ? S_OK : E_FAIL;
-}
-
-} // namespace
-
+/// Releases entries. Collections that die with them leave theirs to the loop of the first one, so
+/// that a chain of any depth is torn down without recursion.
 void ReleaseEntries(EntryList& entries) {
-    if (entries.empty()) {
-        return;
-    }
     if (!gDyingEntries) {
         TearDown(entries);
         return;
@@ -67,6 +59,13 @@ void ReleaseEntries(EntryList& entries) {
         entries.clear(); // no memory for the detour: by recursion, then
     }
 }
+
+int32_t HandOut(const SmartPtr<IUnknown>& held, IUnknown** object) {
+    *object = SmartPtr(held).Detach();
+    return *object ? S_OK : E_FAIL;
+}
+
+} // namespace
 
 SuperCollectionBase::Entry* SuperCollectionBase::Find(int32_t index) {
     const auto position = static_cast<size_t>(index);
@@ -170,7 +169,9 @@ void SuperCollectionBase::Exchange(std::vector<Entry>& entries) {
     for (const Entry& entry : m_Entries) {
         NoteItem(entry.m_Item.Get());
     }
-    ReleaseEntries(entries);
+    if (!entries.empty()) {
+        ReleaseEntries(entries);
+    }
 }
 
 void SuperCollectionBase::Append(Entry entry) {

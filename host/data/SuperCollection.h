@@ -70,10 +70,6 @@ private:
     bool m_IsBlind = false; ///< it holds what its version does not cover
 };
 
-/// Releases entries. Collections that die with them leave theirs to the loop of the first one, so
-/// that a chain of any depth is torn down without recursion.
-void ReleaseEntries(std::vector<SuperCollectionBase::Entry>& entries);
-
 /// The component "SuperCollection".
 class SuperCollection final
     : public HostObject<SuperCollection, SuperCollectionBase, CollectionVersion> {

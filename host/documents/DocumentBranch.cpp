@@ -2,6 +2,7 @@
 
 #include "host/components/CreatableString.h"
 #include "host/data/TextItems.h"
+#include "host/documents/LevelBuilder.h"
 #include "host/documents/ValueItem.h"
 
 #include <algorithm>
@@ -30,65 +31,57 @@ class ReadingItem final : public HostObject<ReadingItem, IUnknown> {
 public:
     static constexpr const char* kKind = "ReadingItem";
 
-    LevelPlace& Place() { return m_Place; }
+    LivePlace& Place() { return m_Place; }
 
 private:
-    LevelPlace m_Place;
+    LivePlace m_Place;
 };
 
 DocumentLevelPtr MakeReadingLevel() {
-    auto level = std::make_unique<DocumentLevel>(1);
-    level->Append({.m_Label = kReadingLabel, .m_Kind = ItemKind::kText});
-    return level;
+    LevelBuilder builder({});
+    builder.Add({.m_Label = kReadingLabel, .m_Kind = ItemKind::kText});
+    return builder.Take();
+}
+
+DocumentLevelPtr ReadLevel(
+    const DocumentText& text, const DocumentPart& part, ReadProgress* progress) {
+    LevelBuilder builder(part, text.ReadBefore());
+    text.ReadPart(part, builder, progress);
+    return builder.Take();
 }
 
 } // namespace
 
 DocumentBranch::~DocumentBranch() {
-    if (const auto reads = m_State == State::kAwaited ? Reads() : nullptr) {
+    if (const auto reads = m_IsAwaited ? m_Helpers->Reads() : nullptr) {
         reads->Forget(this);
     }
+    m_Helpers->Drop(m_Place.TakeBelow());
 }
 
 SmartPtr<ISuperCollection> DocumentBranch::MakeRoot(
-    const DocumentHelpersPtr& helpers, DocumentRows rows, ReadProgress* progress) {
+    const DocumentHelpersPtr& helpers, ReadProgress* progress) {
     const auto root = Make(ItemKind::kFile, helpers);
-    root->m_Level = MakeLevel(helpers, std::move(rows.m_Rows), progress);
+    root->m_Place.ExchangeBelow(ReadLevel(*helpers->Text(), kWholeText, progress));
     return SmartPtr<ISuperCollection>(root.Get());
-}
-
-/// Takes the rows away, on any thread. Branches whose rows follow theirs are made at once.
-/// `progress`, which may be null, has heard that all was read.
-DocumentLevelPtr DocumentBranch::MakeLevel(
-    const DocumentHelpersPtr& helpers, std::deque<DocumentRow> rows, ReadProgress* progress) {
-    constexpr size_t kStep = 4096;
-    auto first = std::make_unique<DocumentLevel>(rows.size());
-    std::vector<DocumentLevel*> levels{first.get()}; // those that the rows to come may be in
-    for (; !rows.empty(); rows.pop_front()) {
-        if (progress && rows.size() % kStep == 0 && !progress->Advance({1, 1})) {
-            break;
-        }
-        const DocumentRow& row = rows.front();
-        levels.resize(row.m_Level + 1);
-        DocumentLevel& level = *levels.back();
-        level.Append(row);
-        if (row.m_IsBranch && !row.m_Part.IsSomewhere()) {
-            const auto branch = Make(row.m_Kind, helpers);
-            branch->m_Level = std::make_unique<DocumentLevel>(1);
-            level.Connect(level.Count() - 1, branch->Identity(), branch->m_Place);
-            branch->m_Place.Hold();
-            levels.push_back(branch->m_Level.get());
-        }
-    }
-    return first;
 }
 
 int32_t DocumentBranch::GetCount(int32_t* count) {
     if (!count) {
         return E_POINTER;
     }
-    *count = m_Level ? static_cast<int32_t>(m_Level->Count()) : 0;
+    const DocumentLevel* level = m_Place.Below();
+    *count = level ? static_cast<int32_t>(level->Count()) : 0;
     return S_OK;
+}
+
+/// The answer about a row, of its level and its index there; E_FAIL when memory runs out.
+template <class Answer>
+int32_t DocumentBranch::AnswerRow(int32_t index, Answer answer) {
+    DocumentLevel* level = m_Place.Below();
+    const auto row = static_cast<uint32_t>(index);
+    return level && row < level->Count() ? Guarded([&] { return answer(*level, row); })
+                                         : E_INVALIDARG;
 }
 
 int32_t DocumentBranch::GetItem(int32_t index, IUnknown** item) {
@@ -96,29 +89,23 @@ int32_t DocumentBranch::GetItem(int32_t index, IUnknown** item) {
         return E_POINTER;
     }
     *item = nullptr;
-    const DocumentLevel::Row* row = Find(index);
-    if (!row) {
-        return E_INVALIDARG;
-    }
-    return Guarded([&] {
-        SmartPtr<IUnknown> found(DocumentLevel::ItemOf(*row));
-        *item = (found ? std::move(found) : MakeItem(index)).Detach();
+    return AnswerRow(index, [&](DocumentLevel& level, uint32_t row) {
+        SmartPtr<IUnknown> found(m_Helpers->Live().Find(level, row));
+        *item = (found ? std::move(found) : MakeItem(level, row)).Detach();
         return S_OK;
     });
 }
 
-SmartPtr<IUnknown> DocumentBranch::MakeItem(int32_t index) {
-    const auto place = static_cast<size_t>(index);
+SmartPtr<IUnknown> DocumentBranch::MakeItem(DocumentLevel& level, uint32_t index) {
     const auto connect = [&](const auto& item) {
-        m_Level->Connect(place, item->Identity(), item->Place());
+        m_Helpers->Live().Connect(level, index, item->Identity(), item->Place());
         return SmartPtr<IUnknown>(item->Identity());
     };
-    const DocumentLevel::Row& row = *m_Level->Find(index);
-    if (m_State == State::kAwaited) {
+    if (m_IsAwaited) {
         return connect(ReadingItem::Make());
     }
-    return row.m_IsBranch ? connect(Make(row.m_Kind, m_Helpers, row.m_Part))
-                          : connect(ValueItem::Make(row.m_Kind, row.Value()));
+    const auto [kind, isBranch] = level.KindOf(index);
+    return isBranch ? connect(Make(kind, m_Helpers)) : connect(ValueItem::Make(kind, m_Helpers));
 }
 
 int32_t DocumentBranch::GetItemName(int32_t index, IString** name) {
@@ -126,8 +113,9 @@ int32_t DocumentBranch::GetItemName(int32_t index, IString** name) {
         return E_POINTER;
     }
     *name = nullptr;
-    const DocumentLevel::Row* row = Find(index);
-    return row ? HandOutString(row->Label(), name) : E_INVALIDARG;
+    return AnswerRow(index, [&](const DocumentLevel& level, uint32_t row) {
+        return HandOutString(m_Helpers->RowOf(level, row).m_Label, name);
+    });
 }
 
 int32_t DocumentBranch::GetItemData(int32_t index, IUnknown** data) {
@@ -135,76 +123,82 @@ int32_t DocumentBranch::GetItemData(int32_t index, IUnknown** data) {
         return E_POINTER;
     }
     *data = nullptr;
-    return Find(index) ? E_FAIL : E_INVALIDARG;
+    return AnswerRow(index, [](const DocumentLevel&, uint32_t) { return E_FAIL; });
 }
 
 int32_t DocumentBranch::GetItemFlags(int32_t index, int32_t* flags) {
     if (!flags) {
         return E_POINTER;
     }
-    const DocumentLevel::Row* row = Find(index);
-    *flags = row ? row->m_Flags : 0;
-    return row ? S_OK : E_INVALIDARG;
+    *flags = 0;
+    return AnswerRow(index, [&](const DocumentLevel& level, uint32_t row) {
+        *flags = level.Flags(row);
+        return S_OK;
+    });
 }
 
 int32_t DocumentBranch::SetItemFlags(int32_t index, int32_t flags) {
-    DocumentLevel::Row* row = Find(index);
-    if (!row) {
-        return E_INVALIDARG;
-    }
-    row->m_Flags = flags;
-    CollectionVersion::Advance();
-    return S_OK;
+    return AnswerRow(index, [&](DocumentLevel& level, uint32_t row) {
+        level.SetFlags(row, flags);
+        CollectionVersion::Advance();
+        return S_OK;
+    });
 }
 
 int32_t DocumentBranch::RemoveAll() {
-    Show(nullptr);
-    return S_OK;
+    return Guarded([&] {
+        Show(LevelBuilder({}).Take());
+        return S_OK;
+    });
 }
 
 /// What dies with the rows that were shown finds the new ones here.
 void DocumentBranch::Show(DocumentLevelPtr level) {
+    DocumentLevelPtr before = m_Place.ExchangeBelow(std::move(level));
     CollectionVersion::Advance();
-    std::swap(m_Level, level);
+    m_Helpers->Drop(std::move(before));
 }
 
 int32_t DocumentBranch::Populate() {
-    return m_State != State::kUnread ? S_OK : Guarded([&] {
+    return m_Place.Below() ? S_OK : Guarded([&] {
         auto level = Read();
-        m_State = level ? State::kRead : State::kAwaited;
+        m_IsAwaited = !level;
         Show(level ? std::move(*level) : MakeReadingLevel()); // an empty one would not stay open
-        m_Place.Hold();
+        m_Place.SetHeld(m_IsAwaited);                         // who reads for it knows its address
         return S_OK;
     });
 }
 
 /// What is in the part; nothing where it is read beside the window's thread and takes longer.
 std::optional<DocumentLevelPtr> DocumentBranch::Read() {
-    const auto reads = Reads();
+    const DocumentLevel* level = m_Place.Level();
+    const DocumentPart part =
+        level ? m_Helpers->RowOf(*level, m_Place.Index()).m_Part : m_Place.LeftPart();
+    const auto reads = m_Helpers->Reads();
     if (!reads) {
-        return MakeLevel(m_Helpers, m_Helpers->m_Text->ReadPart(m_Part).m_Rows, nullptr);
+        return ReadLevel(*m_Helpers->Text(), part, nullptr);
     }
-    auto work = [helpers = m_Helpers, part = m_Part](ReadProgress& progress) {
+    auto work = [text = m_Helpers->Text(), part](ReadProgress& progress) {
         PartProgress within(part, progress);
-        return MakeLevel(helpers, helpers->m_Text->ReadPart(part, &within).m_Rows, &progress);
+        return ReadLevel(*text, part, &within);
     };
-    return reads->Begin<DocumentLevelPtr>(this, m_Helpers->m_Name, std::move(work));
+    return reads->Begin<DocumentLevelPtr>(this, m_Helpers->Name(), std::move(work));
 }
 
 /// Where memory did not hold it, it can be filled again.
 int32_t DocumentBranch::ReadAgain(int32_t newFlags) {
     return IsChanged() != S_OK ? S_FALSE : Guarded([&] {
-        m_State = State::kUnread;
-        RemoveAll();
-        auto level = Reads()->Take<DocumentLevelPtr>(this).value();
+        m_IsAwaited = false;
+        Show(nullptr);
+        m_Place.SetHeld(false);
+        auto level = m_Helpers->Reads()->Take<DocumentLevelPtr>(this).value();
         level->SetAllFlags(newFlags);
         Show(std::move(level));
-        m_State = State::kRead;
         return S_OK;
     });
 }
 
 int32_t DocumentBranch::IsChanged() {
-    const auto reads = m_State == State::kAwaited ? Reads() : nullptr;
+    const auto reads = m_IsAwaited ? m_Helpers->Reads() : nullptr;
     return reads && reads->IsOver(this) ? S_OK : S_FALSE;
 }

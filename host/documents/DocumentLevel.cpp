@@ -1,88 +1,91 @@
 #include "host/documents/DocumentLevel.h"
 
-#include "host/data/SuperCollection.h"
-
 #include <algorithm>
-#include <new>
-#include <utility>
 
-namespace {
-
-/// Where memory is full an item goes at once, and what is below it by recursion.
-void Take(SmartPtr<IUnknown> item, std::vector<SuperCollectionBase::Entry>& held) try {
-    if (item) {
-        held.push_back({.m_Name = {}, .m_Item = std::move(item), .m_Data = {}});
+DocumentLevel::DocumentLevel(
+    const DocumentPart& part, const std::vector<Kind>& kinds, std::vector<Group> groups)
+    : m_Part(part), m_Count(static_cast<uint32_t>(kinds.size())) {
+    uint8_t* bytes = m_FewBytes;
+    if (m_Count > kFew) {
+        NeedMore().m_Bytes = std::make_unique_for_overwrite<uint8_t[]>(m_Count);
+        bytes = m_More->m_Bytes.get();
     }
-} catch (const std::bad_alloc&) {
-}
-
-} // namespace
-
-LevelPlace::~LevelPlace() {
-    if (m_Level) {
-        m_Level->At(m_Index).m_Place = nullptr;
+    std::transform(kinds.begin(), kinds.end(), bytes, [](const Kind& kind) {
+        return static_cast<uint8_t>(uint8_t(kind.m_Kind) | (kind.m_IsBranch ? kBranch : 0));
+    });
+    if (!groups.empty()) {
+        groups.shrink_to_fit();
+        NeedMore().m_Groups = std::move(groups);
     }
 }
 
-/// The items that others hold live on without a place.
-DocumentLevel::~DocumentLevel() {
-    for (const Rows& rows : m_Rows) {
-        std::vector<SuperCollectionBase::Entry> held;
-        for (const Row& row : rows) {
-            if (row.m_Place) {
-                row.m_Place->m_Level = nullptr;
-                Take(std::exchange(row.m_Place->m_Held, {}), held);
-            }
-        }
-        ReleaseEntries(held);
+DocumentLevel::More& DocumentLevel::NeedMore() {
+    if (!m_More) {
+        m_More = std::make_unique<More>();
     }
+    return *m_More;
 }
 
-void DocumentLevel::Append(const DocumentRow& row) {
-    if (m_Rows.empty() || m_Rows.back().size() == kRowsTogether) {
-        const size_t left = m_Expected - std::min(m_Expected, m_Count);
-        m_Rows.emplace_back().reserve(std::clamp(left, size_t{1}, kRowsTogether));
+DocumentLevel::Kind DocumentLevel::KindOf(uint32_t index) const {
+    const uint8_t byte = Bytes()[index];
+    return {ItemKind(byte & (kLive - 1)), (byte & kBranch) != 0};
+}
+
+const DocumentLevel::Group* DocumentLevel::GroupOf(uint32_t index) const {
+    if (!m_More || m_More->m_Groups.empty()) {
+        return nullptr;
     }
-    m_Rows.back().push_back({.m_Label = Keep(row.m_Label),
-        .m_LabelSize = static_cast<uint32_t>(row.m_Label.size()),
-        .m_Part = row.m_IsBranch ? row.m_Part : DocumentPart{row.m_Value, 0},
-        .m_Kind = row.m_Kind,
-        .m_IsBranch = row.m_IsBranch});
-    ++m_Count;
+    const std::vector<Group>& groups = m_More->m_Groups;
+    const auto behind = std::upper_bound(groups.begin(), groups.end(), index,
+        [](uint32_t wanted, const Group& group) { return wanted < group.m_First; });
+    return &*std::prev(behind);
 }
 
-/// Blocks are as large as the rows that are still to come will need, more or less.
-const char* DocumentLevel::Keep(std::string_view label) {
-    constexpr size_t kUsualLabel = 16;
-    if (label.size() > m_Left) {
-        const size_t rows = std::min(m_Expected - std::min(m_Expected, m_Count), kRowsTogether);
-        const size_t size = std::max(label.size(), rows * kUsualLabel);
-        m_Labels.push_back(std::make_unique_for_overwrite<char[]>(size));
-        m_Free = m_Labels.back().get();
-        m_Left = size;
+uint32_t DocumentLevel::EndOf(const Group* group) const {
+    return group && group != &m_More->m_Groups.back() ? group[1].m_First : m_Count;
+}
+
+/// Whoever sets the flags of all rows, one after the other, leaves one word for all.
+void DocumentLevel::SetFlags(uint32_t index, int32_t flags) {
+    if (flags == Flags(index)) {
+        return;
     }
-    const char* kept = m_Free;
-    m_Free = std::copy(label.begin(), label.end(), m_Free);
-    m_Left -= label.size();
-    return kept;
-}
-
-DocumentLevel::Row* DocumentLevel::Find(int32_t index) {
-    const auto place = static_cast<size_t>(index);
-    return index >= 0 && place < m_Count ? &At(place) : nullptr;
-}
-
-void DocumentLevel::Connect(size_t index, IUnknown* item, LevelPlace& place) {
-    place.m_Level = this;
-    place.m_Index = index;
-    place.m_Item = item;
-    At(index).m_Place = &place;
+    More& more = NeedMore();
+    if (!more.m_Flags) {
+        more.m_Flags = std::make_unique_for_overwrite<int32_t[]>(m_Count);
+        std::fill_n(more.m_Flags.get(), m_Count, m_Flags);
+    }
+    int32_t* all = more.m_Flags.get();
+    all[index] = flags;
+    if (index == m_Count - 1 &&
+        std::all_of(all, all + m_Count, [&](int32_t each) { return each == flags; })) {
+        SetAllFlags(flags);
+    }
 }
 
 void DocumentLevel::SetAllFlags(int32_t flags) {
-    for (Rows& rows : m_Rows) {
-        for (Row& row : rows) {
-            row.m_Flags = flags;
+    m_Flags = flags;
+    if (m_More) {
+        m_More->m_Flags.reset();
+        if (m_More->IsEmpty()) {
+            m_More.reset();
         }
     }
+}
+
+DocumentLevelPtr DocumentLevel::ExchangeBelow(uint32_t index, DocumentLevelPtr level) {
+    More& more = NeedMore();
+    if (!more.m_Below) {
+        more.m_Below = std::make_unique<DocumentLevelPtr[]>(m_Count);
+    }
+    return std::exchange(more.m_Below[index], std::move(level));
+}
+
+DocumentLevelPtr DocumentLevel::TakeBelow(uint32_t index) {
+    return Below(index) ? std::move(m_More->m_Below[index]) : nullptr;
+}
+
+void DocumentLevel::SetLive(uint32_t index, bool isLive) {
+    uint8_t* bytes = m_Count <= kFew ? m_FewBytes : m_More->m_Bytes.get();
+    bytes[index] = static_cast<uint8_t>(isLive ? bytes[index] | kLive : bytes[index] & ~kLive);
 }

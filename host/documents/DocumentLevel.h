@@ -1,87 +1,122 @@
 #pragma once
 
-#include "framework/runtime/SmartPtr.h"
 #include "host/documents/DocumentText.h"
 
 #include <memory>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 class DocumentLevel;
+using DocumentLevelPtr = std::unique_ptr<DocumentLevel>;
 
-/// Where an item of a document stands, which is a part of the item. Its level forgets the item when
-/// it dies.
-class LevelPlace {
-public:
-    LevelPlace() = default;
-    ~LevelPlace();
-    LevelPlace(const LevelPlace&) = delete;
-    LevelPlace& operator=(const LevelPlace&) = delete;
-
-    /// There is something in the item that another one would not have: its level, if there is one,
-    /// holds it from now on.
-    void Hold() { m_Held = m_Level ? m_Item : nullptr; }
-
-private:
-    friend DocumentLevel;
-
-    DocumentLevel* m_Level = nullptr; ///< null when it never was in one, or that is gone
-    size_t m_Index = 0;
-    IUnknown* m_Item = nullptr; ///< which this is a part of
-    SmartPtr<IUnknown> m_Held;  ///< the item by its level, which takes that back
-};
-
-/// The rows of one level of a document, and a flag word for each. A row is a few bytes beside its
-/// label; its item is made when somebody asks for it, and is the same as long as somebody holds it.
-/// Used on one thread at a time.
+/// The rows of one part of a document, as little of each as has to stay: a byte that says what it
+/// is, its flag word once the words differ, and the level below it once that was read. The labels
+/// are read from the text again, a group of rows at a time: see RowCache. Used on one thread at a
+/// time.
 class DocumentLevel {
 public:
-    struct Row {
-        std::string_view Label() const { return {m_Label, m_LabelSize}; }
-        /// Of a value: where in the label it begins, behind a name.
-        uint32_t Value() const { return static_cast<uint32_t>(m_Part.m_Begin); }
-
-        const char* m_Label;
-        uint32_t m_LabelSize;
-        int32_t m_Flags = 0;
-        DocumentPart m_Part; ///< of a branch
+    /// Rows that are read together.
+    struct Group {
+        RowPlace m_From;                      ///< nowhere: where the part begins
+        uint32_t m_First = 0;                 ///< index of the first row
+        std::vector<DocumentRow> m_Kept = {}; ///< the rows, where reading them again takes long
+    };
+    struct Kind {
         ItemKind m_Kind;
         bool m_IsBranch;
-        LevelPlace* m_Place = nullptr; ///< that of its item, while one lives
     };
 
-    /// `expected` is about how many rows there will be.
-    explicit DocumentLevel(size_t expected) : m_Expected(expected) {}
-    ~DocumentLevel();
+    /// Of `part`, with a kind for each row and flags of 0. Without groups all rows are one that is
+    /// read from where the part begins. Throws std::bad_alloc.
+    DocumentLevel(
+        const DocumentPart& part, const std::vector<Kind>& kinds, std::vector<Group> groups);
+    ~DocumentLevel() {
+        TakeApart([](DocumentLevel&) {});
+    }
     DocumentLevel(const DocumentLevel&) = delete;
     DocumentLevel& operator=(const DocumentLevel&) = delete;
 
-    /// Appends a row, whatever its level is. Throws std::bad_alloc.
-    void Append(const DocumentRow& row);
-    size_t Count() const { return m_Count; }
-    /// Null where there is no such row.
-    Row* Find(int32_t index);
-    /// The item of a row; null while none lives.
-    static IUnknown* ItemOf(const Row& row) { return row.m_Place ? row.m_Place->m_Item : nullptr; }
-    /// Gives a row its item. `place` is a part of it.
-    void Connect(size_t index, IUnknown* item, LevelPlace& place);
+    const DocumentPart& Part() const { return m_Part; }
+    uint32_t Count() const { return m_Count; }
+    Kind KindOf(uint32_t index) const;
+    /// The group that a row is in; null where all rows are one.
+    const Group* GroupOf(uint32_t index) const;
+    /// Index behind the last row of a group.
+    uint32_t EndOf(const Group* group) const;
+
+    int32_t Flags(uint32_t index) const {
+        return m_More && m_More->m_Flags ? m_More->m_Flags[index] : m_Flags;
+    }
+    /// Throws std::bad_alloc.
+    void SetFlags(uint32_t index, int32_t flags);
     void SetAllFlags(int32_t flags);
 
+    /// What is below a row; null while that was not read.
+    DocumentLevel* Below(uint32_t index) const {
+        return m_More && m_More->m_Below ? m_More->m_Below[index].get() : nullptr;
+    }
+    /// Puts a level below a row, and answers what was there. Throws std::bad_alloc.
+    DocumentLevelPtr ExchangeBelow(uint32_t index, DocumentLevelPtr level);
+    DocumentLevelPtr TakeBelow(uint32_t index);
+
+    // Whether somebody holds the item of a row: see LiveItems.
+    bool IsLive(uint32_t index) const { return (Bytes()[index] & kLive) != 0; }
+    void SetLive(uint32_t index, bool isLive);
+
+    /// Takes away the levels below and calls `visit` for this one and each of them, above before
+    /// below, before it ends. What `visit` takes away from a level stays whole. Needs no memory,
+    /// and no stack for depth.
+    template <class Visitor>
+    void TakeApart(Visitor visit);
+
 private:
-    friend LevelPlace;
+    static constexpr uint32_t kFew = 8;
+    static constexpr uint8_t kBranch = 0x80;
+    static constexpr uint8_t kLive = 0x40;
 
-    static constexpr size_t kRowsTogether = 1024;
-    /// In blocks of so many, so that they never lie in memory twice while they become more.
-    using Rows = std::vector<Row>;
+    /// What most levels do without.
+    struct More {
+        bool IsEmpty() const { return !m_Bytes && !m_Flags && !m_Below && m_Groups.empty(); }
 
-    Row& At(size_t index) { return m_Rows[index / kRowsTogether][index % kRowsTogether]; }
-    const char* Keep(std::string_view label);
+        std::unique_ptr<uint8_t[]> m_Bytes; ///< of more than a few rows
+        std::unique_ptr<int32_t[]> m_Flags;
+        std::unique_ptr<DocumentLevelPtr[]> m_Below;
+        std::vector<Group> m_Groups;
+        DocumentLevelPtr m_Next; ///< while it is taken apart
+    };
 
-    size_t m_Expected;
-    size_t m_Count = 0;
-    std::vector<Rows> m_Rows;
-    std::vector<std::unique_ptr<char[]>> m_Labels;
-    char* m_Free = nullptr; ///< behind the last label
-    size_t m_Left = 0;      ///< bytes from there on
+    More& NeedMore();
+    const uint8_t* Bytes() const { return m_Count <= kFew ? m_FewBytes : m_More->m_Bytes.get(); }
+
+    DocumentPart m_Part;
+    uint32_t m_Count;
+    int32_t m_Flags = 0; ///< of all rows, unless there are more
+    uint8_t m_FewBytes[kFew] = {};
+    std::unique_ptr<More> m_More;
 };
-using DocumentLevelPtr = std::unique_ptr<DocumentLevel>;
+
+template <class Visitor>
+void DocumentLevel::TakeApart(Visitor visit) {
+    DocumentLevelPtr next;
+    const auto takeBelow = [&](DocumentLevel& level) {
+        visit(level);
+        for (uint32_t i = 0; level.m_More && level.m_More->m_Below && i < level.m_Count; ++i) {
+            DocumentLevelPtr below = std::move(level.m_More->m_Below[i]);
+            if (below && below->m_More) {
+                below->m_More->m_Next = std::exchange(next, nullptr);
+                next = std::move(below);
+            } else if (below) {
+                visit(*below);
+            }
+        }
+        if (level.m_More) {
+            level.m_More->m_Below.reset();
+        }
+    };
+    takeBelow(*this);
+    while (next) {
+        const DocumentLevelPtr level = std::exchange(next, nullptr);
+        next = std::move(level->m_More->m_Next);
+        takeBelow(*level);
+    }
+}

@@ -23,9 +23,14 @@ public:
         m_Stop = m_Progress ? at : m_End;
     }
     size_t Jumped() const { return m_Jumped; }
-    char Character() const { return m_Text[m_At]; }
-    void Advance() { ++m_At; }
-    bool IsBeforeEnd() { return m_At != m_Stop || GoOn(); }
+    /// A character is read first that does not stand here.
+    void PutInFront(char character) { m_InFront = character; }
+    char Character() const { return m_InFront != 0 ? m_InFront : m_Text[m_At]; }
+    void Advance() {
+        m_At += m_InFront != 0 ? 0 : 1;
+        m_InFront = 0;
+    }
+    bool IsBeforeEnd() { return m_InFront != 0 || m_At != m_Stop || GoOn(); }
     /// Whether the progress made an end of it, and it came to that.
     bool IsStopped() const { return m_IsStopped; }
 
@@ -49,6 +54,7 @@ private:
     ReadProgress* m_Progress;
     bool m_IsCut;
     size_t m_Jumped = 0;
+    char m_InFront = 0;
     bool m_IsStopped = false;
 };
 

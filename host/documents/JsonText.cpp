@@ -69,8 +69,12 @@ private:
 /// Makes rows of what stands directly in the outermost container, and jumps over what it can.
 class RowMaker final : public Events {
 public:
-    RowMaker(JsonCursor& cursor, const Extents& extents, std::deque<DocumentRow>& rows)
-        : m_Cursor(cursor), m_Extents(extents), m_Rows(rows) {}
+    /// With `saysEmpty` there is a row that says that nothing is in the container. `index` is that
+    /// of the first value in a list.
+    RowMaker(
+        JsonCursor& cursor, const Extents& extents, RowSink& rows, bool saysEmpty, size_t index)
+        : m_Cursor(cursor), m_Extents(extents), m_Rows(rows), m_IsEmpty(saysEmpty), m_Index(index) {
+    }
 
     bool null() override {
         return AddValue(ItemKind::kNull, [] { return "null"; });
@@ -80,14 +84,14 @@ public:
                      : AddValue(ItemKind::kFalse, [] { return "false"; });
     }
     bool number_integer(number_integer_t value) override {
-        return AddValue(ItemKind::kNumber, [&] { return Json(value).dump(); });
+        return AddNumber([&] { return Json(value).dump(); });
     }
     bool number_unsigned(number_unsigned_t value) override {
-        return AddValue(ItemKind::kNumber, [&] { return Json(value).dump(); });
+        return AddNumber([&] { return Json(value).dump(); });
     }
     /// As it is written: what a double cannot hold is shown all the same.
     bool number_float(number_float_t, const string_t& written) override {
-        return AddValue(ItemKind::kNumber, [&] { return written; });
+        return AddNumber([&] { return written; });
     }
     bool string(string_t& value) override {
         return AddValue(ItemKind::kString, [&] {
@@ -103,10 +107,13 @@ public:
     }
     bool start_object(std::size_t) override { return Open(false); }
     bool start_array(std::size_t) override { return Open(true); }
-    bool end_object() override { return Close("{}"); }
-    bool end_array() override { return Close("[]"); }
+    bool end_object() override { return Close(ItemKind::kObject, "{}"); }
+    bool end_array() override { return Close(ItemKind::kList, "[]"); }
     /// It is known, and what is open here reaches to it.
     bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override {
+        if (m_Depth > 1) {
+            Add(std::move(m_Branch), SIZE_MAX);
+        }
         return false;
     }
 
@@ -114,60 +121,68 @@ private:
     std::string TakeName() {
         return m_IsArray ? std::to_string(m_Index++) : std::exchange(m_Key, {});
     }
+    /// The parser knows that a number ends by what is behind it.
+    template <class Text>
+    bool AddNumber(Text text) {
+        return AddValue(ItemKind::kNumber, text, m_Cursor.At() - 1);
+    }
     template <class Text>
     bool AddValue(ItemKind kind, Text text) {
-        if (m_Depth == 0) {
-            m_Rows.push_back({.m_Label = text(), .m_Kind = kind});
-        } else if (m_Depth == 1) {
-            std::string label = TakeName() + ": ";
-            const auto value = static_cast<uint32_t>(label.size());
-            m_Rows.push_back({.m_Label = label.append(text()), .m_Kind = kind, .m_Value = value});
+        return AddValue(kind, text, m_Cursor.At());
+    }
+    template <class Text>
+    bool AddValue(ItemKind kind, Text text, size_t end) {
+        if (m_Depth > 1) {
+            return true;
         }
+        std::string label = m_Depth == 0 ? "" : TakeName() + ": ";
+        const auto value = static_cast<uint32_t>(label.size());
+        return Add({.m_Label = label.append(text()), .m_Kind = kind, .m_Value = value}, end);
+    }
+    /// The next row begins behind the end of this one.
+    bool Add(DocumentRow row, size_t end) {
+        row.m_Place = std::exchange(m_Next, {end, m_Index});
         m_IsEmpty = false;
-        return true;
+        return m_Rows.Add(std::move(row));
     }
     bool Open(bool isArray) {
         const size_t begin = m_Cursor.At() - 1;
-        m_IsEmpty = true;
         if (m_Depth == 0) {
             m_IsArray = isArray;
-            m_Next = m_Extents.From(begin + 1);
+            m_Kept = m_Extents.From(begin + 1);
         } else if (m_Depth == 1) {
             const DocumentPart toTheEnd{begin, SIZE_MAX};
-            m_Rows.push_back({.m_Label = TakeName(),
+            m_Branch = {.m_Label = TakeName(),
                 .m_Kind = isArray ? ItemKind::kList : ItemKind::kObject,
                 .m_IsBranch = true,
-                .m_Part = toTheEnd});
+                .m_Part = toTheEnd};
         }
-        if (m_Depth++ > 0 && m_Next && m_Next->m_Begin == begin) {
-            m_Cursor.Jump(m_Next->m_End);
-            m_Next = m_Extents.From(m_Next->m_End);
-            m_IsEmpty = false;
+        if (m_Depth++ > 0 && m_Kept && m_Kept->m_Begin == begin) {
+            m_Cursor.Jump(m_Kept->m_End);
+            m_Kept = m_Extents.From(m_Kept->m_End);
         }
         return true;
     }
-    bool Close(const char* empty) {
-        if (--m_Depth == 1) {
-            DocumentRow& row = m_Rows.back();
-            row.m_Part.m_End = m_Cursor.At();
-            if (m_IsEmpty) {
-                row.m_Part = {};
-                m_Rows.push_back({.m_Label = empty, .m_Kind = row.m_Kind, .m_Level = 1});
-            }
+    bool Close(ItemKind kind, const char* empty) {
+        --m_Depth;
+        if (m_Depth == 1) {
+            m_Branch.m_Part.m_End = m_Cursor.At();
+            return Add(std::move(m_Branch), m_Cursor.At());
         }
-        m_IsEmpty = false;
-        return true;
+        return m_Depth > 0 || !m_IsEmpty || Add({.m_Label = empty, .m_Kind = kind}, m_Cursor.At());
     }
 
     JsonCursor& m_Cursor;
     const Extents& m_Extents;
-    const Extent* m_Next = nullptr; ///< the next one that is to be jumped over
-    std::deque<DocumentRow>& m_Rows;
+    const Extent* m_Kept = nullptr; ///< the next one that is to be jumped over
+    RowSink& m_Rows;
+    RowPlace m_Next;      ///< behind the last row
+    DocumentRow m_Branch; ///< which ends where its container does
     size_t m_Depth = 0;
-    bool m_IsEmpty = true; ///< nothing came since a container began
+    bool m_IsEmpty; ///< there was no row, and that is to be said
     bool m_IsArray = false;
     std::string m_Key;
-    size_t m_Index = 0;
+    size_t m_Index;
 };
 
 bool IsBlank(std::string_view text) {
@@ -191,10 +206,10 @@ bool IsLines(std::string_view text) {
 }
 
 /// Calls `visit` for each line that is not blank with its number and place, until it answers false.
+/// Begins with a line that has this number.
 template <class Visitor>
-void VisitLines(std::string_view text, Visitor visit) {
-    size_t begin = 0;
-    for (size_t number = 1; begin < text.size(); ++number) {
+void VisitLines(std::string_view text, size_t begin, size_t number, Visitor visit) {
+    for (; begin < text.size(); ++number) {
         const std::string_view line = FirstLine(text.substr(begin));
         const DocumentPart place{begin, begin + line.size()};
         begin = place.m_End + 1;
@@ -209,7 +224,7 @@ public:
     JsonText(std::string text, const IndexOptions& options)
         : DocumentText(std::move(text)), m_IsLines(IsLines(m_Text)), m_Extents(options.m_Least) {
         if (m_IsLines) {
-            VisitLines(m_Text, [&](size_t number, const DocumentPart& line) {
+            VisitLines(m_Text, 0, 1, [&](size_t number, const DocumentPart& line) {
                 return Index(line, number, options);
             });
         } else {
@@ -218,33 +233,46 @@ public:
         m_Extents.Finish(m_End);
     }
 
-    DocumentRows ReadWhole(ReadProgress* progress) const override {
-        if (!m_IsLines) {
-            return Read({0, m_End}, progress);
+    size_t ReadRows(const DocumentPart& part, const RowPlace& from, RowSink& rows,
+        ReadProgress* progress) const override {
+        if (part.IsWhole()) {
+            return m_IsLines ? ReadLines(from, rows)
+                             : Read({0, m_End}, from, rows, progress, false);
         }
-        DocumentRows rows;
-        VisitLines(Text(), [&](size_t number, const DocumentPart& line) {
-            rows.m_Rows.push_back({.m_Label = std::to_string(number),
-                .m_Kind = KindOfLine(Text().substr(line.m_Begin)),
-                .m_IsBranch = true,
-                .m_Part = line});
-            return true;
-        });
-        return rows;
-    }
-
-    DocumentRows ReadPart(const DocumentPart& part, ReadProgress* progress) const override {
-        return Read(part, progress);
+        const bool isLine = m_IsLines && (part.m_Begin == 0 || m_Text[part.m_Begin - 1] == '\n');
+        return Read(part, from, rows, progress, !isLine);
     }
 
 private:
-    DocumentRows Read(const DocumentPart& part, ReadProgress* progress) const {
-        DocumentRows rows;
-        JsonCursor cursor(m_Text, part.m_Begin, std::min(part.m_End, m_End), progress);
-        RowMaker maker(cursor, m_Extents, rows.m_Rows);
+    size_t ReadLines(const RowPlace& from, RowSink& rows) const {
+        const size_t first = from.IsSomewhere() ? from.m_Number : 1;
+        size_t end = from.m_Begin;
+        VisitLines(Text(), from.m_Begin, first, [&](size_t number, const DocumentPart& line) {
+            end = line.m_End;
+            return rows.Add({.m_Label = std::to_string(number),
+                .m_Kind = KindOfLine(Text().substr(line.m_Begin)),
+                .m_IsBranch = true,
+                .m_Part = line,
+                .m_Place = {line.m_Begin, number}});
+        });
+        return end - from.m_Begin;
+    }
+
+    size_t Read(const DocumentPart& part, const RowPlace& from, RowSink& rows,
+        ReadProgress* progress, bool saysEmpty) const {
+        const size_t begin = from.IsSomewhere() ? BehindComma(from.m_Begin) : part.m_Begin;
+        JsonCursor cursor(m_Text, begin, std::min(part.m_End, m_End), progress);
+        if (from.IsSomewhere()) {
+            cursor.PutInFront(m_Text[m_Text.find_first_of("[{", part.m_Begin)]);
+        }
+        RowMaker maker(cursor, m_Extents, rows, saysEmpty, from.m_Number);
         Parse(cursor, maker, false);
-        rows.m_BytesRead = cursor.At() - part.m_Begin - cursor.Jumped();
-        return rows;
+        return cursor.At() - begin - cursor.Jumped();
+    }
+
+    /// Where a value begins, or the blank in front of it, of which an earlier one has ended here.
+    size_t BehindComma(size_t place) const {
+        return std::min(m_Text.find(',', place), m_End - 1) + 1;
     }
 
     std::string_view Text() const { return std::string_view(m_Text).substr(0, m_End); }

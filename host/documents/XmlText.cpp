@@ -90,14 +90,23 @@ struct XmlPlaces {
     bool m_IsTrusted;
 };
 
-/// Makes rows of what stands in an element or, when it is not `isInElement`, at the text's top.
+/// Which rows are wanted.
+enum class Wanted {
+    kOfWhole,
+    kOfElement,
+    kOfElementFromPlace ///< without its attributes
+};
+
+/// Thrown when there are as many rows as were wanted.
+struct Enough {};
+
+/// Makes rows of what stands in an element or at the text's top.
 class RowMaker final : public XmlEvents {
 public:
     /// `next` is the first extent that is jumped over.
-    RowMaker(const XmlPlaces& places, bool isInElement, const Extent* next,
-        std::deque<DocumentRow>& rows)
-        : m_Places(places), m_Rows(rows), m_Next(next) {
-        if (!isInElement) {
+    RowMaker(const XmlPlaces& places, Wanted wanted, const Extent* next, RowSink& rows)
+        : m_Places(places), m_Rows(rows), m_Wanted(wanted), m_Next(next) {
+        if (wanted == Wanted::kOfWhole) {
             m_Levels.push_back({.m_IsBranch = true});
         }
     }
@@ -115,8 +124,16 @@ public:
             m_Skipped = 1;
             return;
         }
-        m_Levels.push_back(m_Levels.empty() ? Level{.m_IsBranch = true}
-                                            : Level{.m_Name = name, .m_Part = PartHere(isJumped)});
+        if (m_Levels.empty()) {
+            m_Inside = m_Parser.PlaceBehind();
+            m_Levels.push_back({.m_IsBranch = true});
+            if (m_Wanted == Wanted::kOfElementFromPlace) {
+                return;
+            }
+        } else {
+            m_Levels.push_back(
+                {.m_Name = name, .m_Part = PartHere(isJumped), .m_Place = PlaceHere()});
+        }
         for (; *attributes; attributes += 2) {
             MakeBranch();
             if (!m_Levels.back().m_Part.IsSomewhere()) {
@@ -156,7 +173,7 @@ private:
         std::string m_Text = {};  ///< since the last element in it
         bool m_IsBranch = false;  ///< and not one label
         DocumentPart m_Part = {}; ///< which is left for later
-        size_t m_Row = 0;         ///< the branch's
+        RowPlace m_Place = {};
     };
 
     /// Whether what is in the element that begins here is jumped over.
@@ -172,61 +189,77 @@ private:
             IsTag(m_Places.m_Text, begin) && (isJumped || !m_Places.m_IsPrologueLong);
         return isLeft ? DocumentPart{begin, SIZE_MAX} : DocumentPart{};
     }
-    void Add(ItemKind kind, std::string label) {
-        m_Rows.push_back({.m_Label = std::move(label),
-            .m_Kind = kind,
-            .m_Level = uint32_t(m_Levels.size() - 1)});
+    /// Elements in one that is not at the text's top can be read without those before them.
+    RowPlace PlaceHere() const {
+        const size_t begin = m_Parser.Place();
+        const bool isPlace =
+            m_Wanted != Wanted::kOfWhole && m_Levels.size() == 1 && IsTag(m_Places.m_Text, begin);
+        return isPlace ? RowPlace{begin, m_Inside} : RowPlace{};
     }
-    void AddNamed(ItemKind kind, std::string name, const std::string& value) {
+    void Add(DocumentRow row, size_t level) {
+        row.m_Level = static_cast<uint32_t>(level);
+        if (!m_Rows.Add(std::move(row))) {
+            throw Enough();
+        }
+    }
+    /// One that belongs to the last open element.
+    void Add(DocumentRow row) { Add(std::move(row), m_Levels.size() - 1); }
+    void AddNamed(ItemKind kind, std::string name, const std::string& value, RowPlace place = {}) {
         name += ": ";
-        const auto place = static_cast<uint32_t>(name.size());
-        Add(kind, name.append(value));
-        m_Rows.back().m_Value = place;
+        const auto begin = static_cast<uint32_t>(name.size());
+        Add({.m_Label = name.append(value), .m_Kind = kind, .m_Value = begin, .m_Place = place});
     }
     /// Makes a branch of the last open element, with its text so far as a row; those that it is in
-    /// have become branches before.
+    /// have become branches before. What is left for later has its own row where it ends.
     void MakeBranch() {
         Level& level = m_Levels.back();
-        if (!level.m_IsBranch) {
-            level.m_IsBranch = true;
-            level.m_Row = m_Rows.size();
-            m_Rows.push_back({.m_Label = level.m_Name,
-                .m_Kind = ItemKind::kElement,
-                .m_Level = uint32_t(m_Levels.size() - 2),
-                .m_IsBranch = true,
-                .m_Part = level.m_Part});
+        const bool isLeft = level.m_Part.IsSomewhere();
+        if (!std::exchange(level.m_IsBranch, true) && !isLeft) {
+            Add(BranchOf(level), m_Levels.size() - 2);
         }
         std::string text = TakeWords(level.m_Text);
-        if (!text.empty() && !level.m_Part.IsSomewhere()) {
-            Add(ItemKind::kString, std::move(text));
+        if (!text.empty() && !isLeft) {
+            Add({.m_Label = std::move(text), .m_Kind = ItemKind::kString});
         }
+    }
+    static DocumentRow BranchOf(Level& level) {
+        return {.m_Label = std::move(level.m_Name),
+            .m_Kind = ItemKind::kElement,
+            .m_IsBranch = true,
+            .m_Part = level.m_Part,
+            .m_Place = level.m_Place};
     }
     void EndLevel(size_t end) {
         if (m_Levels.back().m_IsBranch) {
             MakeBranch();
-            Level& level = m_Levels.back();
-            if (level.m_Part.IsSomewhere()) {
-                m_Rows[level.m_Row].m_Part.m_End = end;
-            }
-            m_Levels.pop_back();
-            return;
         }
         Level level = std::move(m_Levels.back());
         m_Levels.pop_back();
+        if (level.m_IsBranch) {
+            if (level.m_Part.IsSomewhere()) {
+                level.m_Part.m_End = end;
+                Add(BranchOf(level));
+            }
+            return;
+        }
         const std::string text = TakeWords(level.m_Text);
         if (text.empty()) {
-            Add(ItemKind::kElement, std::move(level.m_Name));
+            Add({.m_Label = std::move(level.m_Name),
+                .m_Kind = ItemKind::kElement,
+                .m_Place = level.m_Place});
         } else {
-            AddNamed(ItemKind::kElement, std::move(level.m_Name), text);
+            AddNamed(ItemKind::kElement, std::move(level.m_Name), text, level.m_Place);
         }
     }
 
     const XmlPlaces& m_Places;
-    std::deque<DocumentRow>& m_Rows;
+    RowSink& m_Rows;
+    Wanted m_Wanted;
     XmlParser m_Parser{*this, m_Places.m_IsTrusted};
     const Extent* m_Next;
     std::vector<Level> m_Levels;
     size_t m_Skipped = 0; ///< open elements in one that is left for later
+    size_t m_Inside = 0;  ///< where what is in the element begins
 };
 
 class XmlText final : public DocumentText {
@@ -242,29 +275,42 @@ public:
         } else if (!isRead) {
             m_End = parser.Reached();
         }
-        m_Prologue = indexer.Prologue();
-        m_IsPrologueLong = m_Prologue > options.m_Least;
+        m_ReadBefore = indexer.Prologue();
+        m_IsPrologueLong = m_ReadBefore > options.m_Least;
         m_Extents.Finish(m_End);
     }
 
-    DocumentRows ReadWhole(ReadProgress* progress) const override {
-        return Read({0, m_End}, false, progress);
-    }
-
-    DocumentRows ReadPart(const DocumentPart& part, ReadProgress* progress) const override {
-        return Read(part, true, progress);
+    size_t ReadRows(const DocumentPart& part, const RowPlace& from, RowSink& rows,
+        ReadProgress* progress) const override {
+        const Wanted wanted = part.IsWhole()       ? Wanted::kOfWhole
+                              : from.IsSomewhere() ? Wanted::kOfElementFromPlace
+                                                   : Wanted::kOfElement;
+        const size_t begin = from.IsSomewhere() ? from.m_Begin : part.IsWhole() ? 0 : part.m_Begin;
+        const Extent* next = m_Extents.From(wanted == Wanted::kOfElement ? begin + 1 : begin);
+        const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_Fault.empty()};
+        RowMaker maker(places, wanted, next, rows);
+        XmlParser& parser = maker.Parser();
+        try {
+            bool isRight = part.IsWhole() || parser.Read(m_Text, 0, m_ReadBefore);
+            if (isRight && wanted == Wanted::kOfElementFromPlace) {
+                isRight = parser.Read(m_Text, part.m_Begin, from.m_Number);
+            }
+            if (isRight) {
+                Read(parser, {begin, std::min(part.m_End, m_End)}, next, progress);
+            }
+            maker.EndAll();
+        } catch (const Enough&) {
+        }
+        return parser.Fed();
     }
 
 private:
-    DocumentRows Read(const DocumentPart& part, bool isInElement, ReadProgress* progress) const {
-        DocumentRows rows;
-        const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_Fault.empty()};
-        size_t begin = part.m_Begin;
-        const size_t end = std::min(part.m_End, m_End);
-        const Extent* next = m_Extents.From(isInElement ? begin + 1 : 0);
-        RowMaker maker(places, isInElement, next, rows.m_Rows);
-        XmlParser& parser = maker.Parser();
-        bool isRight = !isInElement || parser.Read(m_Text, 0, m_Prologue);
+    /// Jumps over the extents from `next` on.
+    void Read(XmlParser& parser, const DocumentPart& part, const Extent* next,
+        ReadProgress* progress) const {
+        const auto [first, end] = part;
+        size_t begin = first;
+        bool isRight = true;
         for (; isRight && next && next->m_Begin < end; next = m_Extents.From(begin)) {
             isRight = parser.Read(m_Text, begin, next->m_Inside, progress);
             begin = next->m_End;
@@ -272,13 +318,9 @@ private:
         if (isRight && parser.Read(m_Text, begin, end, progress)) {
             parser.Finish(); // what is wrong is known, and what is open here reaches to it
         }
-        maker.EndAll();
-        rows.m_BytesRead = parser.Fed();
-        return rows;
     }
 
     Extents m_Extents;
-    size_t m_Prologue = 0;
     bool m_IsPrologueLong = false;
 };
 

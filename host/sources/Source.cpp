@@ -63,13 +63,11 @@ SourceMaker ReadOutlineText(std::string text, const std::string& name, ReadProgr
 
 SourceMaker ReadDocument(DocumentTextPtr text, const std::string& name, ReadProgress* progress) {
     Afterwards over(progress);
-    DocumentRows rows = text->ReadRoot(&over);
     const std::string fault = text->Fault();
-    const auto document = std::make_shared<DocumentHelpers>(
-        DocumentHelpers{.m_Text = std::move(text), .m_Name = name});
-    auto make = MakerOf(DocumentBranch::MakeRoot(document, std::move(rows), &over), name, fault);
+    const auto document = std::make_shared<DocumentHelpers>(std::move(text), name);
+    auto make = MakerOf(DocumentBranch::MakeRoot(document, &over), name, fault);
     return SourceMaker([document, make = std::move(make)](const FolderHelpers& helpers) mutable {
-        document->m_Reads = helpers.m_Reads;
+        document->SetReads(helpers.m_Reads);
         return std::move(make)(helpers);
     });
 }

@@ -14,8 +14,32 @@ template <DocumentTextPtr (*Index)(std::string, const IndexOptions&)>
 SmartPtr<ISuperCollection> ReadText(const std::string& text, std::string& fault) {
     const auto document = Index(text, {});
     fault = document->Fault();
-    return DocumentBranch::MakeRoot(
-        std::make_shared<DocumentHelpers>(DocumentHelpers{document}), document->ReadRoot(nullptr));
+    return DocumentBranch::MakeRoot(std::make_shared<DocumentHelpers>(document));
+}
+
+/// The rows of a part itself, as they are read at once, and what the first one stands for.
+std::pair<std::vector<std::string>, DocumentPart> LabelsOf(
+    const DocumentText& text, const DocumentPart& part) {
+    struct Labels final : RowSink {
+        bool Add(DocumentRow row) override {
+            if (row.m_Level == 0) {
+                m_First = m_Labels.empty() ? row.m_Part : m_First;
+                m_Labels.push_back(std::move(row.m_Label));
+            }
+            return true;
+        }
+        std::vector<std::string> m_Labels;
+        DocumentPart m_First;
+    };
+    Labels labels;
+    text.ReadPart(part, labels);
+    return {std::move(labels.m_Labels), labels.m_First};
+}
+
+SmartPtr<IUnknown> ItemOf(ISuperCollection& level, int32_t index) {
+    SmartPtr<IUnknown> item;
+    EXPECT_EQ(level.GetItem(index, item.Receive()), S_OK);
+    return item;
 }
 
 } // namespace
@@ -62,27 +86,90 @@ TEST_F(DocumentRowsTest, XmlIsShownAsFarAsItIsRightAndTheFaultHasItsLine) {
     }
 }
 
-TEST_F(DocumentRowsTest, ItemIsTheSameWhileItIsHeldAndKeptOnceItIsFilled) {
+TEST_F(DocumentRowsTest, LabelsAreTheSameInWhateverOrderTheyAreAskedFor) {
+    constexpr int kCount = 3000;
+    std::string list = "[";
+    std::string object = "{";
+    std::string lines;
+    std::string xml = "<!DOCTYPE a [<!ENTITY e '<b c=\"d\">f</b>g'>]><a";
+    for (int i = 0; i < kCount; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string value = i % 7 == 0 ? "[" + number + "]" : i % 5 == 0 ? "{}" : number;
+        list += (i > 0 ? " ,\n" : "") + value;
+        object += (i > 0 ? "," : "") + ('"' + number) +
+                  "\": " + (i % 999 == 1 ? '"' + std::string(20'000, 'x') + '"' : value);
+        lines += '[' + value + "]\n" + (i % 3 == 0 ? "\n" : "");
+        xml += " a" + number + "='" + number + '\'';
+    }
+    xml += '>';
+    for (int i = 0; i < kCount; ++i) {
+        const std::string number = std::to_string(i);
+        xml += i % 1000 > 500 ? "&e;"
+                              : "<h>" + number + (i % 3 == 0 ? "<i/>" : "") + "</h>" +
+                                    (i % 4 == 0 ? "t" + number : "");
+    }
+    xml += "</a>";
+    const std::tuple<DocumentTextPtr, bool> texts[] = {{IndexJson(list + ']'), false},
+        {IndexJson(object + ", oops"), false}, {IndexJson(lines), false}, {IndexXml(xml), true}};
+    for (const auto& [text, isBelow] : texts) {
+        DocumentPart part = kWholeText;
+        auto level = DocumentBranch::MakeRoot(std::make_shared<DocumentHelpers>(text));
+        if (isBelow) {
+            part = LabelsOf(*text, part).second;
+            OpenLevels(level.Get(), 1);
+            level = CollectionBelow(level.Get(), 0);
+        }
+        const auto labels = LabelsOf(*text, part).first;
+        ASSERT_GE(labels.size(), size_t{kCount});
+        for (size_t i = 0; i < labels.size(); ++i) {
+            const size_t index = i * 1009 % labels.size();
+            const Place place{level, static_cast<int32_t>(index)};
+            ASSERT_EQ(place.Label(), labels[index]);
+        }
+    }
+}
+
+TEST_F(DocumentRowsTest, ItemIsTheSameWhileItIsHeldAndItsRowsAreKept) {
     std::string fault;
-    auto root = ReadText<IndexJson>("[1, [2, [3]]]", fault);
-    const auto itemOf = [](ISuperCollection& level, int32_t index) {
-        SmartPtr<IUnknown> item;
-        EXPECT_EQ(level.GetItem(index, item.Receive()), S_OK);
-        return item;
-    };
+    auto root = ReadText<IndexJson>("[1, [2, [3]], [4]]", fault);
     const auto before = LiveObjects();
-    auto value = itemOf(*root.Get(), 0);
-    EXPECT_EQ(itemOf(*root.Get(), 0).Get(), value.Get());
+    auto value = ItemOf(*root.Get(), 0);
+    EXPECT_EQ(ItemOf(*root.Get(), 0).Get(), value.Get());
     value.Reset();
+    EXPECT_EQ(Query<IFileArchive>(ItemOf(*root.Get(), 1).Get())->Populate(), S_OK);
     EXPECT_EQ(LiveObjects(), before) << "nobody holds it";
 
-    EXPECT_EQ(Query<IFileArchive>(itemOf(*root.Get(), 1).Get())->Populate(), S_OK);
-    const auto below = Query<ISuperCollection>(itemOf(*root.Get(), 1).Get());
+    const auto below = Query<ISuperCollection>(ItemOf(*root.Get(), 1).Get());
     EXPECT_EQ(below->SetItemFlags(1, 0x7302), S_OK);
-    EXPECT_EQ(Query<ISuperCollection>(itemOf(*root.Get(), 1).Get()).Get(), below.Get());
+    EXPECT_EQ(Query<ISuperCollection>(ItemOf(*root.Get(), 1).Get()).Get(), below.Get());
+    const auto three = ItemOf(*below.Get(), 1);
+    const auto four = ItemOf(*root.Get(), 2);
     root.Reset();
     int32_t flags = 0;
     EXPECT_EQ(below->GetItemFlags(1, &flags), S_OK) << "it outlives what it was in";
     EXPECT_EQ(flags, 0x7302);
-    EXPECT_TRUE(itemOf(*below.Get(), 0));
+    EXPECT_EQ(ItemOf(*below.Get(), 1).Get(), three.Get());
+    for (const auto& [item, label] : {std::pair(three, "0: 3"), {four, "0: 4"}}) {
+        EXPECT_EQ(Query<IFileArchive>(item.Get())->Populate(), S_OK);
+        EXPECT_EQ((Place{Query<ISuperCollection>(item.Get()), 0}).Label(), label);
+    }
+}
+
+TEST_F(DocumentRowsTest, HoweverManyItemsAreHeldEachIsItsRows) {
+    constexpr int kCount = 1000;
+    std::string fault;
+    const auto root = ReadText<IndexJson>('[' + Repeated("[0],", kCount - 1) + "1]", fault);
+    std::vector<SmartPtr<IUnknown>> items;
+    for (int i = 0; i < kCount; ++i) {
+        items.push_back(ItemOf(*root.Get(), i));
+    }
+    for (int i = 0; i < kCount; i += 3) {
+        items[size_t(i)].Reset();
+    }
+    for (int i = 0; i < kCount; ++i) {
+        const auto item = ItemOf(*root.Get(), i);
+        const auto holds = [&](const auto& held) { return held.Get() == item.Get(); };
+        ASSERT_EQ(std::find_if(items.begin(), items.end(), holds) - items.begin(),
+            i % 3 != 0 ? i : kCount);
+    }
 }

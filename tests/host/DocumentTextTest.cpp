@@ -4,6 +4,7 @@
 #include "tests/support/HostTest.h"
 
 #include <climits>
+#include <deque>
 #include <random>
 
 // Texts that are read a part at a time, beside what they were written from.
@@ -23,11 +24,33 @@ private:
     int m_Left;
 };
 
+/// Takes so many rows.
+class TakenRows final : public RowSink {
+public:
+    explicit TakenRows(size_t most = SIZE_MAX) : m_Most(most) {}
+    bool Add(DocumentRow row) override {
+        m_Rows.push_back(std::move(row));
+        return m_Rows.size() < m_Most;
+    }
+
+    std::deque<DocumentRow> m_Rows;
+
+private:
+    size_t m_Most;
+};
+
+std::deque<DocumentRow> ReadAll(const DocumentText& text, const DocumentPart& part) {
+    TakenRows rows;
+    text.ReadPart(part, rows);
+    return std::move(rows.m_Rows);
+}
+
 /// What is shown of a text of which everything is opened.
 Rows OpenAll(const DocumentText& text, size_t* bytesRead = nullptr) {
     Rows shown;
     Patience patience;
-    DocumentRows root = text.ReadRoot(&patience);
+    TakenRows root;
+    text.ReadPart(kWholeText, root, &patience);
     std::vector<std::deque<DocumentRow>> open; // what is still to be shown, of each part on the way
     std::vector<uint32_t> levels{0};
     open.push_back(std::move(root.m_Rows));
@@ -42,15 +65,33 @@ Rows OpenAll(const DocumentText& text, size_t* bytesRead = nullptr) {
         const uint32_t level = levels.back() + row.m_Level;
         shown.push_back(std::to_string(level) + ' ' + row.m_Label);
         if (row.m_Part.IsSomewhere()) {
-            DocumentRows below = text.ReadPart(row.m_Part);
+            TakenRows below;
+            const size_t bytes = text.ReadPart(row.m_Part, below);
             if (bytesRead) {
-                *bytesRead += below.m_BytesRead;
+                *bytesRead += bytes;
             }
             open.push_back(std::move(below.m_Rows));
             levels.push_back(level + 1);
         }
     }
     return shown;
+}
+
+/// Reads on from each row that it can be read on from.
+void ExpectSameFromAnyRow(
+    const DocumentText& text, const DocumentPart& part, const std::deque<DocumentRow>& rows) {
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const size_t count = 1 + i % 3;
+        TakenRows some(count);
+        if (rows[i].m_Place.IsSomewhere()) {
+            text.ReadPart(part, some, nullptr, rows[i].m_Place);
+            ASSERT_EQ(some.m_Rows.size(), std::min(count, rows.size() - i));
+        }
+        for (size_t j = 0; j < some.m_Rows.size(); ++j) {
+            ASSERT_EQ(some.m_Rows[j].m_Label, rows[i + j].m_Label);
+            ASSERT_EQ(some.m_Rows[j].m_Part.m_End, rows[i + j].m_Part.m_End);
+        }
+    }
 }
 
 /// Writes a text at random, and the rows that it has.
@@ -177,6 +218,32 @@ TEST(DocumentTextTest, OpenedPartByPartItIsWhatWasWritten) {
     EXPECT_GT(largest, 10 * kLeastExtent) << "something was to be jumped over";
 }
 
+TEST(DocumentTextTest, ReadOnFromAnyRowItIsTheSameAndNoMoreThanIsWanted) {
+    size_t places = 0;
+    for (const auto& [index, write] : kFormats) {
+        for (unsigned seed = 0; seed < kTexts / 2; ++seed) {
+            Writer writer(seed);
+            (writer.*write)();
+            const auto text = index(writer.m_Text, {.m_Least = seed % 2 == 0 ? 1 : kLeastExtent});
+            SCOPED_TRACE(writer.m_Text);
+            for (std::vector<DocumentPart> parts{kWholeText}; !parts.empty();) {
+                const DocumentPart part = parts.back();
+                parts.pop_back();
+                const auto rows = ReadAll(*text, part);
+                ExpectSameFromAnyRow(*text, part, rows);
+                for (const DocumentRow& row : rows) {
+                    places += row.m_Place.IsSomewhere() ? 1 : 0;
+                    if (row.m_Part.IsSomewhere()) {
+                        parts.push_back(row.m_Part);
+                    }
+                }
+                ASSERT_FALSE(HasFatalFailure());
+            }
+        }
+    }
+    EXPECT_GT(places, kTexts);
+}
+
 TEST(DocumentTextTest, BrokenOffItIsWhatWasWrittenUpToThere) {
     for (const auto& [index, write] : kFormats) {
         for (unsigned seed = 0; seed < kTexts; ++seed) {
@@ -243,9 +310,9 @@ TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
 
 TEST(DocumentTextTest, RowsSayWhatTheyAreForTheirPictures) {
     using enum ItemKind;
-    const auto kindsOf = [](const DocumentRows& rows) {
+    const auto kindsOf = [](const DocumentText& text, const DocumentPart& part = kWholeText) {
         std::vector<ItemKind> kinds;
-        for (const DocumentRow& row : rows.m_Rows) {
+        for (const DocumentRow& row : ReadAll(text, part)) {
             kinds.push_back(row.m_Kind);
         }
         return kinds;
@@ -254,14 +321,12 @@ TEST(DocumentTextTest, RowsSayWhatTheyAreForTheirPictures) {
     const auto values = IndexJson(
         R"({"a":[1],"b":{"c":1},"d":[],"e":"t","f":1,"g":-1.5,"h":true,"i":false,"j":null, oops)",
         {});
-    EXPECT_EQ(
-        kindsOf(values->ReadRoot(nullptr)), (Kinds{kList, kObject, kList, kList, kString, kNumber,
-                                                kNumber, kTrue, kFalse, kNull, kFault}));
+    EXPECT_EQ(kindsOf(*values),
+        (Kinds{kList, kObject, kList, kString, kNumber, kNumber, kTrue, kFalse, kNull, kFault}));
     const auto lines = IndexJson(" {}\n[1]\n7", {});
-    EXPECT_EQ(kindsOf(lines->ReadRoot(nullptr)), (Kinds{kObject, kList, kList}));
+    EXPECT_EQ(kindsOf(*lines), (Kinds{kObject, kList, kList}));
     const auto elements = IndexXml("<a b='1'>text<c/><d>text</d>", {});
-    const DocumentRows root = elements->ReadRoot(nullptr);
-    EXPECT_EQ(kindsOf(root), (Kinds{kElement, kFault}));
-    EXPECT_EQ(kindsOf(elements->ReadPart(root.m_Rows[0].m_Part)),
+    EXPECT_EQ(kindsOf(*elements), (Kinds{kElement, kFault}));
+    EXPECT_EQ(kindsOf(*elements, ReadAll(*elements, kWholeText)[0].m_Part),
         (Kinds{kAttribute, kString, kElement, kElement}));
 }

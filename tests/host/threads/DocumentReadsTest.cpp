@@ -20,23 +20,25 @@ public:
     explicit SteppedText(std::function<void(size_t step)> step)
         : DocumentText(std::string(kItems, ' ')), m_Step(std::move(step)) {}
 
-    DocumentRows ReadPart(const DocumentPart& part, ReadProgress* progress) const override {
-        DocumentRows rows;
-        for (size_t at = part.m_Begin; at < part.m_End && progress->Advance({at, kItems}); ++at) {
-            m_Step(rows.m_Rows.size());
-            rows.m_Rows.push_back({.m_Label = std::to_string(at), .m_Kind = ItemKind::kNumber});
-        }
-        return rows;
-    }
-
 private:
-    DocumentRows ReadWhole(ReadProgress*) const override {
-        DocumentRows rows;
-        rows.m_Rows.push_back({.m_Label = "part",
-            .m_Kind = ItemKind::kList,
-            .m_IsBranch = true,
-            .m_Part = {kItems / 2, kItems}});
-        return rows;
+    size_t ReadRows(const DocumentPart& part, const RowPlace&, RowSink& rows,
+        ReadProgress* progress) const override {
+        if (part.IsWhole()) {
+            rows.Add({.m_Label = "part",
+                .m_Kind = ItemKind::kList,
+                .m_IsBranch = true,
+                .m_Part = {kItems / 2, kItems}});
+            return 0;
+        }
+        const auto isWanted = [&](size_t at) {
+            return at < part.m_End && (!progress || progress->Advance({at, kItems}));
+        };
+        bool isMoreWanted = true;
+        for (size_t at = part.m_Begin; isMoreWanted && isWanted(at); ++at) {
+            m_Step(at - part.m_Begin);
+            isMoreWanted = rows.Add({.m_Label = std::to_string(at), .m_Kind = ItemKind::kNumber});
+        }
+        return 0;
     }
 
     std::function<void(size_t step)> m_Step;
@@ -45,10 +47,8 @@ private:
 class DocumentReadsTest : public ReadsTest {
 protected:
     SmartPtr<ISuperCollection> Open(DocumentTextPtr text, bool isBeside = true) {
-        DocumentRows rows = text->ReadRoot(nullptr);
-        const auto helpers = std::make_shared<DocumentHelpers>(
-            DocumentHelpers{std::move(text), "document", isBeside ? m_Reads : nullptr});
-        const auto root = DocumentBranch::MakeRoot(helpers, std::move(rows));
+        const auto root = DocumentBranch::MakeRoot(std::make_shared<DocumentHelpers>(
+            std::move(text), "document", isBeside ? m_Reads : nullptr));
         root->SetItemFlags(0, NODE_VISIBLE | 1);
         OpenLevels(root.Get(), 1);
         return root;
