@@ -1,3 +1,4 @@
+#include "host/data/Expansion.h"
 #include "tests/support/TreeTest.h"
 
 #include <memory>
@@ -100,7 +101,12 @@ TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     {
         const auto bound = SuperCollection::Make();
         bound->Append("C", makeMortal("collection")->Identity());
+        const auto branch = SuperCollection::Make();
+        branch->Append("D", makeMortal("selected")->Identity());
+        bound->Append("S", branch->Identity());
         m_Tree->put_Collection(bound->Identity());
+        OpenLevels(bound.Get(), 1);
+        m_Tree->SelectNode(2, SELECT_ABSOLUTE | SELECT_CURRENT);
     }
     As<IParent>()->put_Parent(makeMortal("parent")->Identity());
     As<IUIPropInterrogateEx>()->ControlEx(170, makeMortal("open")->Identity());
@@ -115,7 +121,7 @@ TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     };
     As<IEventSource>()->Advise(logHelpers("listener")->Identity(), 1);
     m_Tree.Reset();
-    EXPECT_EQ(log, "data collection pressed closed open parent listener 0 0 0")
+    EXPECT_EQ(log, "data collection pressed selected closed open parent listener 0 0 0")
         << "its helpers are gone";
 }
 

@@ -20,16 +20,28 @@ public:
     }
 };
 
-/// Hides its last item when another one is marked.
+/// Hides its last item when another one is marked, or loses the flags of an item that it hands out.
 class Reacting final : public HostObject<Reacting, SuperCollectionBase, CollectionVersion> {
 public:
     static constexpr const char* kKind = "Reacting";
+    int32_t GetItem(int32_t index, IUnknown** item) override {
+        m_Unreadable = m_LosesFlags ? index : -1;
+        return SuperCollectionBase::GetItem(index, item);
+    }
+    int32_t GetItemFlags(int32_t index, int32_t* flags) override {
+        return index == m_Unreadable ? E_FAIL : SuperCollectionBase::GetItemFlags(index, flags);
+    }
     int32_t SetItemFlags(int32_t index, int32_t flags) override {
-        if ((flags & NODE_SELECTED) != 0) {
+        if ((flags & NODE_SELECTED) != 0 && !m_LosesFlags) {
             SuperCollectionBase::SetItemFlags(2, 1);
         }
         return SuperCollectionBase::SetItemFlags(index, flags);
     }
+
+    bool m_LosesFlags = false;
+
+private:
+    int32_t m_Unreadable = -1;
 };
 
 } // namespace
@@ -46,6 +58,11 @@ TEST_F(RobustnessTest, RowsThatGoWhileOneIsMarkedAreNotRemembered) {
     EXPECT_EQ(RowCount(), 3);
     m_Tree->SelectNode(0, SELECT_ABSOLUTE);
     EXPECT_EQ(RowCount(), 2);
+    Draw({0, 0, 100, 100});
+    root->m_LosesFlags = true;
+    m_Tree->SelectNode(1, SELECT_ABSOLUTE);
+    root->m_LosesFlags = false;
+    EXPECT_EQ(RowCount(), 1) << "an item without flags gets the mark and nothing else";
 }
 
 TEST_F(RobustnessTest, CollectionOfTheVersionOfTheOneBeforeItIsCountedItself) {
