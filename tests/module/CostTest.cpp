@@ -206,3 +206,9 @@ TEST_F(CostTest, PicturesAndHitTestsAllocateNothing) {
         }
     }
 }
+
+TEST_F(CostTest, RowsOfNoHeightAreNotAskedFor) {
+    Show(Small(), false, false);
+    m_Tree->SetElementSize(0, 0);
+    EXPECT_EQ(CallsOf([&] { Draw(kRect); }), Calls());
+}

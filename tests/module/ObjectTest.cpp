@@ -63,6 +63,7 @@ TEST_F(ObjectTest, AdviseTakesASinkOfEitherEventOnce) {
     EXPECT_EQ(container->m_Events.size(), 1U) << "it cannot hear refreshes";
 
     EXPECT_EQ(source->Advise(m_Root.Get(), 1), E_NOINTERFACE);
+    EXPECT_EQ(source->Advise(nullptr, 1), E_POINTER);
     EXPECT_EQ(source->Advise(nullptr, 0), S_OK);
     EXPECT_EQ(source->GetAdviseCount(), 0);
 }

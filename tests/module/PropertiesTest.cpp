@@ -102,4 +102,5 @@ TEST_F(PropertiesTest, PageListNamesTheGenericPage) {
         EXPECT_EQ(ToUtf8(CREFString(text.Get())), texts[i]);
     }
     EXPECT_FALSE((Place{list, 1}.Item())) << "there is one page";
+    EXPECT_EQ(pages->GetPages(0, nullptr, nullptr), E_POINTER);
 }
