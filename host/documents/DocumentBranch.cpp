@@ -104,8 +104,10 @@ SmartPtr<IUnknown> DocumentBranch::MakeItem(DocumentLevel& level, uint32_t index
     if (m_IsAwaited) {
         return connect(ReadingItem::Make());
     }
-    const auto [kind, isBranch] = level.KindOf(index);
-    return isBranch ? connect(Make(kind, m_Helpers)) : connect(ValueItem::Make(kind, m_Helpers));
+    const DocumentLevel::Kind& kind = level.KindOf(index);
+    const ItemKind what = kind.m_Kind;
+    return kind.m_IsBranch ? connect(Make(what, m_Helpers))
+                           : connect(ValueItem::Make(what, m_Helpers));
 }
 
 int32_t DocumentBranch::GetItemName(int32_t index, IString** name) {

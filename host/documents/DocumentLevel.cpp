@@ -2,20 +2,18 @@
 
 #include <algorithm>
 
+static_assert(sizeof(DocumentLevel::Kind) == 1, "there is one for each row");
+
 DocumentLevel::DocumentLevel(
     const DocumentPart& part, const std::vector<Kind>& kinds, std::vector<Group> groups)
     : m_Part(part), m_Count(static_cast<uint32_t>(kinds.size())) {
-    uint8_t* bytes = m_FewBytes;
     if (m_Count > kFew) {
-        NeedMore().m_Bytes = std::make_unique_for_overwrite<uint8_t[]>(m_Count);
-        bytes = m_More->m_Bytes.get();
+        NeedMore().m_Kinds = std::make_unique_for_overwrite<Kind[]>(m_Count);
     }
-    std::transform(kinds.begin(), kinds.end(), bytes, [](const Kind& kind) {
-        return static_cast<uint8_t>(uint8_t(kind.m_Kind) | (kind.m_IsBranch ? kBranch : 0));
-    });
+    std::copy(kinds.begin(), kinds.end(), m_Count > kFew ? m_More->m_Kinds.get() : m_FewKinds);
     if (!groups.empty()) {
         groups.shrink_to_fit();
-        NeedMore().m_Groups = std::move(groups);
+        NeedMore().m_Groups = std::make_unique<std::vector<Group>>(std::move(groups));
     }
 }
 
@@ -26,48 +24,70 @@ DocumentLevel::More& DocumentLevel::NeedMore() {
     return *m_More;
 }
 
-DocumentLevel::Kind DocumentLevel::KindOf(uint32_t index) const {
-    const uint8_t byte = Bytes()[index];
-    return {ItemKind(byte & (kLive - 1)), (byte & kBranch) != 0};
-}
-
 const DocumentLevel::Group* DocumentLevel::GroupOf(uint32_t index) const {
-    if (!m_More || m_More->m_Groups.empty()) {
+    if (!m_More || !m_More->m_Groups) {
         return nullptr;
     }
-    const std::vector<Group>& groups = m_More->m_Groups;
+    const std::vector<Group>& groups = *m_More->m_Groups;
     const auto behind = std::upper_bound(groups.begin(), groups.end(), index,
         [](uint32_t wanted, const Group& group) { return wanted < group.m_First; });
     return &*std::prev(behind);
 }
 
 uint32_t DocumentLevel::EndOf(const Group* group) const {
-    return group && group != &m_More->m_Groups.back() ? group[1].m_First : m_Count;
+    return group && group != &m_More->m_Groups->back() ? group[1].m_First : m_Count;
 }
 
-/// Whoever sets the flags of all rows, one after the other, leaves one word for all.
+int32_t DocumentLevel::Flags(uint32_t index) const {
+    if (!m_More) {
+        return m_Flags;
+    }
+    const More& more = *m_More;
+    const bool isInRun = index >= more.m_Begin && index < more.m_End;
+    return more.m_Flags ? more.m_Flags[index] : isInRun ? more.m_Run : m_Flags;
+}
+
 void DocumentLevel::SetFlags(uint32_t index, int32_t flags) {
-    if (flags == Flags(index)) {
+    if (flags == Flags(index) || ExtendRun(index, flags)) {
         return;
     }
-    More& more = NeedMore();
+    More& more = *m_More;
     if (!more.m_Flags) {
-        more.m_Flags = std::make_unique_for_overwrite<int32_t[]>(m_Count);
-        std::fill_n(more.m_Flags.get(), m_Count, m_Flags);
+        auto all = std::make_unique_for_overwrite<int32_t[]>(m_Count);
+        std::fill_n(all.get(), m_Count, m_Flags);
+        std::fill(all.get() + more.m_Begin, all.get() + more.m_End, more.m_Run);
+        more.m_Flags = std::move(all);
     }
-    int32_t* all = more.m_Flags.get();
-    all[index] = flags;
-    if (index == m_Count - 1 &&
-        std::all_of(all, all + m_Count, [&](int32_t each) { return each == flags; })) {
+    more.m_Flags[index] = flags;
+}
+
+/// Whoever gives all rows the same flags, one after the other, needs no word for each.
+bool DocumentLevel::ExtendRun(uint32_t index, int32_t flags) {
+    More& more = NeedMore();
+    if (more.m_Begin == more.m_End) {
+        more.m_Begin = more.m_End = index;
+        more.m_Run = flags;
+    }
+    if (more.m_Flags || flags != more.m_Run || (index != more.m_End && index + 1 != more.m_Begin)) {
+        return false;
+    }
+    if (index == more.m_End) {
+        ++more.m_End;
+    } else {
+        --more.m_Begin;
+    }
+    if (more.m_End - more.m_Begin == m_Count) {
         SetAllFlags(flags);
     }
+    return true;
 }
 
 void DocumentLevel::SetAllFlags(int32_t flags) {
     m_Flags = flags;
     if (m_More) {
         m_More->m_Flags.reset();
-        if (m_More->IsEmpty()) {
+        m_More->m_Begin = m_More->m_End = 0;
+        if (!m_More->IsNeeded()) {
             m_More.reset();
         }
     }
@@ -86,6 +106,5 @@ DocumentLevelPtr DocumentLevel::TakeBelow(uint32_t index) {
 }
 
 void DocumentLevel::SetLive(uint32_t index, bool isLive) {
-    uint8_t* bytes = m_Count <= kFew ? m_FewBytes : m_More->m_Bytes.get();
-    bytes[index] = static_cast<uint8_t>(isLive ? bytes[index] | kLive : bytes[index] & ~kLive);
+    (m_Count <= kFew ? m_FewKinds : m_More->m_Kinds.get())[index].m_IsLive = isLive;
 }

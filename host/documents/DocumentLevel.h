@@ -17,13 +17,18 @@ class DocumentLevel {
 public:
     /// Rows that are read together.
     struct Group {
-        RowPlace m_From;                      ///< nowhere: where the part begins
-        uint32_t m_First = 0;                 ///< index of the first row
-        std::vector<DocumentRow> m_Kept = {}; ///< the rows, where reading them again takes long
+        RowPlace m_From;      ///< nowhere: where the part begins
+        uint32_t m_First = 0; ///< index of the first row
+        /// The rows, where reading them again takes long; else null.
+        std::unique_ptr<std::vector<DocumentRow>> m_Kept = {};
     };
     struct Kind {
-        ItemKind m_Kind;
-        bool m_IsBranch;
+        Kind() = default;
+        Kind(ItemKind kind, bool isBranch) : m_Kind(kind), m_IsBranch(isBranch), m_IsLive(false) {}
+
+        ItemKind m_Kind : 6;
+        bool m_IsBranch : 1;
+        bool m_IsLive : 1; ///< somebody holds the item: see LiveItems
     };
 
     /// Of `part`, with a kind for each row and flags of 0. Without groups all rows are one that is
@@ -38,15 +43,15 @@ public:
 
     const DocumentPart& Part() const { return m_Part; }
     uint32_t Count() const { return m_Count; }
-    Kind KindOf(uint32_t index) const;
+    const Kind& KindOf(uint32_t index) const {
+        return m_Count <= kFew ? m_FewKinds[index] : m_More->m_Kinds[index];
+    }
     /// The group that a row is in; null where all rows are one.
     const Group* GroupOf(uint32_t index) const;
     /// Index behind the last row of a group.
     uint32_t EndOf(const Group* group) const;
 
-    int32_t Flags(uint32_t index) const {
-        return m_More && m_More->m_Flags ? m_More->m_Flags[index] : m_Flags;
-    }
+    int32_t Flags(uint32_t index) const;
     /// Throws std::bad_alloc.
     void SetFlags(uint32_t index, int32_t flags);
     void SetAllFlags(int32_t flags);
@@ -59,8 +64,6 @@ public:
     DocumentLevelPtr ExchangeBelow(uint32_t index, DocumentLevelPtr level);
     DocumentLevelPtr TakeBelow(uint32_t index);
 
-    // Whether somebody holds the item of a row: see LiveItems.
-    bool IsLive(uint32_t index) const { return (Bytes()[index] & kLive) != 0; }
     void SetLive(uint32_t index, bool isLive);
 
     /// Takes away the levels below and calls `visit` for this one and each of them, above before
@@ -71,27 +74,30 @@ public:
 
 private:
     static constexpr uint32_t kFew = 8;
-    static constexpr uint8_t kBranch = 0x80;
-    static constexpr uint8_t kLive = 0x40;
 
     /// What most levels do without.
     struct More {
-        bool IsEmpty() const { return !m_Bytes && !m_Flags && !m_Below && m_Groups.empty(); }
+        bool IsNeeded() const {
+            return m_End > m_Begin || m_Flags || m_Kinds || m_Below || m_Groups;
+        }
 
-        std::unique_ptr<uint8_t[]> m_Bytes; ///< of more than a few rows
-        std::unique_ptr<int32_t[]> m_Flags;
+        uint32_t m_Begin = 0;               ///< from this row on
+        uint32_t m_End = 0;                 ///< to before this one the flags are
+        int32_t m_Run = 0;                  ///< these, unless there are
+        std::unique_ptr<int32_t[]> m_Flags; ///< those of each row
+        std::unique_ptr<Kind[]> m_Kinds;    ///< of more than a few rows
         std::unique_ptr<DocumentLevelPtr[]> m_Below;
-        std::vector<Group> m_Groups;
+        std::unique_ptr<std::vector<Group>> m_Groups;
         DocumentLevelPtr m_Next; ///< while it is taken apart
     };
 
     More& NeedMore();
-    const uint8_t* Bytes() const { return m_Count <= kFew ? m_FewBytes : m_More->m_Bytes.get(); }
+    bool ExtendRun(uint32_t index, int32_t flags);
 
     DocumentPart m_Part;
     uint32_t m_Count;
-    int32_t m_Flags = 0; ///< of all rows, unless there are more
-    uint8_t m_FewBytes[kFew] = {};
+    int32_t m_Flags = 0; ///< of the rows for which there are no others
+    Kind m_FewKinds[kFew] = {};
     std::unique_ptr<More> m_More;
 };
 

@@ -43,7 +43,7 @@ void LevelBuilder::Level::Add(DocumentRow row) {
         EndGroup();
         BeginGroup(row.m_Place, row.m_Place.m_Begin);
     }
-    m_Kinds.push_back({row.m_Kind, row.m_IsBranch});
+    m_Kinds.emplace_back(row.m_Kind, row.m_IsBranch);
     m_LabelBytes += row.m_Label.size();
     m_Rows.push_back(std::move(row));
 }
@@ -61,7 +61,7 @@ void LevelBuilder::Level::BeginGroup(const RowPlace& place, size_t begin) {
 void LevelBuilder::Level::EndGroup() {
     if (!m_Part.IsSomewhere() || m_Rows.size() > kMostRows || m_LabelBytes > kMostLabelBytes) {
         m_Rows.shrink_to_fit();
-        m_Groups.back().m_Kept = std::move(m_Rows);
+        m_Groups.back().m_Kept = std::make_unique<std::vector<DocumentRow>>(std::move(m_Rows));
     }
     m_Rows.clear();
     m_LabelBytes = 0;
@@ -71,7 +71,7 @@ DocumentLevelPtr LevelBuilder::Level::Finish() {
     if (!m_Groups.empty()) {
         EndGroup();
     }
-    if (m_Groups.size() == 1 && m_Groups.front().m_Kept.empty()) {
+    if (m_Groups.size() == 1 && !m_Groups.front().m_Kept) {
         m_Groups.clear();
     }
     auto level = std::make_unique<DocumentLevel>(m_Part, m_Kinds, std::move(m_Groups));

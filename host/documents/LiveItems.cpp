@@ -16,7 +16,7 @@ DocumentLevelPtr LivePlace::ExchangeBelow(DocumentLevelPtr level) {
 }
 
 IUnknown* LiveItems::Find(const DocumentLevel& level, uint32_t index) {
-    return level.IsLive(index) ? (*LinkTo(level, index))->m_Item : nullptr;
+    return level.KindOf(index).m_IsLive ? (*LinkTo(level, index))->m_Item : nullptr;
 }
 
 void LiveItems::Connect(DocumentLevel& level, uint32_t index, IUnknown* item, LivePlace& place) {
@@ -70,7 +70,7 @@ void LiveItems::Grow() {
 void LiveItems::Drop(DocumentLevelPtr level, const PartOf& partOf) {
     level->TakeApart([&](DocumentLevel& dropped) {
         for (uint32_t i = 0; m_Count > 0 && i < dropped.Count(); ++i) {
-            if (dropped.IsLive(i)) {
+            if (dropped.KindOf(i).m_IsLive) {
                 TakeOut(**LinkTo(dropped, i), partOf);
             }
         }

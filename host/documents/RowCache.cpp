@@ -42,8 +42,8 @@ const DocumentRow& RowCache::Find(
     const DocumentText& text, const DocumentLevel& level, uint32_t index) {
     const DocumentLevel::Group* group = level.GroupOf(index);
     const uint32_t first = group ? group->m_First : 0;
-    if (group && !group->m_Kept.empty()) {
-        return group->m_Kept[index - first];
+    if (group && group->m_Kept) {
+        return (*group->m_Kept)[index - first];
     }
     auto found = std::find_if(m_Read.begin(), m_Read.end(),
         [&](const ReadGroup& read) { return read.m_Level == &level && read.m_First == first; });

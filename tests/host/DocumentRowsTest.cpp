@@ -4,6 +4,8 @@
 #include "host/documents/JsonText.h"
 #include "host/documents/XmlText.h"
 
+#include <random>
+
 // JSON and XML as trees.
 
 using DocumentRowsTest = SourceTest;
@@ -171,5 +173,30 @@ TEST_F(DocumentRowsTest, HoweverManyItemsAreHeldEachIsItsRows) {
         const auto holds = [&](const auto& held) { return held.Get() == item.Get(); };
         ASSERT_EQ(std::find_if(items.begin(), items.end(), holds) - items.begin(),
             i % 3 != 0 ? i : kCount);
+    }
+}
+
+TEST_F(DocumentRowsTest, FlagsAreThoseThatWereWritten) {
+    for (const int count : {1, 5, 20}) {
+        std::string fault;
+        const auto root = ReadText<IndexJson>('[' + Repeated("0,", count - 1) + "0]", fault);
+        std::vector<int32_t> wanted(size_t(count), 0);
+        std::mt19937 random(static_cast<unsigned>(count));
+        const auto pick = [&](int most) { return static_cast<int>(random() % unsigned(most)); };
+        for (int turn = 0; turn < 3000; ++turn) {
+            const int first = pick(count);
+            const int last = pick(3) == 0 ? pick(count) : first;
+            const int flags = pick(3);
+            const int step = first <= last ? 1 : -1;
+            for (int i = first; i != last + step; i += step) {
+                wanted[size_t(i)] = flags;
+                EXPECT_EQ(root->SetItemFlags(i, flags), S_OK);
+            }
+            std::vector<int32_t> found(wanted.size(), -1);
+            for (int i = 0; i < count; ++i) {
+                EXPECT_EQ(root->GetItemFlags(i, &found[size_t(i)]), S_OK);
+            }
+            ASSERT_EQ(found, wanted) << turn;
+        }
     }
 }
