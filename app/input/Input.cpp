@@ -5,7 +5,7 @@
 
 namespace {
 
-std::string ActionText(int32_t action) {
+std::string PointerActionText(int32_t action) {
     switch (action) {
     case POINTERACTION_PRESS:
         return "press";
@@ -22,7 +22,7 @@ std::string Text(const PointerInput& input) {
         const bool isFast = (input.m_State & POINTERSTATE_FAST) != 0;
         return "wheel" + place + " " + std::to_string(input.m_Keys) + (isFast ? " fast" : "");
     }
-    std::string text = ActionText(input.m_Action) + place;
+    std::string text = PointerActionText(input.m_Action) + place;
     const int32_t usual = input.m_Action == POINTERACTION_MOVE ? 0 : POINTERSTATE_PRIMARY;
     if (input.m_State != usual || input.m_Keys != 0) {
         text += " " + (input.m_State == 0 ? "none" : WordsText(input.m_State, kButtonWords));

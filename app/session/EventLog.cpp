@@ -20,7 +20,7 @@ std::string QuotedLabelOf(const Row& row) {
     return Quoted(LabelOf(Place{row.m_Collection, row.m_Index}));
 }
 
-std::string ActionText(int32_t action) {
+std::string NodeActionText(int32_t action) {
     constexpr const char* kNames[] = {"none", "opened", "closed"};
     const auto number = static_cast<size_t>(action);
     return number < std::size(kNames) ? kNames[number] : std::to_string(action);
@@ -44,7 +44,7 @@ int32_t EventLog::NodeSelect(
         Note([&] {
             return "NodeSelect container=" + ContainerText(container) +
                    " state=" + std::to_string(state) + " index=" + std::to_string(index) +
-                   " action=" + ActionText(action) + " node=" + NodeText(node);
+                   " action=" + NodeActionText(action) + " node=" + NodeText(node);
         });
         // A selection is announced by this event alone, and it shows.
         m_Heard.m_NeedsDrawing = true;
