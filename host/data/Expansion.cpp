@@ -4,6 +4,9 @@
 #include "framework/interfaces/TreeInterfaces.h"
 #include "framework/runtime/QueryItem.h"
 
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -65,24 +68,45 @@ bool IsHeldElsewhere(IUnknown* object) {
     return object->Release() > 1;
 }
 
-/// The collections that were opened, which may be met again unless they were made for who asked.
-class Opened {
+/// The way down to where nodes are opened, and the collections that were on it.
+class OpenedPath {
 public:
-    /// False when it was opened before.
-    bool Add(const SmartPtr<ISuperCollection>& collection) {
+    /// Goes on into a collection, unless it was entered before at most as deep. Whether it did.
+    bool Enter(const SmartPtr<ISuperCollection>& collection) {
+        const IUnknown* identity = IdentityOf(collection.Get());
+        if (m_OnPath.contains(identity) || !IsLessDeep(collection, identity)) {
+            return false;
+        }
+        m_OnPath.insert(identity);
+        m_Path.push_back({collection, 0});
+        return true;
+    }
+    void Leave() {
+        m_OnPath.erase(IdentityOf(m_Path.back().m_Collection.Get()));
+        m_Path.pop_back();
+    }
+    size_t Depth() const { return m_Path.size(); }
+    Place& Last() { return m_Path.back(); }
+
+private:
+    /// What nobody else holds was made for who asked, and is not met again.
+    bool IsLessDeep(const SmartPtr<ISuperCollection>& collection, const IUnknown* identity) {
         if (!IsHeldElsewhere(collection.Get())) {
             return true;
         }
-        const bool isNew = m_Identities.insert(IdentityOf(collection.Get())).second;
+        const auto [before, isNew] = m_Depths.try_emplace(identity, Depth());
         if (isNew) {
-            m_Collections.push_back(collection);
+            m_Entered.push_back(collection);
+            return true;
         }
-        return isNew;
+        const size_t depth = std::exchange(before->second, std::min(before->second, Depth()));
+        return Depth() < depth;
     }
 
-private:
-    Identities m_Identities;
-    std::vector<SmartPtr<ISuperCollection>> m_Collections; ///< keeps their addresses theirs
+    std::vector<Place> m_Path;
+    Identities m_OnPath;
+    std::unordered_map<const IUnknown*, size_t> m_Depths;
+    std::vector<SmartPtr<ISuperCollection>> m_Entered; ///< keeps their addresses theirs
 };
 
 } // namespace
@@ -92,26 +116,19 @@ int32_t FlagsBelow(int32_t flags) {
 }
 
 void OpenLevels(ISuperCollection* root, int32_t depth) {
-    // Flags belong to the collection, so the items of each are shown once, where it comes first.
-    Opened opened;
-    std::vector<Place> path;
-    if (depth > 0 && opened.Add(SmartPtr(root))) {
-        path.push_back({SmartPtr(root), 0});
-    }
-    while (!path.empty()) {
-        const auto& [collection, index] = path.back();
-        if (index >= CountOf(collection.Get())) {
-            path.pop_back();
+    // Flags belong to the collection, so the items of each are shown once, where it is least deep.
+    OpenedPath path;
+    path.Enter(SmartPtr(root));
+    while (path.Depth() > 0) {
+        const auto [collection, index] = path.Last();
+        if (static_cast<int32_t>(path.Depth()) > depth || index >= CountOf(collection.Get())) {
+            path.Leave();
             continue;
         }
-        auto children = OpenNode(collection.Get(), index);
-        const bool isNew = children && opened.Add(children);
-        if (isNew) {
+        ++path.Last().m_Index;
+        const auto children = OpenNode(collection.Get(), index);
+        if (children && path.Enter(children)) {
             SetChildren(collection.Get(), index, children.Get(), true);
-        }
-        ++path.back().m_Index;
-        if (isNew && static_cast<int32_t>(path.size()) < depth) {
-            path.push_back({std::move(children), 0});
         }
     }
 }

@@ -163,28 +163,39 @@ void DocumentBranch::Show(DocumentLevelPtr level) {
 
 int32_t DocumentBranch::Populate() {
     return m_Place.Below() ? S_OK : Guarded([&] {
-        auto level = Read();
-        m_IsAwaited = !level;
-        Show(level ? std::move(*level) : MakeReadingLevel()); // an empty one would not stay open
-        m_Place.SetHeld(m_IsAwaited);                         // who reads for it knows its address
+        const DocumentLevel* level = m_Place.Level();
+        const DocumentPart part =
+            level ? m_Helpers->RowOf(*level, m_Place.Index()).m_Part : m_Place.LeftPart();
+        if (const auto reads = m_Helpers->Reads()) {
+            ReadBeside(*reads, part);
+        } else {
+            Show(ReadLevel(*m_Helpers->Text(), part, nullptr));
+        }
         return S_OK;
     });
 }
 
-/// What is in the part; nothing where it is read beside the window's thread and takes longer.
-std::optional<DocumentLevelPtr> DocumentBranch::Read() {
-    const DocumentLevel* level = m_Place.Level();
-    const DocumentPart part =
-        level ? m_Helpers->RowOf(*level, m_Place.Index()).m_Part : m_Place.LeftPart();
-    const auto reads = m_Helpers->Reads();
-    if (!reads) {
-        return ReadLevel(*m_Helpers->Text(), part, nullptr);
+/// Reads beside the window's thread, and shows what is in the part unless that takes longer: then
+/// there is a row that says so, since an empty branch would not stay open. That row is there before
+/// it begins, so that nothing can fail once it has.
+void DocumentBranch::ReadBeside(BackgroundReads& reads, const DocumentPart& part) {
+    Show(MakeReadingLevel());
+    try {
+        auto level = reads.Begin<DocumentLevelPtr>(
+            this, m_Helpers->Name(), [text = m_Helpers->Text(), part](ReadProgress& progress) {
+                PartProgress within(part, progress);
+                return ReadLevel(*text, part, &within);
+            });
+        if (level) {
+            Show(std::move(*level));
+            return;
+        }
+    } catch (...) {
+        Show(nullptr);
+        throw;
     }
-    auto work = [text = m_Helpers->Text(), part](ReadProgress& progress) {
-        PartProgress within(part, progress);
-        return ReadLevel(*text, part, &within);
-    };
-    return reads->Begin<DocumentLevelPtr>(this, m_Helpers->Name(), std::move(work));
+    m_IsAwaited = true;
+    m_Place.Hold(part); // who reads for it knows its address
 }
 
 /// Where memory did not hold it, it can be filled again.
@@ -192,7 +203,7 @@ int32_t DocumentBranch::ReadAgain(int32_t newFlags) {
     return IsChanged() != S_OK ? S_FALSE : Guarded([&] {
         m_IsAwaited = false;
         Show(nullptr);
-        m_Place.SetHeld(false);
+        m_Place.LetGo();
         auto level = m_Helpers->Reads()->Take<DocumentLevelPtr>(this).value();
         level->SetAllFlags(newFlags);
         Show(std::move(level));

@@ -8,8 +8,6 @@
 #include "host/documents/DocumentHelpers.h"
 #include "host/drawing/DrawnItem.h"
 
-#include <optional>
-
 /// A part of a text as a collection, read when it is asked to be, as a folder is. Where that takes
 /// long it goes on beside the window's thread: until it is over, when it counts as changed, the
 /// part has a single row that says so. Nothing can be inserted. Items are made when they are asked
@@ -54,7 +52,7 @@ public:
 private:
     template <class Answer>
     int32_t AnswerRow(int32_t index, Answer answer);
-    std::optional<DocumentLevelPtr> Read();
+    void ReadBeside(BackgroundReads& reads, const DocumentPart& part);
     void Show(DocumentLevelPtr level);
     SmartPtr<IUnknown> MakeItem(DocumentLevel& level, uint32_t index);
 

@@ -66,6 +66,9 @@ private:
     size_t m_FaultPosition = 0;
 };
 
+/// The number of places in an object; that of those in a list is the index there.
+constexpr size_t kInObject = SIZE_MAX;
+
 /// Makes rows of what stands directly in the outermost container, and jumps over what it can.
 class RowMaker final : public Events {
 public:
@@ -141,7 +144,7 @@ private:
     }
     /// The next row begins behind the end of this one.
     bool Add(DocumentRow row, size_t end) {
-        row.m_Place = std::exchange(m_Next, {end, m_Index});
+        row.m_Place = std::exchange(m_Next, {end, m_IsArray ? m_Index : kInObject});
         m_IsEmpty = false;
         return m_Rows.Add(std::move(row));
     }
@@ -263,7 +266,7 @@ private:
         const size_t begin = from.IsSomewhere() ? BehindComma(from.m_Begin) : part.m_Begin;
         JsonCursor cursor(m_Text, begin, std::min(part.m_End, m_End), progress);
         if (from.IsSomewhere()) {
-            cursor.PutInFront(m_Text[m_Text.find_first_of("[{", part.m_Begin)]);
+            cursor.PutInFront(from.m_Number == kInObject ? '{' : '[');
         }
         RowMaker maker(cursor, m_Extents, rows, saysEmpty, from.m_Number);
         Parse(cursor, maker, false);

@@ -21,7 +21,7 @@ public:
     /// The level that the item is in; null when there is none, or none any more.
     DocumentLevel* Level() const { return m_Level; }
     uint32_t Index() const { return m_Index; }
-    /// The part that the item stands for, of one that is in no level any more and was not read.
+    /// The part that the item stands for, of one that is in no level any more and may be read.
     const DocumentPart& LeftPart() const { return m_LeftPart; }
 
     DocumentLevel* Below() const { return m_Level ? m_Level->Below(m_Index) : m_Below.get(); }
@@ -30,8 +30,13 @@ public:
     /// Puts a level below the item, and answers what was there. Throws std::bad_alloc.
     DocumentLevelPtr ExchangeBelow(DocumentLevelPtr level);
 
-    /// The item stays although nobody else holds it, as long as it is in its level.
-    void SetHeld(bool isHeld) { m_Held = isHeld && m_Level ? m_Item : nullptr; }
+    /// The item, which stands for `part`, stays although nobody else holds it, as long as it is in
+    /// its level.
+    void Hold(const DocumentPart& part) {
+        m_LeftPart = part;
+        m_Held = m_Level ? m_Item : nullptr;
+    }
+    void LetGo() { m_Held.Reset(); }
 
 private:
     friend LiveItems;

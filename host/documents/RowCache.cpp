@@ -1,7 +1,6 @@
 #include "host/documents/RowCache.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 namespace {

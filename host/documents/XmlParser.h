@@ -49,6 +49,10 @@ public:
     size_t PlaceBehind() const;
 
     bool HasFault() const { return XML_GetErrorCode(m_Parser.get()) != XML_ERROR_NONE; }
+    /// Whether it is that entities are too long beside the text.
+    bool HasTooLongEntities() const {
+        return XML_GetErrorCode(m_Parser.get()) == XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
+    }
     /// What is wrong, with its line, where all was read from the beginning.
     std::string Fault() const;
 

@@ -33,6 +33,15 @@ bool IsTag(std::string_view text, size_t place) {
     return text.starts_with('<') || text == std::string_view("\0<", 2);
 }
 
+/// A tag that opens an element like the one that begins at a place, but for its name and
+/// attributes.
+std::string_view PlainTagAt(std::string_view text, size_t place) {
+    constexpr std::string_view kBigEndian("\0<\0a\0>", 6);
+    constexpr std::string_view kLittleEndian("<\0a\0>\0", 6);
+    const std::string_view begin = text.substr(place, 2);
+    return begin[0] == '\0' ? kBigEndian : begin[1] == '\0' ? kLittleEndian : "<a>";
+}
+
 /// Hears where elements begin and end that other rows belong to.
 class Indexer final : public XmlEvents {
 public:
@@ -90,11 +99,11 @@ struct XmlPlaces {
     bool m_IsTrusted;
 };
 
-/// Which rows are wanted.
-enum class Wanted {
-    kOfWhole,
-    kOfElement,
-    kOfElementFromPlace ///< without its attributes
+/// Where a reading begins.
+enum class Begin {
+    kAtTop, ///< of the text
+    kAtElement,
+    kInElement ///< behind its attributes
 };
 
 /// Thrown when there are as many rows as were wanted.
@@ -104,9 +113,9 @@ struct Enough {};
 class RowMaker final : public XmlEvents {
 public:
     /// `next` is the first extent that is jumped over.
-    RowMaker(const XmlPlaces& places, Wanted wanted, const Extent* next, RowSink& rows)
-        : m_Places(places), m_Rows(rows), m_Wanted(wanted), m_Next(next) {
-        if (wanted == Wanted::kOfWhole) {
+    RowMaker(const XmlPlaces& places, Begin begin, const Extent* next, RowSink& rows)
+        : m_Places(places), m_Rows(rows), m_Begin(begin), m_Next(next) {
+        if (begin == Begin::kAtTop) {
             m_Levels.push_back({.m_IsBranch = true});
         }
     }
@@ -124,17 +133,12 @@ public:
             m_Skipped = 1;
             return;
         }
-        if (m_Levels.empty()) {
-            m_Inside = m_Parser.PlaceBehind();
-            m_Levels.push_back({.m_IsBranch = true});
-            if (m_Wanted == Wanted::kOfElementFromPlace) {
-                return;
-            }
-        } else {
-            m_Levels.push_back(
-                {.m_Name = name, .m_Part = PartHere(isJumped), .m_Place = PlaceHere()});
-        }
-        for (; *attributes; attributes += 2) {
+        m_Levels.push_back(
+            m_Levels.empty()
+                ? Level{.m_IsBranch = true}
+                : Level{.m_Name = name, .m_Part = PartHere(isJumped), .m_Place = PlaceHere()});
+        const bool isPlainTag = m_Begin == Begin::kInElement && m_Levels.size() == 1;
+        for (; *attributes && !isPlainTag; attributes += 2) { // a plain one may have usual ones
             MakeBranch();
             if (!m_Levels.back().m_Part.IsSomewhere()) {
                 std::string value;
@@ -189,12 +193,13 @@ private:
             IsTag(m_Places.m_Text, begin) && (isJumped || !m_Places.m_IsPrologueLong);
         return isLeft ? DocumentPart{begin, SIZE_MAX} : DocumentPart{};
     }
-    /// Elements in one that is not at the text's top can be read without those before them.
+    /// Elements in one that is not at the text's top can be read without those before them, but
+    /// where entities may only be so long beside what was read.
     RowPlace PlaceHere() const {
         const size_t begin = m_Parser.Place();
-        const bool isPlace =
-            m_Wanted != Wanted::kOfWhole && m_Levels.size() == 1 && IsTag(m_Places.m_Text, begin);
-        return isPlace ? RowPlace{begin, m_Inside} : RowPlace{};
+        const bool isPlace = m_Begin != Begin::kAtTop && m_Levels.size() == 1 &&
+                             m_Places.m_IsTrusted && IsTag(m_Places.m_Text, begin);
+        return isPlace ? RowPlace{begin} : RowPlace{};
     }
     void Add(DocumentRow row, size_t level) {
         row.m_Level = static_cast<uint32_t>(level);
@@ -254,12 +259,11 @@ private:
 
     const XmlPlaces& m_Places;
     RowSink& m_Rows;
-    Wanted m_Wanted;
+    Begin m_Begin;
     XmlParser m_Parser{*this, m_Places.m_IsTrusted};
     const Extent* m_Next;
     std::vector<Level> m_Levels;
     size_t m_Skipped = 0; ///< open elements in one that is left for later
-    size_t m_Inside = 0;  ///< where what is in the element begins
 };
 
 class XmlText final : public DocumentText {
@@ -272,6 +276,7 @@ public:
         const bool isOver = isRead && !options.m_IsCut;
         if (isOver ? !parser.Finish() : parser.HasFault()) {
             m_Fault = parser.Fault();
+            m_IsTrusted = !parser.HasTooLongEntities();
         } else if (!isRead) {
             m_End = parser.Reached();
         }
@@ -282,18 +287,19 @@ public:
 
     size_t ReadRows(const DocumentPart& part, const RowPlace& from, RowSink& rows,
         ReadProgress* progress) const override {
-        const Wanted wanted = part.IsWhole()       ? Wanted::kOfWhole
-                              : from.IsSomewhere() ? Wanted::kOfElementFromPlace
-                                                   : Wanted::kOfElement;
+        const Begin beginning = part.IsWhole()       ? Begin::kAtTop
+                                : from.IsSomewhere() ? Begin::kInElement
+                                                     : Begin::kAtElement;
         const size_t begin = from.IsSomewhere() ? from.m_Begin : part.IsWhole() ? 0 : part.m_Begin;
-        const Extent* next = m_Extents.From(wanted == Wanted::kOfElement ? begin + 1 : begin);
-        const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_Fault.empty()};
-        RowMaker maker(places, wanted, next, rows);
+        const Extent* next = m_Extents.From(beginning == Begin::kAtElement ? begin + 1 : begin);
+        const XmlPlaces places{m_Text, m_Extents, m_IsPrologueLong, m_IsTrusted};
+        RowMaker maker(places, beginning, next, rows);
         XmlParser& parser = maker.Parser();
         try {
-            bool isRight = part.IsWhole() || parser.Read(m_Text, 0, m_ReadBefore);
-            if (isRight && wanted == Wanted::kOfElementFromPlace) {
-                isRight = parser.Read(m_Text, part.m_Begin, from.m_Number);
+            bool isRight = beginning == Begin::kAtTop || parser.Read(m_Text, 0, m_ReadBefore);
+            if (isRight && beginning == Begin::kInElement) {
+                const std::string_view tag = PlainTagAt(m_Text, part.m_Begin);
+                isRight = parser.Read(tag, 0, tag.size());
             }
             if (isRight) {
                 Read(parser, {begin, std::min(part.m_End, m_End)}, next, progress);
@@ -322,6 +328,7 @@ private:
 
     Extents m_Extents;
     bool m_IsPrologueLong = false;
+    bool m_IsTrusted = true; ///< what is wrong, if anything is, are not its entities
 };
 
 } // namespace

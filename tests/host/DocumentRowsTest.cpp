@@ -38,6 +38,14 @@ std::pair<std::vector<std::string>, DocumentPart> LabelsOf(
     return {std::move(labels.m_Labels), labels.m_First};
 }
 
+std::string InUtf16(const std::string& text, bool isBigEndian) {
+    std::string wide = isBigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char character : text) {
+        wide += isBigEndian ? std::string{'\0', character} : std::string{character, '\0'};
+    }
+    return wide;
+}
+
 SmartPtr<IUnknown> ItemOf(ISuperCollection& level, int32_t index) {
     SmartPtr<IUnknown> item;
     EXPECT_EQ(level.GetItem(index, item.Receive()), S_OK);
@@ -93,7 +101,8 @@ TEST_F(DocumentRowsTest, LabelsAreTheSameInWhateverOrderTheyAreAskedFor) {
     std::string list = "[";
     std::string object = "{";
     std::string lines;
-    std::string xml = "<!DOCTYPE a [<!ENTITY e '<b c=\"d\">f</b>g'>]><a";
+    std::string xml =
+        "<!DOCTYPE a [<!ENTITY e '<b c=\"d\">f</b>g'><!ATTLIST a z CDATA 'usual'>]><a";
     for (int i = 0; i < kCount; ++i) {
         const std::string number = std::to_string(i);
         const std::string value = i % 7 == 0 ? "[" + number + "]" : i % 5 == 0 ? "{}" : number;
@@ -112,7 +121,8 @@ TEST_F(DocumentRowsTest, LabelsAreTheSameInWhateverOrderTheyAreAskedFor) {
     }
     xml += "</a>";
     const std::tuple<DocumentTextPtr, bool> texts[] = {{IndexJson(list + ']'), false},
-        {IndexJson(object + ", oops"), false}, {IndexJson(lines), false}, {IndexXml(xml), true}};
+        {IndexJson(object + ", oops"), false}, {IndexJson(lines), false}, {IndexXml(xml), true},
+        {IndexXml(InUtf16(xml, true)), true}, {IndexXml(InUtf16(xml, false)), true}};
     for (const auto& [text, isBelow] : texts) {
         DocumentPart part = kWholeText;
         auto level = DocumentBranch::MakeRoot(std::make_shared<DocumentHelpers>(text));

@@ -280,6 +280,20 @@ TEST(DocumentTextTest, OpeningAllOfALongChainReadsLittleMoreThanTheTextForEachLe
     }
 }
 
+TEST(DocumentTextTest, ReadOnFromALaterRowNothingBeforeItIsRead) {
+    const std::string much(1'000'000, ' ');
+    const auto list = IndexJson(much + "[1, 2" + much + ", {\"a\": 3}]");
+    const auto element = IndexXml("<r a='" + much + "'><b/><c/></r>");
+    const std::pair<const DocumentText*, DocumentPart> parts[] = {
+        {list.get(), kWholeText}, {element.get(), ReadAll(*element, kWholeText)[0].m_Part}};
+    for (const auto& [text, part] : parts) {
+        const auto rows = ReadAll(*text, part);
+        TakenRows one(1);
+        EXPECT_LT(text->ReadPart(part, one, nullptr, rows.back().m_Place), much.size() / 8);
+        EXPECT_EQ(one.m_Rows[0].m_Label, rows.back().m_Label);
+    }
+}
+
 TEST(DocumentTextTest, StoppedOrCutItIsShownUpToThereAndNothingIsWrong) {
     constexpr size_t kCount = 100'000;
     struct Text {

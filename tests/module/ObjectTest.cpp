@@ -16,6 +16,7 @@ public:
 
     Returning(IEventSource* source, int& connected) : m_Source(source), m_Connected(connected) {}
     ~Returning() {
+        EXPECT_TRUE(Query<IUITree>(m_Source)) << "what it listened to is still whole";
         if (m_IsConnected && m_Connected < 100) {
             Make(m_Source, m_Connected)->Connect();
         }
