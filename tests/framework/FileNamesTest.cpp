@@ -60,8 +60,8 @@ TEST_F(FileNamesTest, AbsoluteNamesStandBelowTheInstallationFolder) {
         {L"", L"abc", L"abc", L"/abc"}, {L"/opt/app", L"../x\\y", L"../x/y", L"/opt/app/../x/y"},
         {L"/opt/app", L"..\\a:\\x", L"../a:/x", nullptr},
         {L"/opt/app", L"/abs\\x", L"/abs/x", nullptr}, {L"/opt/app", L"a/b\\c", L"a/b/c", nullptr},
-        {L"/opt/app", L"x\\", L"x/", nullptr}, {L"/opt/app", L"", L"", nullptr},
-        {L"/opt/app", nullptr, L"", nullptr}};
+        {L"/opt/app", L"x\\", L"x/", nullptr}, {L"/opt/app", L"\\", L"/", nullptr},
+        {L"/opt/app", L"", L"", nullptr}, {L"/opt/app", nullptr, L"", nullptr}};
     for (const auto& [install, path, rewritten, absolute] : cases) {
         gInstallPath = install;
         const auto name = Adopt(path ? ISCreate(path) : nullptr);

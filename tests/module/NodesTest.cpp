@@ -174,3 +174,19 @@ TEST_F(NodesTest, GetSelectedAnswersNodeDataAndCollectionUntilTheTreeIsCleared) 
     EXPECT_EQ(m_Tree->Clear(), S_OK);
     EXPECT_EQ(m_Tree->GetSelected(-1, SELECTED_NODE, answer.Receive()), E_FAIL);
 }
+
+TEST_F(NodesTest, CollectionInItselfIsShownClosedThereAtEveryDepth) {
+    for (int depth = 30; depth < 36; ++depth) {
+        std::vector<SmartPtr<SuperCollection>> chain{SuperCollection::Make()};
+        for (int level = 1; level <= depth; ++level) {
+            chain.push_back(level < depth ? SuperCollection::Make() : chain.back());
+            chain[size_t(level) - 1]->Append("below", chain.back()->Identity());
+        }
+        BindCollection(SmartPtr<ISuperCollection>(chain.front().Get()));
+        for (int level = 1; level <= depth; ++level) {
+            chain[size_t(level) - 1]->SetItemFlags(0, NODE_VISIBLE | NODE_EXPANDED | level);
+        }
+        EXPECT_EQ(RowCount(), depth);
+        chain.back()->RemoveAll();
+    }
+}

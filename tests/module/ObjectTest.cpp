@@ -91,6 +91,16 @@ TEST_F(ObjectTest, ControlGivesEverythingBackWhenItGoesInUse) {
     EXPECT_EQ(References(pressed.Get()), 2) << "the collection's and the test's";
 }
 
+TEST_F(ObjectTest, ItemIsHeldFromThePressToTheRelease) {
+    Bind("A");
+    const auto item = Item("A");
+    const int before = References(item.Get());
+    Pointer(1, 3, 0, 5, 5);
+    EXPECT_EQ(References(item.Get()), before + 1);
+    Pointer(1, 2, 1, 5, 5);
+    EXPECT_EQ(References(item.Get()), before);
+}
+
 TEST_F(ObjectTest, ControlGivesBackLastFirst) {
     std::string log;
     const auto makeMortal = [&](const char* name) {
