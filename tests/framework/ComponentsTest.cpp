@@ -12,7 +12,7 @@ namespace {
 using ComponentsTest = HostedTest;
 
 bool HasCreator(const wchar_t* module, const wchar_t* component) {
-    return MODULECreateFunction(HeapText(module).Ref(), CREFString(component)) != nullptr;
+    return MODULECreateFunction(GuardedText(module).Ref(), CREFString(component)) != nullptr;
 }
 
 /// A picture that can do without a file, and is drawn only with one.
@@ -59,7 +59,7 @@ TEST_F(ComponentsTest, OnlyAModuleThatCannotBeLoadedIsReported) {
     for (const std::wstring name : {L"Collections.so\u20ac", L"Collections.so|", L"|"}) {
         std::wstring cut = name;
         std::replace(cut.begin(), cut.end(), L'|', L'\0');
-        EXPECT_EQ(MODULECreateFunction(HeapText(cut).Ref(), CREFString(L"Variant")), nullptr);
+        EXPECT_EQ(MODULECreateFunction(GuardedText(cut).Ref(), CREFString(L"Variant")), nullptr);
     }
     const std::string message = testing::internal::GetCapturedStdout();
     EXPECT_TRUE(message.starts_with("Module not available ./NoSuchModule.so, error ")) << message;

@@ -64,7 +64,7 @@ struct AnyStream final : HostObject<AnyStream, IDataStream, IFolderStream, IXMLS
     }
 
     std::wstring m_Text;
-    std::optional<HeapText> m_Read;
+    std::optional<GuardedText> m_Read;
     std::function<void()> m_OnUse = [] {};
     int32_t m_Number = 0;
     std::wstring m_Written; ///< the entries in the order of their writing
@@ -287,8 +287,8 @@ TEST(XMLTag, HandsOutTheFirstElementAndMovesPastIt) {
         {L"<a>1</a>", L"A", nullptr, nullptr, nullptr}, {L"", L"A", nullptr, nullptr, nullptr},
         {L"-</>", L"", L"", L"", L""}};
     for (const auto& [characters, name, attributesText, contentText, restText] : cases) {
-        const HeapText held(characters);
-        const HeapText heldName(name);
+        const GuardedText held(characters);
+        const GuardedText heldName(name);
         for (const short advance : {short{0}, short{1}}) {
             CREFString text = held.Ref(), tag = heldName.Ref(), attributes(L"kept"), content;
             const bool isFound = XMLGetTAGGED(text, tag, attributes, content, advance) == S_OK;
@@ -311,7 +311,7 @@ TEST(XMLIndex, HidesNothingThatASearchFinds) {
         for (size_t length = random() % 100; characters.size() < length;) {
             characters += words[(first + random() % count) % std::size(words)];
         }
-        const HeapText held(characters);
+        const GuardedText held(characters);
         CREFString text = held.Ref(), other = text;
         XMLIndex index;
         XMLFoundTag tag;

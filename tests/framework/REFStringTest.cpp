@@ -15,8 +15,8 @@ const Operation kRight = OPERATION(GetLineRight(out, L'.', remove, drop, false))
 const Operation kWhole = OPERATION(GetLineRight(out, L'.', remove, drop, true));
 const Operation kToken = OPERATION(GetFirstWord(out, remove));
 const Operation kSplit = OPERATION(Split(out, &text, CREFString(L",;"), remove));
-const Operation kComma = OPERATION(Split(out, &text, HeapText(L",").Ref(), remove));
-const Operation kWord = OPERATION(GetWord(out, remove, HeapText(L";,").Ref()));
+const Operation kComma = OPERATION(Split(out, &text, GuardedText(L",").Ref(), remove));
+const Operation kWord = OPERATION(GetWord(out, remove, GuardedText(L";,").Ref()));
 
 /// What an operation does to a text; `out` is "?" where the out reference is left alone.
 using Case =
@@ -25,7 +25,7 @@ using Case =
 /// Checks operations with an out reference and (where it may be null) without one.
 void Check(std::initializer_list<Case> cases) {
     for (const auto& [operation, remove, drop, text, result, out, left] : cases) {
-        const HeapText heap(text);
+        const GuardedText heap(text);
         CREFString taken(L"?");
         for (CREFString* const given : {&taken, operation == kToken ? &taken : nullptr}) {
             CREFString reference = heap.Ref();
@@ -92,7 +92,7 @@ TEST(REFString, SearchesAndComparisonsStayInsideTheText) {
         {L"ab", L"xyz", kFail, kFail}, {L"ab", L"b", 1, 1}, {L"ab", L"", kFail, kFail},
         {L"", L"ab", kFail, kFail}};
     for (const auto& [text, sought, asText, asSet] : cases) {
-        const HeapText heap(text), other(sought);
+        const GuardedText heap(text), other(sought);
         EXPECT_EQ(heap.Ref().Contains(other.Ref()), asText) << testing::PrintToString(text);
         EXPECT_EQ(heap.Ref().ContainsChar(other.Ref()), asSet) << testing::PrintToString(text);
     }
@@ -100,5 +100,5 @@ TEST(REFString, SearchesAndComparisonsStayInsideTheText) {
     negative.m_Length = -1;
     EXPECT_EQ(negative.ContainsChar(CREFString(L"\x10FFFE")), kFail);
     EXPECT_FALSE(IsEqual(CREFString(L"Tree"), CREFString(L"tree")));
-    EXPECT_TRUE(IsEqualIgnoringCase(HeapText(L"Tree").Ref(), HeapText(L"tree").Ref()));
+    EXPECT_TRUE(IsEqualIgnoringCase(GuardedText(L"Tree").Ref(), GuardedText(L"tree").Ref()));
 }

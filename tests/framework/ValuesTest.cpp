@@ -10,7 +10,7 @@ TEST_F(ValuesTest, NumbersAndTextsBecomeHostStrings) {
         {ISCreateHex(0xFFFFFF), L"#FFFFFF"}, {ISCreateHex(0x1000000), L"#1000000"},
         {ISCreateHex(-1), L"#FFFFFFFF"}, {ISCreate(-0.25), L"-0.250000"},
         {ISCreate(2e248), L""}, // 256 characters are one too many
-        {ISCreate(HeapText(L"abc").Ref()), L"abc"},
+        {ISCreate(GuardedText(L"abc").Ref()), L"abc"},
         {ISCreate(static_cast<const wchar_t*>(nullptr)), L""},
         {ISCreateName("Registry"), L"Registry"}};
     for (const auto& [made, text] : cases) {
@@ -26,10 +26,11 @@ TEST(Values, IntegersEndAtTheFirstCharacterThatDoesNotFit) {
         {L"4294967295", 10, -1}, {L"-2147483648", 10, INT32_MIN}, {L"9", 8, 9}, {L"a", 10, 0},
         {L"F", 11, 15}, {L"fg", 16, 15}, {L"f", 17, 0}, {L"1\x0661", 10, 1}};
     for (const auto& [text, radix, value] : cases) {
-        EXPECT_EQ(_IS2Integer(HeapText(text).Ref(), radix), value) << testing::PrintToString(text);
+        EXPECT_EQ(_IS2Integer(GuardedText(text).Ref(), radix), value)
+            << testing::PrintToString(text);
     }
-    EXPECT_EQ(_IS2Color(HeapText(L"#FF123456").Ref(), 10), 0x563412);
-    EXPECT_EQ(_IS2Color(HeapText(L"255").Ref(), 10), 0xFF0000);
+    EXPECT_EQ(_IS2Color(GuardedText(L"#FF123456").Ref(), 10), 0x563412);
+    EXPECT_EQ(_IS2Color(GuardedText(L"255").Ref(), 10), 0xFF0000);
 }
 
 TEST(Values, DoublesHaveAPointAndNoExponent) {
@@ -40,7 +41,7 @@ TEST(Values, DoublesHaveAPointAndNoExponent) {
         {L"0.00000000000000000199", 0.000000000000000001}, // 18 digits of the fraction count
         {L"9223372036854775808", -9223372036854775808.0}}; // wraps at 64 bits
     for (const auto& [text, value] : cases) {
-        EXPECT_EQ(_IS2Double(HeapText(text).Ref()), value) << testing::PrintToString(text);
+        EXPECT_EQ(_IS2Double(GuardedText(text).Ref()), value) << testing::PrintToString(text);
     }
     EXPECT_TRUE(std::signbit(_IS2Double(CREFString(L"-0"))));
 }

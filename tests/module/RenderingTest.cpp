@@ -77,6 +77,9 @@ public:
     }
 
     int32_t Inquire(int32_t id, int32_t* value) override {
+        if (id == 10 && m_TextSize < 0) {
+            return E_FAIL;
+        }
         *value = id == 3 ? 22 : id == 10 ? m_TextSize : -1;
         return S_OK;
     }
@@ -84,7 +87,7 @@ public:
     int32_t ParameterRange(int32_t, int32_t*, int32_t*) override { return E_FAIL; }
     int32_t ParameterEnumeration(int32_t, IUnknown**) override { return E_FAIL; }
 
-    int m_TextSize = 13; ///< of the host's default sizes
+    int m_TextSize = 13; ///< of the host's default sizes; negative: there is none
     int m_Pos = 0;
     int m_Status = 1;      ///< of Layout; 0 has the bar drawn
     int m_Answer = E_FAIL; ///< of Pointer
@@ -205,8 +208,9 @@ protected:
 
 TEST_F(RenderingTest, HelpersAreSetUpInOrderAtCreationAndBinding) {
     EXPECT_EQ(m_Log, "configure 2 22; set 0; C -1; B 1; pair -1 0; A 0; ");
-    const std::tuple<int, int, int, const char*> cases[] = {
-        {0, 7, 15, ""}, {1, 12, 22, "size 12; "}, {1, 30, 30, "size 30; "}, {0, 7, 30, ""}};
+    const std::tuple<int, int, int, const char*> cases[] = {{0, 7, 15, ""},
+        {1, 12, 22, "size 12; "}, {1, 30, 30, "size 30; "}, {0, 7, 30, ""},
+        {1, -1, 22, "size 0; "}};
     for (const auto& [enabled, textSize, height, size] : cases) {
         m_Log.clear();
         m_Defaults->m_TextSize = textSize;
